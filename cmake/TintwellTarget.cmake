@@ -1,0 +1,20 @@
+# What every target of the project is built with.
+function(tintwell_target target)
+  target_compile_features(${target} PUBLIC cxx_std_17)
+  set_target_properties(${target} PROPERTIES
+    AUTOMOC ON
+    CXX_EXTENSIONS OFF
+    POSITION_INDEPENDENT_CODE ON)
+  target_compile_definitions(${target} PRIVATE QT_NO_KEYWORDS QT_NO_CAST_FROM_ASCII)
+  target_compile_options(${target} PRIVATE -Wall -Wextra -Wpedantic -Wconversion -Wshadow)
+  if(TINTWELL_WERROR)
+    target_compile_options(${target} PRIVATE -Werror)
+  endif()
+  # A fused multiply-add would change the last digit of resampled tables from machine to machine.
+  target_compile_options(${target} PRIVATE -ffp-contract=off)
+  if(TINTWELL_SANITIZE)
+    target_compile_options(${target} PRIVATE
+      -fsanitize=${TINTWELL_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
+    target_link_options(${target} PUBLIC -fsanitize=${TINTWELL_SANITIZE})
+  endif()
+endfunction()

@@ -1,0 +1,213 @@
+// The cube format, 3D, 1D or both:
+//
+//     TITLE "Warm evening"
+//     LUT_3D_SIZE 2
+//     DOMAIN_MIN 0.0 0.0 0.0
+//     DOMAIN_MAX 1.0 1.0 1.0
+//     0.000000 0.000000 0.000000
+//     0.000000 0.000000 1.000000
+//     ...
+//
+// Keywords may stand on any line. Samples come k fastest; entries of a 1D table follow those of the
+// 3D table. A "Mesh 8 10" line declares integer samples, here of ten bits.
+
+#include "formats/text/lattice_walk.h"
+#include "formats/text/line_source.h"
+#include "formats/text/scan.h"
+#include "formats/text/words.h"
+#include "lut/read_lutfile.h"
+#include "lut/text_file.h"
+#include "lut/write_lutfile.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstdint>
+
+using tintwell::holds;
+using tintwell::LineSource;
+using tintwell::scan;
+using tintwell::Walk;
+using tintwell::without;
+
+namespace {
+
+/// What the first pass learns beyond the fields of the container.
+struct CubeHeader {
+    float meshScale = 1;
+    int dataLines = 0;
+};
+
+bool isComment(std::string_view line) {
+    return line.front() == '#' || line.front() == 'x';
+}
+
+/// False for a size below 1, or none.
+bool takeSize(std::string_view line, std::string_view keyword, int& size) {
+    size = tintwell::toInt(without(line, keyword));
+    return size >= 1;
+}
+
+void takeInputRange(std::string_view text, Read_LUTFile& lut) {
+    scan(text, lut.domainMin1D[0], lut.domainMax1D[0]);
+    std::fill_n(lut.domainMin1D, 3, lut.domainMin1D[0]);
+    std::fill_n(lut.domainMax1D, 3, lut.domainMax1D[0]);
+}
+
+void takeMesh(std::string_view line, Read_LUTFile& lut, int& outBits, CubeHeader& header) {
+    int inBits = 0;
+    scan(line.substr(std::min<std::size_t>(line.size(), 5)), inBits, outBits);
+    lut.meshHeader = true;
+    header.meshScale = std::ldexp(1.0F, outBits);
+}
+
+/// Below the letters stand digits, signs and points: a line of such characters has no keyword.
+bool hasLetter(std::string_view line) {
+    unsigned char seen = 0;
+    for (const char c : line) {
+        seen |= static_cast<unsigned char>(c);
+    }
+    return seen >= 0x40;
+}
+
+/// Classifies every line. False for a bad size.
+bool readHeader(LineSource& lines, Read_LUTFile& lut, CubeHeader& header) {
+    int outBits = 0;
+    while (!lines.atEnd()) {
+        const std::string_view line = lines.next();
+        if (line.empty() || isComment(line)) {
+            continue;
+        }
+        if (!hasLetter(line)) {
+            ++header.dataLines;
+        } else if (holds(line, "LUT_3D_SIZE")) {
+            if (!takeSize(line, "LUT_3D_SIZE ", lut.size3D)) {
+                return false;
+            }
+        } else if (holds(line, "TITLE")) {
+            continue;
+        } else if (holds(line, "DOMAIN_MIN")) {
+            float* const min = lut.domainMin3D;
+            scan(without(line, "DOMAIN_MIN "), min[0], min[1], min[2]);
+        } else if (holds(line, "DOMAIN_MAX")) {
+            float* const max = lut.domainMax3D;
+            scan(without(line, "DOMAIN_MAX "), max[0], max[1], max[2]);
+        } else if (holds(line, "LUT_1D_SIZE")) {
+            if (!takeSize(line, "LUT_1D_SIZE ", lut.size1D)) {
+                return false;
+            }
+        } else if (holds(line, "LUT_1D_INPUT_RANGE")) {
+            takeInputRange(without(line, "LUT_1D_INPUT_RANGE "), lut);
+        } else if (tintwell::startsWith(line, "Mesh")) {
+            takeMesh(line, lut, outBits, header);
+        } else {
+            ++header.dataLines;
+        }
+    }
+    return true;
+}
+
+/// The lattice that so many lines fill.
+int inferredSize(int dataLines) {
+    return static_cast<int>(std::pow(dataLines, 1.0 / 3.0) + 0.5);
+}
+
+bool allocate(Read_LUTFile& lut, const LineSource& lines) {
+    const std::int64_t n = lut.size3D;
+    if (n > 0 && (n > Read_LUTFile::MaxSize3D || !lines.canHold(n * n * n) || !lut.allocate3D())) {
+        return false;
+    }
+    return lut.size1D < 1 || lut.allocate1D();
+}
+
+/// The numbers of the current data line. A line with fewer than three keeps those of the line
+/// before.
+struct CubeSample {
+    float value[3] = {0, 0, 0};
+    int code[3] = {0, 0, 0};
+
+    bool takeReals(std::string_view line) { return scan(line, value[0], value[1], value[2]) > 0; }
+
+    bool takeCodes(std::string_view line, float scale) {
+        if (scan(line, code[0], code[1], code[2]) == 0) {
+            return false;
+        }
+        for (int c = 0; c < 3; ++c) {
+            value[c] = static_cast<float>(code[c]) / scale;
+        }
+        return true;
+    }
+};
+
+/// Lines that hold no sample whatever they begin with.
+bool isPassedOver(std::string_view line) {
+    return line.empty() || isComment(line) || (hasLetter(line) && holds(line, "MESH"));
+}
+
+} // namespace
+
+bool Read_LUTFile::Read_Cube(QString path, bool probe) {
+    LineSource lines(path);
+    if (!lines.isOpen()) {
+        return false;
+    }
+    applyDefaultOrder(true, false);
+    meshHeader = false;
+
+    CubeHeader header;
+    if (!readHeader(lines, *this, header)) {
+        return false;
+    }
+    if (size3D == 0 && size1D == 0 && header.dataLines > 0) {
+        size3D = inferredSize(header.dataLines);
+    }
+    if (probe) {
+        return true;
+    }
+    if (!allocate(*this, lines)) {
+        resetDomainMax3D();
+        return false;
+    }
+
+    lines.rewind();
+    CubeSample sample;
+    const float* const value = sample.value;
+    const Walk lattice =
+        tintwell::walkLattice(lines, size3D, [&](std::string_view line, int i, int j, int k) {
+            if (isPassedOver(line) ||
+                !(meshHeader ? sample.takeCodes(line, header.meshScale) : sample.takeReals(line))) {
+                return false;
+            }
+            White3D(i, j, k, value[0], value[1], value[2], domainMin3D, domainMax3D);
+            return true;
+        });
+    if (lattice != Walk::Complete) {
+        resetDomainMax3D();
+        return lattice == Walk::LacksLast;
+    }
+
+    const Walk entries = tintwell::walkEntries(lines, size1D, [&](std::string_view line, int n) {
+        if (isPassedOver(line) || !sample.takeReals(line)) {
+            return false;
+        }
+        White1D(n, value[0], value[1], value[2], domainMin1D, domainMax1D);
+        return true;
+    });
+    resetDomainMax1D();
+    if (entries != Walk::Complete) {
+        return entries == Walk::LacksLast;
+    }
+    resetDomainMax3D();
+    return true;
+}
+
+bool Write_LUTFile::Write_Cube(QString path, Read_LUTFile& lut) {
+    tintwell::TextFile out(path);
+    if (!out.isOpen()) {
+        return false;
+    }
+    applyDefaultOrder(true, false);
+    out << "TITLE \n"
+        << "LUT_3D_SIZE " << lut.size3D << '\n';
+    tintwell::emitLattice(out, *this, lut, outputScale, " ");
+    return true;
+}

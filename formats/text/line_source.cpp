@@ -1,0 +1,116 @@
+#include "formats/text/line_source.h"
+
+#include "formats/text/words.h"
+#include "lut/trace.h"
+
+#include <QFile>
+#include <QFileInfo>
+#include <QTextCodec>
+
+#include <algorithm>
+#include <cstdlib>
+#include <cstring>
+
+namespace tintwell {
+
+namespace {
+
+bool isAscii(const char* from, const char* to) {
+    // One flag for the whole text lets the compiler take many bytes at a time.
+    unsigned char seen = 0;
+    for (; from != to; ++from) {
+        seen |= static_cast<unsigned char>(*from);
+    }
+    return seen < 0x80;
+}
+
+} // namespace
+
+void LineSource::Free::operator()(char* text) const {
+    std::free(text);
+}
+
+LineSource::LineSource(const QString& path) {
+    m_open = read(path);
+    if (!m_open) {
+        return;
+    }
+    qCDebug(formatTrace) << "file:-----" << path;
+    if (!isAscii(m_text.get(), m_end)) {
+        convertToUtf8();
+    }
+    rewind();
+}
+
+bool LineSource::read(const QString& path) {
+    // Devices and pipes may never end.
+    QFile file(path);
+    if (!QFileInfo(path).isFile() || !file.open(QIODevice::ReadOnly | QIODevice::Unbuffered)) {
+        return false;
+    }
+    const qint64 size = file.size();
+    if (size > MaxFileSize) {
+        return false;
+    }
+    // Left uninitialised: clearing a large block costs as much as reading it.
+    m_text.reset(static_cast<char*>(std::malloc(static_cast<std::size_t>(size) + 1)));
+    if (m_text == nullptr) {
+        return false;
+    }
+    char* const text = m_text.get();
+    qint64 used = 0;
+    while (used < size) {
+        const qint64 count = file.read(text + used, size - used);
+        if (count < 0) {
+            return false;
+        }
+        if (count == 0) {
+            break; // the file shrank meanwhile
+        }
+        used += count;
+    }
+    m_end = std::remove(text, text + used, '\r');
+    return true;
+}
+
+void LineSource::convertToUtf8() {
+    const auto size = static_cast<int>(m_end - m_text.get());
+    const QByteArray bytes = QByteArray::fromRawData(m_text.get(), size);
+    const QTextCodec* const codec =
+        QTextCodec::codecForUtfText(bytes, QTextCodec::codecForName("UTF-8"));
+    QTextCodec::ConverterState state; // a sequence cut off by the end of the file is dropped
+    const QString decoded = codec->toUnicode(bytes.constData(), size, &state);
+
+    QByteArray text;
+    for (const QStringRef& line : decoded.splitRef(QLatin1Char('\n'))) {
+        text += line.trimmed().toUtf8();
+        text += '\n';
+    }
+    if (decoded.isEmpty() || decoded.endsWith(QLatin1Char('\n'))) {
+        text.chop(1); // no line stands behind the last line feed
+    }
+    const auto length = static_cast<std::size_t>(text.size());
+    m_text.reset(static_cast<char*>(std::malloc(length + 1)));
+    if (m_text == nullptr) {
+        m_open = false;
+        m_end = nullptr;
+        return;
+    }
+    std::memcpy(m_text.get(), text.constData(), length);
+    m_end = m_text.get() + length;
+}
+
+std::string_view LineSource::next() {
+    const char* const start = m_next;
+    const auto rest = static_cast<std::size_t>(m_end - start);
+    const auto* const feed = static_cast<const char*>(std::memchr(start, '\n', rest));
+    m_next = feed != nullptr ? feed + 1 : m_end;
+    return trimmed({start, static_cast<std::size_t>((feed != nullptr ? feed : m_end) - start)});
+}
+
+bool LineSource::canHold(std::int64_t lines) const {
+    // A number and a line feed each; the last line may lack, and the one before it its line feed.
+    return m_end - m_text.get() >= 2 * (lines - 1) - 1;
+}
+
+} // namespace tintwell

@@ -1,0 +1,49 @@
+#pragma once
+
+#include <QString>
+
+#include <cstdint>
+#include <memory>
+#include <string_view>
+
+namespace tintwell {
+
+/// The lines of a text file, trimmed of surrounding white space.
+///
+/// Yields what the toolkit's text stream would for the same bytes in a UTF-8 locale: carriage
+/// returns are dropped, a byte order mark (UTF-8, UTF-16, UTF-32) decides the encoding, a last line
+/// needs no line feed. The file is read once; lines are UTF-8 views into that memory and live as
+/// long as their source.
+class LineSource {
+public:
+    /// The largest file that is read, in bytes.
+    static constexpr std::int64_t MaxFileSize = std::int64_t{1} << 29;
+
+    /// Opens and reads a regular file, and puts its path into the trace.
+    explicit LineSource(const QString& path);
+
+    bool isOpen() const { return m_open; }
+    bool atEnd() const { return m_next == m_end; }
+    /// The next line; empty at the end.
+    std::string_view next();
+    void rewind() { m_next = m_text.get(); }
+
+    /// Whether the file has bytes enough for \a lines non-empty lines, the last of which may lack:
+    /// a table that needs more can not be filled, so it need not be allocated.
+    bool canHold(std::int64_t lines) const;
+
+private:
+    struct Free {
+        void operator()(char* text) const;
+    };
+
+    bool read(const QString& path);
+    void convertToUtf8();
+
+    std::unique_ptr<char, Free> m_text;
+    const char* m_next = nullptr;
+    const char* m_end = nullptr;
+    bool m_open = false;
+};
+
+} // namespace tintwell

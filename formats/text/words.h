@@ -1,0 +1,50 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace tintwell {
+
+/// White space as both the toolkit and formatted input see it below 0x80.
+constexpr bool isBlank(char c) {
+    return c == ' ' || (c >= '\t' && c <= '\r');
+}
+
+/// \a text without white space at its ends.
+constexpr std::string_view trimmed(std::string_view text) {
+    while (!text.empty() && isBlank(text.front())) {
+        text.remove_prefix(1);
+    }
+    while (!text.empty() && isBlank(text.back())) {
+        text.remove_suffix(1);
+    }
+    return text;
+}
+
+constexpr bool startsWith(std::string_view line, std::string_view start) {
+    return line.substr(0, start.size()) == start;
+}
+
+constexpr bool holds(std::string_view line, std::string_view word) {
+    return line.find(word) != std::string_view::npos;
+}
+
+/// \a line without any occurrence of \a word.
+std::string without(std::string_view line, std::string_view word);
+
+/// \a line without any white space.
+std::string withoutBlanks(std::string_view line);
+
+/// The words of a trimmed line, parted by runs of (Unicode) white space.
+std::vector<std::string_view> words(std::string_view line);
+
+/// The toolkit's conversion to an integer: surrounding white space and a plus sign are fine, "17.0"
+/// is not. 0 for what is no number.
+int toInt(std::string_view text);
+
+/// The toolkit's conversion to a real number; 0 for what is none.
+float toFloat(std::string_view text);
+double toDouble(std::string_view text);
+
+} // namespace tintwell

@@ -1,0 +1,154 @@
+#include "lut/emit.h"
+
+#include <QByteArray>
+#include <QLocale>
+#include <QTextStream>
+
+#include <algorithm>
+#include <array>
+#include <charconv>
+#include <cmath>
+#include <cstring>
+#include <limits>
+
+namespace tintwell {
+
+namespace {
+
+/// What the toolkit itself prints, for the values that the quick ways below leave alone.
+char* printByToolkit(char* to, float value, QTextStream::RealNumberNotation notation) {
+    QByteArray text;
+    QTextStream stream(&text);
+    stream.setRealNumberNotation(notation);
+    stream << value << Qt::flush;
+    return std::copy(text.cbegin(), text.cend(), to);
+}
+
+/// Two digits at a time.
+constexpr auto digitPairs = [] {
+    std::array<char, 200> pairs{};
+    for (std::size_t n = 0; n < 100; ++n) {
+        pairs[2 * n] = static_cast<char>('0' + n / 10);
+        pairs[2 * n + 1] = static_cast<char>('0' + n % 10);
+    }
+    return pairs;
+}();
+
+void printSixDigits(char* to, std::uint32_t value) {
+    std::memcpy(to, &digitPairs[2 * (value / 10'000)], 2);
+    std::memcpy(to + 2, &digitPairs[2 * (value / 100 % 100)], 2);
+    std::memcpy(to + 4, &digitPairs[2 * (value % 100)], 2);
+}
+
+/// The toolkit prints negative zero without its sign, and tiny negative values with it.
+char* printSign(char* to, float value) {
+    if (value < 0) {
+        *to++ = '-';
+    }
+    return to;
+}
+
+bool printsPlainly(const QTextStream& out) {
+    const auto notation = out.realNumberNotation();
+    return out.realNumberPrecision() == 6 && out.numberFlags() == QTextStream::NumberFlags() &&
+           (notation == QTextStream::FixedNotation || notation == QTextStream::SmartNotation) &&
+           out.fieldAlignment() != QTextStream::AlignAccountingStyle &&
+           out.locale() == QLocale::c();
+}
+
+} // namespace
+
+char* printFixed(char* to, float value) {
+    // Below 2^32 a float times 10^6 has at most 38 significant bits: the product is exact in double
+    // precision, and so is the sum with 0.5 wherever it decides the rounding.
+    constexpr float exactBelow = 4294967296.0F;
+    const float magnitude = std::fabs(value);
+    if (!(magnitude < exactBelow)) {
+        return printByToolkit(to, value, QTextStream::FixedNotation);
+    }
+    const auto millionths = static_cast<std::uint64_t>(static_cast<double>(magnitude) * 1e6 + 0.5);
+    const auto whole = static_cast<std::uint32_t>(millionths / 1'000'000);
+    to = printSign(to, value);
+    if (whole < 10) {
+        *to++ = static_cast<char>('0' + whole);
+    } else {
+        to = std::to_chars(to, to + MaxNumberText, whole).ptr;
+    }
+    *to = '.';
+    printSixDigits(to + 1, static_cast<std::uint32_t>(millionths % 1'000'000));
+    return to + 7;
+}
+
+char* printSmart(char* to, float value) {
+    const float magnitude = std::fabs(value);
+    if (magnitude == 0) {
+        *to = '0';
+        return to + 1;
+    }
+    if (!(magnitude >= 1e-4F && magnitude < 999'999.0F)) {
+        return printByToolkit(to, value, QTextStream::SmartNotation);
+    }
+    // The power of ten that leaves six digits before the point; as in printFixed, nothing is lost.
+    static constexpr std::array<double, 10> powers = {1e0, 1e1, 1e2, 1e3, 1e4,
+                                                      1e5, 1e6, 1e7, 1e8, 1e9};
+    std::size_t decimals = powers.size() - 1;
+    while (static_cast<double>(magnitude) * powers[decimals] >= 1e6) {
+        --decimals;
+    }
+    auto digits =
+        static_cast<std::uint32_t>(static_cast<double>(magnitude) * powers[decimals] + 0.5);
+    while (decimals > 0 && digits % 10 == 0) {
+        digits /= 10;
+        --decimals;
+    }
+    const auto unit = static_cast<std::uint32_t>(powers[decimals]);
+    to = printSign(to, value);
+    to = std::to_chars(to, to + MaxNumberText, digits / unit).ptr;
+    if (decimals == 0) {
+        return to;
+    }
+    *to = '.';
+    std::uint32_t rest = digits % unit;
+    for (std::size_t n = decimals; n > 0; --n) {
+        to[n] = static_cast<char>('0' + rest % 10);
+        rest /= 10;
+    }
+    return to + decimals + 1;
+}
+
+std::int64_t scaledInteger(float value, std::int64_t scale) {
+    constexpr float tooLarge = 9223372036854775808.0F;
+    const float scaled = value * static_cast<float>(scale);
+    if (!(scaled >= -tooLarge && scaled < tooLarge)) {
+        return std::numeric_limits<std::int64_t>::min();
+    }
+    return static_cast<std::int64_t>(scaled);
+}
+
+void StreamSink::fixedColumn(float value) {
+    out.setFieldWidth(8);
+    real(value);
+    out.setFieldWidth(0);
+}
+
+void StreamSink::real(float value) {
+    if (!printsPlainly(out)) {
+        out << value;
+        return;
+    }
+    std::array<char, MaxNumberText> text{};
+    const char* const end = out.realNumberNotation() == QTextStream::FixedNotation
+                                ? printFixed(text.data(), value)
+                                : printSmart(text.data(), value);
+    out << QLatin1String(text.data(), static_cast<int>(end - text.data()));
+}
+
+void StreamSink::integer(std::int64_t value) {
+    out << static_cast<qlonglong>(value);
+}
+
+void StreamSink::text(const QString& sep) {
+    out << sep;
+}
+
+} // namespace tintwell

@@ -1,0 +1,178 @@
+#include "lut/read_lutfile.h"
+
+#include "lut/catalogue.h"
+#include "lut/trace.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <cstdlib>
+#include <utility>
+
+namespace {
+
+using Cell = float*;
+using Row = Cell*;
+using Plane = Row*;
+using Lattice = Plane*;
+
+template <typename T>
+T* zeroed(int count) {
+    return static_cast<T*>(std::calloc(static_cast<std::size_t>(count), sizeof(T)));
+}
+
+/// Frees an array of owned pointers, whichever of them were set.
+template <typename T, typename Release>
+void releaseAll(T* items, int count, Release release) {
+    if (items == nullptr) {
+        return;
+    }
+    for (int n = 0; n < count; ++n) {
+        release(items[n]);
+    }
+    std::free(items);
+}
+
+void releaseRow(Row row, int size) {
+    releaseAll(row, size, [](Cell cell) { std::free(cell); });
+}
+
+void releasePlane(Plane plane, int size) {
+    releaseAll(plane, size, [size](Row row) { releaseRow(row, size); });
+}
+
+void releaseLattice(Lattice lattice, int size) {
+    releaseAll(lattice, size, [size](Plane plane) { releasePlane(plane, size); });
+}
+
+/// An array of \a size items, each made by \a make; null, with nothing kept, when memory runs out.
+template <typename T, typename Make, typename Release>
+T* makeAll(int size, Make make, Release release) {
+    T* const items = zeroed<T>(size);
+    if (items == nullptr) {
+        return nullptr;
+    }
+    for (int n = 0; n < size; ++n) {
+        items[n] = make();
+        if (items[n] == nullptr) {
+            release(items, size);
+            return nullptr;
+        }
+    }
+    return items;
+}
+
+Row makeRow(int size) {
+    return makeAll<Cell>(
+        size, [] { return zeroed<float>(3); }, releaseRow);
+}
+
+Plane makePlane(int size) {
+    return makeAll<Row>(
+        size, [size] { return makeRow(size); }, releasePlane);
+}
+
+Lattice makeLattice(int size) {
+    return makeAll<Plane>(
+        size, [size] { return makePlane(size); }, releaseLattice);
+}
+
+const char* word(bool flag) {
+    return flag ? "true" : "false";
+}
+
+} // namespace
+
+Read_LUTFile::Read_LUTFile(QObject* parent) : QObject(parent) {}
+
+Read_LUTFile::~Read_LUTFile() {
+    release3D();
+    release1D();
+}
+
+void Read_LUTFile::release3D() {
+    if (size3D > 0) {
+        releaseLattice(std::exchange(data3D, nullptr), size3D);
+    }
+}
+
+void Read_LUTFile::release1D() {
+    if (size1D > 0) {
+        releaseRow(std::exchange(data1D, nullptr), size1D);
+    }
+}
+
+void Read_LUTFile::Data3DCalloc(float***** table, int size) {
+    if (size <= 0) {
+        return;
+    }
+    if (Lattice const made = makeLattice(size)) {
+        *table = made;
+    }
+}
+
+void Read_LUTFile::Data1DCalloc(float*** table, int size) {
+    if (size <= 0) {
+        return;
+    }
+    if (Row const made = makeRow(size)) {
+        *table = made;
+    }
+}
+
+bool Read_LUTFile::allocate3D() {
+    if (size3D < 1 || size3D > MaxSize3D) {
+        return false;
+    }
+    release3D();
+    Data3DCalloc(&data3D, size3D);
+    return data3D != nullptr;
+}
+
+bool Read_LUTFile::allocate1D() {
+    if (size1D < 1 || size1D > MaxSize1D) {
+        return false;
+    }
+    release1D();
+    Data1DCalloc(&data1D, size1D);
+    return data1D != nullptr;
+}
+
+QString Read_LUTFile::formatStr(int code) {
+    const tintwell::Format* const format = tintwell::formatOf(code);
+    return format != nullptr ? QString::fromUtf8(format->label) : QString();
+}
+
+bool Read_LUTFile::formatIs3D(int code) {
+    const tintwell::Format* const format = tintwell::formatOf(code);
+    return format != nullptr && format->kind == tintwell::TableKind::ThreeD;
+}
+
+bool Read_LUTFile::ReadFile(LUTFILE_ST st, bool probe) {
+    if (!st.defaultOrder) {
+        dataOrder = st.dataOrder;
+        tableOrder = st.tableOrder;
+    }
+    defaultOrder = st.defaultOrder;
+    qCDebug(formatTrace) << word(defaultOrder) << word(dataOrder) << word(tableOrder);
+
+    const tintwell::Format* const format = tintwell::formatOf(st.formatCode);
+    if (format == nullptr || format->read == nullptr) {
+        return false;
+    }
+    return (this->*format->read)(st.path, probe);
+}
+
+void Read_LUTFile::applyDefaultOrder(bool formatDataOrder, bool formatTableOrder) {
+    if (defaultOrder) {
+        dataOrder = formatDataOrder;
+        tableOrder = formatTableOrder;
+    }
+}
+
+void Read_LUTFile::resetDomainMax3D() {
+    std::fill_n(domainMax3D, 3, 1.0F);
+}
+
+void Read_LUTFile::resetDomainMax1D() {
+    std::fill_n(domainMax1D, 3, 1.0F);
+}

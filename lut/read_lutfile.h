@@ -1,0 +1,114 @@
+#pragma once
+
+#include "lut/lutfile_st.h"
+
+#include <QObject>
+#include <QString>
+
+/// The colour look-up table in memory: at most one 3D and one 1D table, each with its input
+/// domain, and the two order flags that decide how samples are stored.
+///
+/// Every reader fills one of these, every computation and every writer works on one. The tables
+/// belong to the container and are released with it. A container serves one read.
+class Read_LUTFile : public QObject {
+    Q_OBJECT
+
+public:
+    /// The largest lattice (points per axis) that a full read accepts; a probe reports any size.
+    static constexpr int MaxSize3D = 256;
+    /// The longest 1D table (entries) that a full read accepts; a probe reports any length.
+    static constexpr int MaxSize1D = 1 << 20;
+
+    float domainMin3D[3] = {0, 0, 0}; ///< lower end of the 3D input domain (R, G, B)
+    float domainMax3D[3] = {1, 1, 1}; ///< upper end of the 3D input domain (R, G, B)
+    float**** data3D = nullptr;       ///< data3D[a][b][c] is a cell of three floats
+    int size3D = 0;                   ///< lattice points per axis; 0: no 3D table
+    float domainMin1D[3] = {0, 0, 0}; ///< lower end of the 1D input domain (R, G, B)
+    float domainMax1D[3] = {1, 1, 1}; ///< upper end of the 1D input domain (R, G, B)
+    float** data1D = nullptr;         ///< data1D[n] is a cell of three floats
+    int size1D = 0;                   ///< entries of the 1D table; 0: no 1D table
+    double shaperIn[256] = {};        ///< 3dl: input positions, divided by the largest of them
+    double gamma = 1.0;               ///< 3dl: the value of the file's gamma line
+    bool dataOrder = true;            ///< true: cells hold R, G, B; false: B, G, R
+    bool tableOrder = true;    ///< true: (i, j, k) is data3D[i][j][k]; false: data3D[k][j][i]
+    bool defaultOrder = false; ///< readers replace both orders by their format's own pair
+    bool meshHeader = false;   ///< cube: the file declared integer samples by a Mesh line
+
+    explicit Read_LUTFile(QObject* parent);
+    ~Read_LUTFile() override;
+
+    /// Allocates a zero-filled table of \a size points per axis into \a *table. Leaves it untouched
+    /// when \a size is below 1 or memory runs out. Setting `size3D` is the caller's part.
+    static void Data3DCalloc(float***** table, int size);
+    /// Allocates a zero-filled table of \a size entries into \a *table. Leaves it untouched when
+    /// \a size is below 1 or memory runs out. Setting `size1D` is the caller's part.
+    static void Data1DCalloc(float*** table, int size);
+
+    /// Gives this container a zero-filled 3D table of `size3D` points per axis, in place of any it
+    /// had. False, with no table, when the size is outside 1..MaxSize3D or memory runs out.
+    bool allocate3D();
+    /// The same for a 1D table of `size1D` entries, at most MaxSize1D.
+    bool allocate1D();
+
+    /// Stores one 3D sample: each channel is clamped to [min, max] and divided by max - min (the
+    /// minimum is not subtracted), then placed as the two order flags say. \a min and \a max hold
+    /// three floats. The table must hold (i, j, k).
+    void White3D(int i, int j, int k, float r, float g, float b, const float* min,
+                 const float* max);
+    /// Stores one 1D sample, clamped and divided likewise. A 1D table has no lattice order: the
+    /// cell holds R, G, B when both flags agree, and B, G, R when they differ.
+    void White1D(int i, float r, float g, float b, const float* min, const float* max);
+
+    /// The label of a format code; empty outside 0..16.
+    static QString formatStr(int code);
+    /// Whether a format code is a 3D format; false outside 0..16.
+    static bool formatIs3D(int code);
+
+    /// Fills this fresh container from \a st.path in the format \a st.formatCode. With \a probe
+    /// only the header is read: sizes and domain, no table. False for an unknown code, a file that
+    /// cannot be opened, and content that the format does not accept.
+    bool ReadFile(LUTFILE_ST st, bool probe);
+
+    bool Read_Cube(QString path, bool probe);
+
+    /// The first step of a reader: under `defaultOrder` the format's own pair of orders holds.
+    void applyDefaultOrder(bool formatDataOrder, bool formatTableOrder);
+    /// The last step of a reader: stored samples are normalised, so the domain ends at 1 again.
+    void resetDomainMax3D();
+    void resetDomainMax1D();
+
+private:
+    void release3D();
+    void release1D();
+};
+
+namespace tintwell {
+
+/// Clamps to [min, max] and divides by the width. NaN passes.
+inline float normalised(float value, float min, float max) {
+    const float clamped = min > value ? min : (value > max ? max : value);
+    return clamped / (max - min);
+}
+
+inline void fillCell(float* cell, bool rgb, float r, float g, float b) {
+    cell[0] = rgb ? r : b;
+    cell[1] = g;
+    cell[2] = rgb ? b : r;
+}
+
+} // namespace tintwell
+
+inline void Read_LUTFile::White3D(int i, int j, int k, float r, float g, float b, const float* min,
+                                  const float* max) {
+    float* const cell = tableOrder ? data3D[i][j][k] : data3D[k][j][i];
+    tintwell::fillCell(cell, dataOrder, tintwell::normalised(r, min[0], max[0]),
+                       tintwell::normalised(g, min[1], max[1]),
+                       tintwell::normalised(b, min[2], max[2]));
+}
+
+inline void Read_LUTFile::White1D(int i, float r, float g, float b, const float* min,
+                                  const float* max) {
+    tintwell::fillCell(data1D[i], dataOrder == tableOrder, tintwell::normalised(r, min[0], max[0]),
+                       tintwell::normalised(g, min[1], max[1]),
+                       tintwell::normalised(b, min[2], max[2]));
+}

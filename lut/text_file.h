@@ -1,0 +1,71 @@
+#pragma once
+
+#include "lut/emit.h"
+#include "lut/lattice.h"
+#include "lut/read_lutfile.h"
+#include "lut/write_lutfile.h"
+
+#include <QFile>
+
+#include <array>
+#include <cstdint>
+#include <memory>
+#include <string_view>
+
+namespace tintwell {
+
+/// A text file being written: collects what is put into it and hands it to the system in blocks.
+/// What is left goes out with the object.
+class TextFile {
+public:
+    /// Creates or empties the file. A pipe is not opened.
+    explicit TextFile(const QString& path);
+    ~TextFile();
+    TextFile(const TextFile&) = delete;
+    TextFile& operator=(const TextFile&) = delete;
+
+    bool isOpen() const { return m_file.isOpen(); }
+
+    TextFile& operator<<(std::string_view text);
+    TextFile& operator<<(char character);
+    TextFile& operator<<(std::int64_t number);
+    TextFile& operator<<(int number) { return *this << std::int64_t{number}; }
+
+    // A sink for the layouts of lut/emit.h; its own notation for real numbers is the smart one.
+    void fixedColumn(float value);
+    void real(float value);
+    void integer(std::int64_t value) { *this << value; }
+    void text(std::string_view sep) { *this << sep; }
+
+private:
+    static constexpr std::size_t BlockSize = 256 * 1024;
+
+    char* room(std::size_t size);
+    void flush();
+
+    QFile m_file;
+    std::unique_ptr<char[]> m_block;
+    std::size_t m_used = 0;
+};
+
+/// Prints the 3D table, one line a point, k fastest: what \a prefix(i, j, k) puts into the file,
+/// then the cell in the writer's orders.
+template <typename Prefix>
+void emitLattice(TextFile& out, const Write_LUTFile& writer, const Read_LUTFile& lut,
+                 std::int64_t scale, std::string_view sep, Prefix&& prefix) {
+    visitLattice(lut.size3D, [&](int i, int j, int k) {
+        const float* const cell = writer.tableOrder ? lut.data3D[i][j][k] : lut.data3D[k][j][i];
+        prefix(i, j, k);
+        emitCell3D(out, cell, writer.dataOrder, scale, sep);
+        out << '\n';
+        return true;
+    });
+}
+
+/// The same without anything before the cell.
+inline void emitLattice(TextFile& out, const Write_LUTFile& writer, const Read_LUTFile& lut,
+                        std::int64_t scale, std::string_view sep) {
+    emitLattice(out, writer, lut, scale, sep, [](int, int, int) {});
+}
+
+} // namespace tintwell

@@ -1,0 +1,3 @@
+#include "lut/trace.h"
+
+Q_LOGGING_CATEGORY(formatTrace, "tintwell.formats", QtDebugMsg)
