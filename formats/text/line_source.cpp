@@ -31,14 +31,11 @@ void LineSource::Free::operator()(char* text) const {
 }
 
 LineSource::LineSource(const QString& path) {
-    m_open = read(path);
-    if (!m_open) {
+    if (!read(path)) {
         return;
     }
     qCDebug(formatTrace) << "file:-----" << path;
-    if (!isAscii(m_text.get(), m_end)) {
-        convertToUtf8();
-    }
+    m_open = normalise();
     rewind();
 }
 
@@ -69,17 +66,31 @@ bool LineSource::read(const QString& path) {
         }
         used += count;
     }
-    m_end = std::remove(text, text + used, '\r');
+    m_end = text + used;
     return true;
 }
 
-void LineSource::convertToUtf8() {
+bool LineSource::normalise() {
+    const bool hasBytes = m_end != m_text.get();
+    if (isAscii(m_text.get(), m_end)) {
+        m_end = std::remove(m_text.get(), m_end, '\r');
+    } else if (!convertToUtf8()) {
+        return false;
+    }
+    if (hasBytes && m_end == m_text.get()) {
+        *m_end++ = '\n'; // the toolkit does not foresee that nothing will come of the bytes
+    }
+    return true;
+}
+
+bool LineSource::convertToUtf8() {
     const auto size = static_cast<int>(m_end - m_text.get());
     const QByteArray bytes = QByteArray::fromRawData(m_text.get(), size);
     const QTextCodec* const codec =
         QTextCodec::codecForUtfText(bytes, QTextCodec::codecForName("UTF-8"));
     QTextCodec::ConverterState state; // a sequence cut off by the end of the file is dropped
-    const QString decoded = codec->toUnicode(bytes.constData(), size, &state);
+    QString decoded = codec->toUnicode(bytes.constData(), size, &state);
+    decoded.remove(QLatin1Char('\r'));
 
     QByteArray text;
     for (const QStringRef& line : decoded.splitRef(QLatin1Char('\n'))) {
@@ -92,12 +103,11 @@ void LineSource::convertToUtf8() {
     const auto length = static_cast<std::size_t>(text.size());
     m_text.reset(static_cast<char*>(std::malloc(length + 1)));
     if (m_text == nullptr) {
-        m_open = false;
-        m_end = nullptr;
-        return;
+        return false;
     }
     std::memcpy(m_text.get(), text.constData(), length);
     m_end = m_text.get() + length;
+    return true;
 }
 
 std::string_view LineSource::next() {

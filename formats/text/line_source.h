@@ -38,11 +38,12 @@ private:
     };
 
     bool read(const QString& path);
-    void convertToUtf8();
+    bool normalise();
+    bool convertToUtf8();
 
     std::unique_ptr<char, Free> m_text;
     const char* m_next = nullptr;
-    const char* m_end = nullptr;
+    char* m_end = nullptr;
     bool m_open = false;
 };
 

@@ -1,0 +1,133 @@
+// What the three buttons of the window do: choose an input, choose an output, convert.
+
+#include "app/main_window.h"
+#include "calc/lutcalc.h"
+#include "lut/read_lutfile.h"
+#include "lut/write_lutfile.h"
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QFileDialog>
+#include <QLineEdit>
+#include <QMessageBox>
+
+namespace {
+
+/// The position in the format catalogue of what the window reads and writes.
+constexpr int CubeFormat = 0;
+
+/// The lattice sizes on offer, in the order of the output size box.
+constexpr int OutputSizes[] = {17, 33};
+
+/// The file filter of both dialogs.
+constexpr const char* FileFilter = QT_TRANSLATE_NOOP(
+    "MainWindow",
+    "lut (*.cube *.3dl *.lut *.davlut *.mga *.m3d *.look *.csp *.cub *.itx *.spi1d *.spi3d *.csv "
+    "*.nvx1d *.nvx3d);;icc (*.icc *.icm);;texture (*.bmp *.png);;UTIs (*.tiff *.tif *.dat);;All "
+    "(*.*)");
+
+void report(const QString& title, const QString& text) {
+    QMessageBox::warning(nullptr, title, text, QMessageBox::Ok);
+}
+
+void askForFiles(int language) {
+    if (language == tintwell::SimplifiedChinese) {
+        report(QStringLiteral("错误"), QStringLiteral("请选择 输入/输出 文件！"));
+    } else {
+        report(QStringLiteral("Error"), QStringLiteral("Please Select Input/Output File!"));
+    }
+}
+
+bool isRgb(const QComboBox* order) {
+    return order->currentText() == QLatin1String("RGB");
+}
+
+bool write(const LUTFILE_ST& st, Read_LUTFile& lut) {
+    Write_LUTFile writer(nullptr);
+    return writer.WriteFile(st, lut);
+}
+
+bool writeResampled(const LUTFILE_ST& st, Read_LUTFile& lut) {
+    if (lut.size3D <= 0) {
+        return false;
+    }
+    Read_LUTFile resampled(nullptr);
+    Read_LUTFile::Data3DCalloc(&resampled.data3D, st.outSize3D);
+    if (resampled.data3D == nullptr) {
+        return false;
+    }
+    resampled.size3D = st.outSize3D;
+    LutCalc().Lut3D_Out(lut, resampled);
+    return write(st, resampled);
+}
+
+} // namespace
+
+void MainWindow::slotInputButton() {
+    const QStringList chosen = QFileDialog::getOpenFileNames(this, tr("Open ICC/3DLUT File"),
+                                                             QString(), tr(FileFilter));
+    if (chosen.isEmpty()) {
+        return;
+    }
+    inputPath = chosen.first();
+
+    LUTFILE_ST st;
+    st.path = inputPath;
+    st.formatCode = CubeFormat;
+    Read_LUTFile preview(nullptr);
+    if (!preview.ReadFile(st, true)) {
+        return;
+    }
+    inputName->setText(inputPath.mid(inputPath.lastIndexOf(QLatin1Char('/'))));
+    inputName->setToolTip(inputPath);
+    inputType->setText(inputPath.mid(inputPath.lastIndexOf(QLatin1Char('.'))));
+    inputSize3D->setText(QString::number(preview.size3D));
+    inputSize1D->setText(QStringLiteral("0"));
+    inputDimension->setText(QStringLiteral("3D"));
+}
+
+void MainWindow::slotOutputButton() {
+    const QString chosen = QFileDialog::getSaveFileName(this, tr("Save ICC/3DLUT File"), QString(),
+                                                        tr(FileFilter));
+    if (chosen.isEmpty()) {
+        return;
+    }
+    outputPath = chosen;
+    outputPathField->setText(outputPath);
+}
+
+void MainWindow::slotWriteLut() {
+    if (outputPathField->text().isEmpty() || inputName->text().isEmpty()) {
+        askForFiles(language);
+        return;
+    }
+    outputPath = outputPathField->text();
+
+    Read_LUTFile lut(nullptr);
+    if (!lut.ReadFile(request(inputPath, inputOrders), false)) {
+        report(QStringLiteral("Error"), QStringLiteral("File Error!"));
+        return;
+    }
+    LUTFILE_ST output = request(outputPath, outputOrders);
+    output.outSize3D = OutputSizes[outputSize3D->currentIndex()];
+    SaveLut(output, lut);
+}
+
+void MainWindow::SaveLut(LUTFILE_ST st, Read_LUTFile& lut) {
+    const bool written = lut.size3D == st.outSize3D ? write(st, lut) : writeResampled(st, lut);
+    if (written) {
+        report(QStringLiteral("Successful"), QStringLiteral("Export successful !"));
+    } else {
+        report(QStringLiteral("Error"), QStringLiteral("Format not supported !"));
+    }
+}
+
+LUTFILE_ST MainWindow::request(const QString& path, const OrderBoxes& orders) {
+    LUTFILE_ST st;
+    st.path = path;
+    st.formatCode = CubeFormat;
+    st.defaultOrder = orders.byDefault->checkState() == Qt::Checked;
+    st.dataOrder = isRgb(orders.data);
+    st.tableOrder = isRgb(orders.table);
+    return st;
+}

@@ -1,0 +1,38 @@
+#pragma once
+
+#include <QString>
+
+namespace tintwell {
+
+/// The languages of the window, in the order of the language selector.
+enum Language : int { English, SimplifiedChinese };
+
+/// What is labelled, in the order of the label tables: input panel, output panel, the rest.
+enum class Label {
+    InputFile,
+    InputName,
+    InputType,
+    InputDefaultOrder,
+    InputDataOrder,
+    InputTableOrder,
+    InputSize3D,
+    InputSize1D,
+    InputDimension,
+    OutputFile,
+    OutputPath,
+    OutputType,
+    OutputSize3D,
+    OutputDefaultOrder,
+    OutputDataOrder,
+    OutputTableOrder,
+    Language,
+    Begin,
+};
+
+/// The label in \a language; English for anything that is not a language of the window.
+QString labelText(int language, Label label);
+
+/// What the start button does, in a few words.
+QString startHint(int language);
+
+} // namespace tintwell

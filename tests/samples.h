@@ -1,0 +1,80 @@
+#pragma once
+
+#include "lut/read_lutfile.h"
+#include "lut/write_lutfile.h"
+
+#include <QByteArray>
+#include <QFile>
+#include <QTemporaryDir>
+#include <QtTest>
+
+#include <clocale>
+#include <functional>
+
+namespace samples {
+
+/// A folder of files made for one test.
+class Folder {
+public:
+    QString path(const QString& name) const { return m_folder.filePath(name); }
+
+    QString file(const QString& name, const QByteArray& content) const {
+        QFile file(path(name));
+        if (!file.open(QIODevice::WriteOnly) || file.write(content) != content.size()) {
+            qFatal("cannot write %s", qPrintable(file.fileName()));
+        }
+        return file.fileName();
+    }
+
+    QByteArray content(const QString& name) const {
+        QFile file(path(name));
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArrayLiteral("(no file)");
+    }
+
+private:
+    QTemporaryDir m_folder;
+};
+
+/// How a file is to be read: in the format's own orders, or in those given.
+inline LUTFILE_ST request(const QString& path, int code) {
+    LUTFILE_ST st;
+    st.path = path;
+    st.formatCode = code;
+    return st;
+}
+
+inline LUTFILE_ST request(const QString& path, int code, bool dataOrder, bool tableOrder) {
+    LUTFILE_ST st = request(path, code);
+    st.defaultOrder = false;
+    st.dataOrder = dataOrder;
+    st.tableOrder = tableOrder;
+    return st;
+}
+
+/// Gives a container a table whose cell (a, b, c) is what \a value says of it.
+inline void fill3D(Read_LUTFile& lut, int size,
+                   const std::function<QVector<float>(int, int, int)>& value) {
+    lut.size3D = size;
+    QVERIFY(lut.allocate3D());
+    for (int i = 0; i < size; ++i) {
+        for (int j = 0; j < size; ++j) {
+            for (int k = 0; k < size; ++k) {
+                const QVector<float> cell = value(i, j, k);
+                std::copy(cell.cbegin(), cell.cend(), lut.data3D[i][j][k]);
+            }
+        }
+    }
+}
+
+inline QVector<float> cell(const float* from) {
+    return {from[0], from[1], from[2]};
+}
+
+/// A locale with a decimal comma must really be in force where a test is run for its sake.
+inline void requireExpectedLocale() {
+    std::setlocale(LC_ALL, "");
+    const bool comma = std::localeconv()->decimal_point[0] == ',';
+    QCOMPARE(comma, qEnvironmentVariableIsSet("TINTWELL_EXPECT_COMMA"));
+}
+
+} // namespace samples

@@ -1,0 +1,157 @@
+#include "formats/text/lattice_walk.h"
+#include "formats/text/line_source.h"
+#include "formats/text/words.h"
+#include "samples.h"
+
+#include <QTextStream>
+
+#include <sys/stat.h>
+
+using tintwell::LineSource;
+
+namespace {
+
+QList<QByteArray> linesOf(LineSource& source) {
+    QList<QByteArray> lines;
+    while (!source.atEnd()) {
+        const std::string_view line = source.next();
+        lines << QByteArray(line.data(), static_cast<int>(line.size()));
+    }
+    return lines;
+}
+
+QList<QByteArray> linesByToolkit(const QString& path) {
+    QFile file(path);
+    file.open(QIODevice::ReadOnly | QIODevice::Text);
+    QTextStream stream(&file);
+    stream.setCodec("UTF-8");
+    QList<QByteArray> lines;
+    while (!stream.atEnd()) {
+        lines << stream.readLine().trimmed().toUtf8();
+    }
+    return lines;
+}
+
+QByteArray inCodec(const char* codec, const QString& text) {
+    QByteArray bytes;
+    QTextStream stream(&bytes);
+    stream.setCodec(codec);
+    stream.setGenerateByteOrderMark(true);
+    stream << text << Qt::flush;
+    return bytes;
+}
+
+} // namespace
+
+class TestLineSource : public QObject {
+    Q_OBJECT
+
+    samples::Folder m_folder;
+
+private Q_SLOTS:
+    void sameLinesAsTheToolkit_data() {
+        QTest::addColumn<QByteArray>("bytes");
+        const QString text = QString::fromUtf8("LUT \u3000\n\u00a0 0 1\n\n\tgrün\u2003\nlast");
+        QTest::newRow("empty") << QByteArray();
+        QTest::newRow("one feed") << QByteArray("\n");
+        QTest::newRow("plain") << QByteArray("a\n b \n\n\tc\v\f\n");
+        QTest::newRow("last line without its feed") << QByteArray("a\nb");
+        QTest::newRow("blanks at the end") << QByteArray("a\n  ");
+        QTest::newRow("carriage returns anywhere") << QByteArray("a\r\n\rb\rc\r\r\n\r\nd\r");
+        QTest::newRow("NUL") << QByteArray("0\0 1\n\0\n2", 8);
+        QTest::newRow("other ASCII separators") << QByteArray("\x1c 1 \x1f\n\x7f\n");
+        QTest::newRow("UTF-8") << text.toUtf8();
+        QTest::newRow("UTF-8 with its mark") << inCodec("UTF-8", text);
+        QTest::newRow("mark alone") << QByteArray("\xEF\xBB\xBF");
+        QTest::newRow("UTF-16LE") << inCodec("UTF-16LE", text);
+        QTest::newRow("UTF-16BE") << inCodec("UTF-16BE", text);
+        QTest::newRow("UTF-32LE") << inCodec("UTF-32LE", text);
+        QTest::newRow("UTF-16 with carriage returns") << inCodec("UTF-16LE", text + "\r\n1\r\n2");
+        QTest::newRow("next line and no-break blanks") << QByteArray("\xC2\x85 1 \xC2\xA0\n2");
+        QTest::newRow("broken UTF-8") << QByteArray("\xFF\xFE\n1 \xC3\n\xE4\xB8\n2 \xC3");
+        QTest::newRow("Latin-1") << QByteArray("TITLE gr\xFCn\n1 2 3\n");
+    }
+    void sameLinesAsTheToolkit() {
+        QFETCH(QByteArray, bytes);
+        const QString path = m_folder.file(QStringLiteral("lines"), bytes);
+        LineSource source(path);
+        QVERIFY(source.isOpen());
+        const QList<QByteArray> lines = linesOf(source);
+        QCOMPARE(lines, linesByToolkit(path));
+        source.rewind();
+        QCOMPARE(linesOf(source), lines);
+        QVERIFY(source.atEnd());
+        QVERIFY(source.next().empty());
+    }
+
+    void opensRegularFilesOnly() {
+        const QString fifo = m_folder.path(QStringLiteral("fifo"));
+        QCOMPARE(mkfifo(qPrintable(fifo), 0600), 0);
+        const QString dangling = m_folder.path(QStringLiteral("dangling"));
+        QVERIFY(QFile::link(m_folder.path(QStringLiteral("nowhere")), dangling));
+        for (const QString& path : {fifo, dangling, m_folder.path(QString()), QString(),
+                                    QStringLiteral("/dev/zero"), QStringLiteral("/no/such")}) {
+            QVERIFY2(!LineSource(path).isOpen(), qPrintable(path));
+        }
+    }
+
+    void tellsWhatItCanHold() {
+        const LineSource source(m_folder.file(QStringLiteral("three"), "1\n2\n3"));
+        QVERIFY(source.canHold(4)); // the fourth line may lack
+        QVERIFY(!source.canHold(5));
+        QVERIFY(!source.canHold(std::int64_t{1} << 40));
+    }
+
+    void wordsAndRemoval() {
+        const auto joined = [](const char* text) {
+            QByteArrayList found;
+            for (const std::string_view word : tintwell::words(text)) {
+                found << QByteArray(word.data(), static_cast<int>(word.size()));
+            }
+            return found.join('|');
+        };
+        QCOMPARE(joined(""), QByteArray());
+        QCOMPARE(joined(" a\t bc \v1"), QByteArray("a|bc|1"));
+        QCOMPARE(joined("\u00a0 a\u3000grün\u2028b\u0085"), QByteArray("a|grün|b"));
+        QCOMPARE(tintwell::without("in 4 in in5", "in"), std::string(" 4  5"));
+        QCOMPARE(tintwell::without("aabb", "ab"), std::string("ab"));
+        QCOMPARE(tintwell::withoutBlanks(" 3 \u3000 d"), std::string("3d"));
+        QCOMPARE(tintwell::toInt(" +17\t"), 17);
+        QCOMPARE(tintwell::toInt("17.0"), 0);
+    }
+
+    void walksKeepTheEndRule_data() {
+        QTest::addColumn<QByteArray>("text");
+        QTest::addColumn<int>("end");
+        QTest::newRow("complete") << QByteArray("a\nb\nc\nd\ne\nf\ng\nh\nmore")
+                                  << int(tintwell::Walk::Complete);
+        QTest::newRow("skipped lines take no place")
+            << QByteArray("-\na\n-\nb\nc\nd\ne\nf\ng\n-\nh") << int(tintwell::Walk::Complete);
+        QTest::newRow("last lacks")
+            << QByteArray("a\nb\nc\nd\ne\nf\ng\n-\n") << int(tintwell::Walk::LacksLast);
+        QTest::newRow("two lack") << QByteArray("a\nb\nc\nd\ne\nf\n") << int(tintwell::Walk::Short);
+    }
+    void walksKeepTheEndRule() {
+        QFETCH(QByteArray, text);
+        LineSource lines(m_folder.file(QStringLiteral("walk"), text));
+        QByteArray visited;
+        const auto lattice =
+            tintwell::walkLattice(lines, 2, [&](std::string_view line, int i, int j, int k) {
+                if (line == "-") {
+                    return false;
+                }
+                visited += line[0] == 'a' + 4 * i + 2 * j + k ? '.' : '!';
+                return true;
+            });
+        QTEST(int(lattice), "end");
+        QVERIFY(!visited.contains('!'));
+        lines.rewind();
+        const auto entries = tintwell::walkEntries(lines, 8, [](std::string_view line, int n) {
+            return line == std::string(1, char('a' + n));
+        });
+        QTEST(int(entries), "end");
+    }
+};
+
+QTEST_GUILESS_MAIN(TestLineSource)
+#include "test_line_source.moc"
