@@ -64,8 +64,8 @@ bool writeResampled(const LUTFILE_ST& st, Read_LUTFile& lut) {
 } // namespace
 
 void MainWindow::slotInputButton() {
-    const QStringList chosen = QFileDialog::getOpenFileNames(this, tr("Open ICC/3DLUT File"),
-                                                             QString(), tr(FileFilter));
+    const QStringList chosen =
+        QFileDialog::getOpenFileNames(this, tr("Open ICC/3DLUT File"), QString(), tr(FileFilter));
     if (chosen.isEmpty()) {
         return;
     }
@@ -87,8 +87,8 @@ void MainWindow::slotInputButton() {
 }
 
 void MainWindow::slotOutputButton() {
-    const QString chosen = QFileDialog::getSaveFileName(this, tr("Save ICC/3DLUT File"), QString(),
-                                                        tr(FileFilter));
+    const QString chosen =
+        QFileDialog::getSaveFileName(this, tr("Save ICC/3DLUT File"), QString(), tr(FileFilter));
     if (chosen.isEmpty()) {
         return;
     }

@@ -11,9 +11,9 @@ constexpr std::size_t LabelCount = static_cast<std::size_t>(Label::Begin) + 1;
 using LabelTable = std::array<const char*, LabelCount>;
 
 constexpr LabelTable EnglishLabels = {
-    "Input File",    "File Name",  "Type",        "Default Order", "Data Order", "Table Order",
-    "3D Size",       "1D Size",    "Dimension",   "Output File",   "File Path",  "Type",
-    "3D Size",       "Default Order", "Data Order", "Table Order",   "Language",   "Begin",
+    "Input File", "File Name",     "Type",       "Default Order", "Data Order", "Table Order",
+    "3D Size",    "1D Size",       "Dimension",  "Output File",   "File Path",  "Type",
+    "3D Size",    "Default Order", "Data Order", "Table Order",   "Language",   "Begin",
 };
 
 constexpr LabelTable ChineseLabels = {

@@ -10,6 +10,8 @@
 #include <QPainter>
 #include <QSignalBlocker>
 
+#include <algorithm>
+
 using tintwell::Label;
 using tintwell::labelText;
 
@@ -19,7 +21,8 @@ namespace {
 constexpr int WindowMargin = 16;
 constexpr int PanelMargin = 16;
 constexpr int PanelGap = 32;
-constexpr int GroupGap = 10;
+constexpr int GroupGap = 8;
+constexpr int StartWidth = 128;
 constexpr qreal CornerRadius = 6;
 constexpr qreal ChevronReach = 5;
 
@@ -28,8 +31,6 @@ constexpr qreal ChevronReach = 5;
 constexpr qreal FillOpacity = 0.03;
 constexpr qreal FrameOpacity = 0.2;
 constexpr qreal ChevronOpacity = 0.5;
-
-const QSize ReadingSize(0, 0);
 
 template <typename T>
 T* named(const char* name, T* widget) {
@@ -123,29 +124,197 @@ MainWindow::MainWindow(QWidget* parent) : QMainWindow(parent) {
     resize(sizeHint());
 }
 
-// Widgets are made in the order in which the eye meets them, which is also the tab order.
+// Widgets enter the layouts in the order in which the eye meets them, so that the tab order
+// follows.
 
 QWidget* MainWindow::makeInputPanel() {
     auto* const panel = named("inputPanel", new QWidget);
     QGridLayout* const grid = makePanelGrid(panel);
 
     inputButton = named("inputButton", new PressButton);
+    grid->addWidget(inputButton, 0, 0, 1, -1);
+    buttonCaptions += {Label::InputFile, inputButton, QKeySequence::Open};
+
     inputName = makeInfoField("inputName");
     inputType = makeInfoField("inputType");
     inputDimension = makeInfoField("inputDimension");
     inputSize3D = makeInfoField("inputSize3D");
     inputSize1D = makeInfoField("inputSize1D");
+    addFields(grid, 1, {{Label::InputName, inputName}});
+    addFields(grid, 2, {{Label::InputType, inputType}, {Label::InputDimension, inputDimension}});
+    addFields(grid, 3, {{Label::InputSize3D, inputSize3D}, {Label::InputSize1D, inputSize1D}});
+
     inputOrders = {named("inputDefaultOrder", new QCheckBox), makeOrderBox("inputDataOrder"),
                    makeOrderBox("inputTableOrder")};
-
-    addButton(grid, 0, {Label::InputFile, inputButton, QKeySequence::Open});
-    addField(grid, 1, 0, {Label::InputName, inputName});
-    addField(grid, 2, 0, {Label::InputType, inputType});
-    addField(grid, 2, 2, {Label::InputDimension, inputDimension});
-    addField(grid, 3, 0, {Label::InputSize3D, inputSize3D});
-    addField(grid, 3, 2, {Label::InputSize1D, inputSize1D});
-    addButton(grid, 4, {Label::InputDefaultOrder, inputOrders.byDefault, {}});
-    addField(grid, 5, 0, {Label::InputDataOrder, inputOrders.data});
-    addField(grid, 6, 0, {Label::InputTableOrder, inputOrders.table});
+    addOrders(grid, 4, inputOrders,
+              {Label::InputDefaultOrder, Label::InputDataOrder, Label::InputTableOrder});
     return panel;
+}
+
+QWidget* MainWindow::makeOutputPanel() {
+    auto* const panel = named("outputPanel", new QWidget);
+    QGridLayout* const grid = makePanelGrid(panel);
+
+    outputButton = named("outputButton", new PressButton);
+    grid->addWidget(outputButton, 0, 0, 1, -1);
+    buttonCaptions += {Label::OutputFile, outputButton, QKeySequence::Save};
+
+    outputPathField = named("outputPath", new QLineEdit);
+    outputType = makeBox("outputType", {QStringLiteral(".cube")});
+    outputSize3D = makeBox("outputSize3D", {QStringLiteral("17"), QStringLiteral("33")});
+    addFields(grid, 1, {{Label::OutputPath, outputPathField}});
+    addFields(grid, 2, {{Label::OutputType, outputType}});
+    addFields(grid, 3, {{Label::OutputSize3D, outputSize3D}});
+
+    outputOrders = {named("outputDefaultOrder", new QCheckBox), makeOrderBox("outputDataOrder"),
+                    makeOrderBox("outputTableOrder")};
+    addOrders(grid, 4, outputOrders,
+              {Label::OutputDefaultOrder, Label::OutputDataOrder, Label::OutputTableOrder});
+    return panel;
+}
+
+QLayout* MainWindow::makeFooter() {
+    auto* const caption = named("languageCaption", new QLabel(QStringLiteral("语言/Language:")));
+    languageBox = makeBox("language", {QStringLiteral("English"), QStringLiteral("简体中文")});
+    caption->setBuddy(languageBox);
+
+    startButton = named("startButton", new PressButton);
+    startButton->setMinimumWidth(StartWidth);
+    buttonCaptions += {Label::Begin, startButton, QKeySequence(Qt::CTRL + Qt::Key_Return)};
+
+    auto* const row = new QHBoxLayout;
+    row->addWidget(caption);
+    row->addWidget(languageBox);
+    row->addStretch(1);
+    row->addWidget(startButton);
+    return row;
+}
+
+void MainWindow::addFields(QGridLayout* grid, int row, QVector<FieldCaption> fields) {
+    const int span = fields.size() == 1 ? -1 : 1;
+    int column = 0;
+    for (FieldCaption& caption : fields) {
+        caption.text = new QLabel;
+        caption.text->setObjectName(caption.field->objectName() + QLatin1String("Caption"));
+        caption.text->setBuddy(caption.field);
+        grid->addWidget(caption.text, row, column);
+        grid->addWidget(caption.field, row, column + 1, 1, span);
+        column += 2;
+    }
+    fieldCaptions += fields;
+}
+
+void MainWindow::addOrders(QGridLayout* grid, int row, const OrderBoxes& orders,
+                           const OrderLabels& labels) {
+    grid->setRowMinimumHeight(row, GroupGap);
+    grid->addWidget(orders.byDefault, row + 1, 1, 1, -1);
+    buttonCaptions += {labels.byDefault, orders.byDefault, {}};
+    addFields(grid, row + 2, {{labels.data, orders.data}});
+    addFields(grid, row + 3, {{labels.table, orders.table}});
+}
+
+void MainWindow::connectSignals() {
+    const auto indexChanged = QOverload<int>::of(&QComboBox::currentIndexChanged);
+
+    connect(inputButton, &PressButton::pressed, this, &MainWindow::slotInputButton);
+    connect(outputButton, &PressButton::pressed, this, &MainWindow::slotOutputButton);
+    connect(startButton, &PressButton::pressed, this, &MainWindow::slotWriteLut);
+    connect(inputOrders.byDefault, &QCheckBox::stateChanged, this,
+            &MainWindow::slotInCheckBoxChanged);
+    connect(inputOrders.data, indexChanged, this, &MainWindow::slotInComboxChanged);
+    connect(inputOrders.table, indexChanged, this, &MainWindow::slotInComboxChanged);
+    connect(outputOrders.byDefault, &QCheckBox::stateChanged, this,
+            &MainWindow::slotOutCheckBoxChanged);
+    connect(outputOrders.data, indexChanged, this, &MainWindow::slotOutComboxChanged);
+    connect(outputOrders.table, indexChanged, this, &MainWindow::slotOutComboxChanged);
+    connect(languageBox, indexChanged, this, &MainWindow::slotLanguageChanged);
+    connect(outputPathField, &QLineEdit::textChanged, outputPathField, &QLineEdit::setToolTip);
+}
+
+void MainWindow::refreshWindow() {
+    for (const FieldCaption& caption : qAsConst(fieldCaptions)) {
+        const Label panel =
+            caption.label < Label::OutputFile ? Label::InputFile : Label::OutputFile;
+        const QString text = labelText(language, caption.label);
+        caption.text->setText(text);
+        caption.field->setAccessibleName(text);
+        caption.field->setAccessibleDescription(labelText(language, panel));
+    }
+    for (const ButtonCaption& caption : qAsConst(buttonCaptions)) {
+        caption.button->setText(labelText(language, caption.label));
+        // A new text takes the old shortcut away.
+        caption.button->setShortcut(caption.shortcut);
+        caption.button->setToolTip(caption.shortcut.toString(QKeySequence::NativeText));
+    }
+    inputPanel->setAccessibleName(labelText(language, Label::InputFile));
+    outputPanel->setAccessibleName(labelText(language, Label::OutputFile));
+    languageBox->setAccessibleName(labelText(language, Label::Language));
+    languageBox->setToolTip(labelText(language, Label::Language));
+    startButton->setToolTip(tintwell::startHint(language));
+    startButton->setAccessibleDescription(tintwell::startHint(language));
+    arrangePanels();
+}
+
+void MainWindow::slotInCheckBoxChanged(int state) {
+    if (state == Qt::Checked) {
+        resetOrders(inputOrders);
+    }
+}
+
+void MainWindow::slotInComboxChanged(int /*index*/) {
+    clearDefault(inputOrders);
+}
+
+void MainWindow::slotOutCheckBoxChanged(int state) {
+    if (state == Qt::Checked) {
+        resetOrders(outputOrders);
+    }
+}
+
+void MainWindow::slotOutComboxChanged(int /*index*/) {
+    clearDefault(outputOrders);
+}
+
+void MainWindow::slotLanguageChanged(int index) {
+    language = index;
+    refreshWindow();
+}
+
+void MainWindow::resetOrders(const OrderBoxes& orders) {
+    // Silently: after the first of two resets the other order would still clear the check box.
+    const QSignalBlocker dataBlocker(orders.data);
+    const QSignalBlocker tableBlocker(orders.table);
+    orders.data->setCurrentIndex(0);
+    orders.table->setCurrentIndex(0);
+}
+
+void MainWindow::clearDefault(const OrderBoxes& orders) {
+    if (orders.data->currentIndex() != 0 || orders.table->currentIndex() != 0) {
+        orders.byDefault->setChecked(false);
+    }
+}
+
+void MainWindow::paintEvent(QPaintEvent* event) {
+    QMainWindow::paintEvent(event);
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::Antialiasing);
+    const QRectF input(inputPanel->mapTo(this, QPoint()), inputPanel->size());
+    const QRectF output(outputPanel->mapTo(this, QPoint()), outputPanel->size());
+    drawFrame(painter, palette(), input);
+    drawFrame(painter, palette(), output);
+    drawChevron(painter, palette(), input, output);
+}
+
+void MainWindow::resizeEvent(QResizeEvent* event) {
+    QMainWindow::resizeEvent(event);
+    arrangePanels();
+}
+
+void MainWindow::arrangePanels() {
+    const int input = inputPanel->minimumSizeHint().width();
+    const int output = outputPanel->minimumSizeHint().width();
+    const int sideBySide = input + PanelGap + output + 2 * WindowMargin;
+    panels->setDirection(width() < sideBySide ? QBoxLayout::TopToBottom : QBoxLayout::LeftToRight);
+    // The layout asks for the width of its present direction, and would never let the other come.
+    setMinimumWidth(std::max(input, output) + 2 * WindowMargin);
 }

@@ -60,12 +60,17 @@ private:
         QComboBox* table;
     };
 
-    /// A label in front of the field it names, on the panel that \a side names.
+    struct OrderLabels {
+        tintwell::Label byDefault;
+        tintwell::Label data;
+        tintwell::Label table;
+    };
+
+    /// A field with its label in front.
     struct FieldCaption {
         tintwell::Label label;
-        tintwell::Label side;
-        QLabel* text;
         QWidget* field;
+        QLabel* text = nullptr;
     };
 
     /// A button or check box that carries its own label.
@@ -80,9 +85,9 @@ private:
     QLayout* makeFooter();
     void connectSignals();
 
-    /// Puts widgets into cells of a panel's grid and notes how they are labelled.
-    void addField(QGridLayout* grid, int row, int column, FieldCaption caption);
-    void addButton(QGridLayout* grid, int row, int column, const ButtonCaption& caption);
+    /// Fills a row of a panel's grid with one field or with two, and notes how they are labelled.
+    void addFields(QGridLayout* grid, int row, QVector<FieldCaption> fields);
+    void addOrders(QGridLayout* grid, int row, const OrderBoxes& orders, const OrderLabels& labels);
 
     /// Side by side where there is room, else one above the other.
     void arrangePanels();

@@ -11,9 +11,7 @@
 // Keywords may stand on any line. Samples come k fastest; entries of a 1D table follow those of the
 // 3D table. A "Mesh 8 10" line declares integer samples, here of ten bits.
 
-#include "formats/text/lattice_walk.h"
-#include "formats/text/line_source.h"
-#include "formats/text/scan.h"
+#include "formats/tables.h"
 #include "formats/text/words.h"
 #include "lut/read_lutfile.h"
 #include "lut/text_file.h"
@@ -21,12 +19,19 @@
 
 #include <algorithm>
 #include <cmath>
-#include <cstdint>
+#include <string_view>
 
+using tintwell::allocateLattice;
+using tintwell::Body;
 using tintwell::holds;
 using tintwell::LineSource;
 using tintwell::scan;
+using tintwell::store1D;
+using tintwell::store3D;
+using tintwell::Triple;
 using tintwell::Walk;
+using tintwell::walkEntries;
+using tintwell::walkLattice;
 using tintwell::without;
 
 namespace {
@@ -111,32 +116,15 @@ int inferredSize(int dataLines) {
     return static_cast<int>(std::pow(dataLines, 1.0 / 3.0) + 0.5);
 }
 
-bool allocate(Read_LUTFile& lut, const LineSource& lines) {
-    const std::int64_t n = lut.size3D;
-    if (n > 0 && (n > Read_LUTFile::MaxSize3D || !lines.canHold(n * n * n) || !lut.allocate3D())) {
+/// An integer sample, brought to real numbers.
+bool takeCodes(std::string_view line, Triple<int>& codes, float scale, Triple<float>& sample) {
+    if (!codes.take(line)) {
         return false;
     }
-    return lut.size1D < 1 || lut.allocate1D();
+    sample = {static_cast<float>(codes.r) / scale, static_cast<float>(codes.g) / scale,
+              static_cast<float>(codes.b) / scale};
+    return true;
 }
-
-/// The numbers of the current data line. A line with fewer than three keeps those of the line
-/// before.
-struct CubeSample {
-    float value[3] = {0, 0, 0};
-    int code[3] = {0, 0, 0};
-
-    bool takeReals(std::string_view line) { return scan(line, value[0], value[1], value[2]) > 0; }
-
-    bool takeCodes(std::string_view line, float scale) {
-        if (scan(line, code[0], code[1], code[2]) == 0) {
-            return false;
-        }
-        for (int c = 0; c < 3; ++c) {
-            value[c] = static_cast<float>(code[c]) / scale;
-        }
-        return true;
-    }
-};
 
 /// Lines that hold no sample whatever they begin with.
 bool isPassedOver(std::string_view line) {
@@ -163,21 +151,23 @@ bool Read_LUTFile::Read_Cube(QString path, bool probe) {
     if (probe) {
         return true;
     }
-    if (!allocate(*this, lines)) {
+    if ((size3D > 0 && !allocateLattice(*this, lines, Body::Complete)) ||
+        (size1D > 0 && !allocate1D())) {
         resetDomainMax3D();
         return false;
     }
 
     lines.rewind();
-    CubeSample sample;
-    const float* const value = sample.value;
+    Triple<float> sample;
+    Triple<int> codes;
     const Walk lattice =
-        tintwell::walkLattice(lines, size3D, [&](std::string_view line, int i, int j, int k) {
+        walkLattice(lines, size3D, [&](std::string_view line, int i, int j, int k) {
             if (isPassedOver(line) ||
-                !(meshHeader ? sample.takeCodes(line, header.meshScale) : sample.takeReals(line))) {
+                !(meshHeader ? takeCodes(line, codes, header.meshScale, sample)
+                             : sample.take(line))) {
                 return false;
             }
-            White3D(i, j, k, value[0], value[1], value[2], domainMin3D, domainMax3D);
+            store3D(*this, i, j, k, sample);
             return true;
         });
     if (lattice != Walk::Complete) {
@@ -185,11 +175,11 @@ bool Read_LUTFile::Read_Cube(QString path, bool probe) {
         return lattice == Walk::LacksLast;
     }
 
-    const Walk entries = tintwell::walkEntries(lines, size1D, [&](std::string_view line, int n) {
-        if (isPassedOver(line) || !sample.takeReals(line)) {
+    const Walk entries = walkEntries(lines, size1D, [&](std::string_view line, int n) {
+        if (isPassedOver(line) || !sample.take(line)) {
             return false;
         }
-        White1D(n, value[0], value[1], value[2], domainMin1D, domainMax1D);
+        store1D(*this, n, sample);
         return true;
     });
     resetDomainMax1D();

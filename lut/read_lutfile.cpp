@@ -156,7 +156,7 @@ bool Read_LUTFile::ReadFile(LUTFILE_ST st, bool probe) {
     qCDebug(formatTrace) << word(defaultOrder) << word(dataOrder) << word(tableOrder);
 
     const tintwell::Format* const format = tintwell::formatOf(st.formatCode);
-    if (format == nullptr || format->read == nullptr) {
+    if (format == nullptr) {
         return false;
     }
     return (this->*format->read)(st.path, probe);

@@ -69,8 +69,27 @@ public:
     /// cannot be opened, and content that the format does not accept.
     bool ReadFile(LUTFILE_ST st, bool probe);
 
+    // One reader a format, each in its own source under formats/.
     bool Read_Cube(QString path, bool probe);
+    bool Read_Texture(QString path, bool probe);
+    bool Read_IUC(QString path, bool probe);
+    bool Read_3dl(QString path, bool probe);
+    bool Read_Mga(QString path, bool probe);
+    bool Read_Look(QString path, bool probe);
+    bool Read_1dLut_Discreet(QString path, bool probe);
+    bool Read_1dLut(QString path, bool probe);
+    bool Read_DavLut(QString path, bool probe);
+    bool Read_Csp(QString path, bool probe);
+    bool Read_Cub(QString path, bool probe);
+    bool Read_Itx(QString path, bool probe);
+    bool Read_Spi1D(QString path, bool probe);
+    bool Read_Spi3D(QString path, bool probe);
+    bool Read_Csv(QString path, bool probe);
+    bool Read_NVX1D(QString path, bool probe);
+    bool Read_NVX3D(QString path, bool probe);
 
+    /// Whether a size of either kind is known: what most readers' result comes down to.
+    bool hasSize() const { return size3D > 0 || size1D > 0; }
     /// The first step of a reader: under `defaultOrder` the format's own pair of orders holds.
     void applyDefaultOrder(bool formatDataOrder, bool formatTableOrder);
     /// The last step of a reader: stored samples are normalised, so the domain ends at 1 again.

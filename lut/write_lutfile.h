@@ -27,7 +27,18 @@ public:
     /// when the file cannot be opened.
     bool WriteFile(LUTFILE_ST st, Read_LUTFile& lut);
 
+    // The writers, beside their readers under formats/. False only when the file cannot be opened.
     bool Write_Cube(QString path, Read_LUTFile& lut);
+    bool Write_Mga(QString path, Read_LUTFile& lut);
+    bool Write_1dLut_Discreet(QString path, Read_LUTFile& lut);
+    bool Write_1dLut(QString path, Read_LUTFile& lut);
+    bool Write_DavLut(QString path, Read_LUTFile& lut);
+    bool Write_Itx(QString path, Read_LUTFile& lut);
+    bool Write_Spi1D(QString path, Read_LUTFile& lut);
+    bool Write_Spi3D(QString path, Read_LUTFile& lut);
+    bool Write_Csv(QString path, Read_LUTFile& lut);
+    bool Write_NVX1D(QString path, Read_LUTFile& lut);
+    bool Write_NVX3D(QString path, Read_LUTFile& lut);
 
     /// Prints 3D cell (i, j, k) without a line end. Below scale 2: three real numbers in fixed
     /// notation, each right-aligned in 8 columns, \a sep between them. From scale 2 on: three
