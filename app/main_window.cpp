@@ -10,8 +10,6 @@
 #include <QPainter>
 #include <QSignalBlocker>
 
-#include <algorithm>
-
 using tintwell::Label;
 using tintwell::labelText;
 
@@ -23,6 +21,7 @@ constexpr int PanelMargin = 16;
 constexpr int PanelGap = 32;
 constexpr int GroupGap = 8;
 constexpr int StartWidth = 128;
+constexpr int InfoCharacters = 7;
 constexpr qreal CornerRadius = 6;
 constexpr qreal ChevronReach = 5;
 
@@ -42,6 +41,7 @@ T* named(const char* name, T* widget) {
 QLineEdit* makeInfoField(const char* name) {
     auto* const field = named(name, new QLineEdit);
     field->setReadOnly(true);
+    field->setMinimumWidth(InfoCharacters * field->fontMetrics().horizontalAdvance(u'0'));
     QPalette palette = field->palette();
     palette.setBrush(QPalette::Base, Qt::transparent);
     field->setPalette(palette);
@@ -311,10 +311,15 @@ void MainWindow::resizeEvent(QResizeEvent* event) {
 }
 
 void MainWindow::arrangePanels() {
-    const int input = inputPanel->minimumSizeHint().width();
-    const int output = outputPanel->minimumSizeHint().width();
-    const int sideBySide = input + PanelGap + output + 2 * WindowMargin;
-    panels->setDirection(width() < sideBySide ? QBoxLayout::TopToBottom : QBoxLayout::LeftToRight);
-    // The layout asks for the width of its present direction, and would never let the other come.
-    setMinimumWidth(std::max(input, output) + 2 * WindowMargin);
+    QLayout* const layout = centralWidget()->layout();
+    // Without a minimum of its own the window could not shrink below two panels side by side.
+    panels->setDirection(QBoxLayout::TopToBottom);
+    setMinimumWidth(layout->minimumSize().width());
+    panels->setDirection(QBoxLayout::LeftToRight);
+    if (width() < layout->minimumSize().width()) {
+        panels->setDirection(QBoxLayout::TopToBottom);
+    }
+    // At once, for the frames are drawn around the panels where they are now.
+    layout->activate();
+    update();
 }
