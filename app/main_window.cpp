@@ -10,6 +10,8 @@
 #include <QPainter>
 #include <QSignalBlocker>
 
+#include <algorithm>
+
 using tintwell::Label;
 using tintwell::labelText;
 
@@ -113,7 +115,8 @@ MainWindow::MainWindow(QWidget* parent) : QMainWindow(parent) {
     column->setContentsMargins(WindowMargin, WindowMargin, WindowMargin, WindowMargin);
     column->setSpacing(WindowMargin);
     column->addLayout(panels);
-    column->addLayout(makeFooter());
+    footer = makeFooter();
+    column->addWidget(footer);
     column->addStretch(1);
     setCentralWidget(central);
 
@@ -121,7 +124,8 @@ MainWindow::MainWindow(QWidget* parent) : QMainWindow(parent) {
     outputOrders.byDefault->setChecked(true);
     connectSignals();
     refreshWindow();
-    resize(sizeHint());
+    resize(sideBySideWidth() * 5 / 4, 0);
+    arrangePanels();
 }
 
 // Widgets enter the layouts in the order in which the eye meets them, so that the tab order
@@ -173,7 +177,7 @@ QWidget* MainWindow::makeOutputPanel() {
     return panel;
 }
 
-QLayout* MainWindow::makeFooter() {
+QWidget* MainWindow::makeFooter() {
     auto* const caption = named("languageCaption", new QLabel(QStringLiteral("语言/Language:")));
     languageBox = makeBox("language", {QStringLiteral("English"), QStringLiteral("简体中文")});
     caption->setBuddy(languageBox);
@@ -182,12 +186,14 @@ QLayout* MainWindow::makeFooter() {
     startButton->setMinimumWidth(StartWidth);
     buttonCaptions += {Label::Begin, startButton, QKeySequence(Qt::CTRL + Qt::Key_Return)};
 
-    auto* const row = new QHBoxLayout;
+    auto* const strip = named("footer", new QWidget);
+    auto* const row = new QHBoxLayout(strip);
+    row->setContentsMargins(0, 0, 0, 0);
     row->addWidget(caption);
     row->addWidget(languageBox);
     row->addStretch(1);
     row->addWidget(startButton);
-    return row;
+    return strip;
 }
 
 void MainWindow::addFields(QGridLayout* grid, int row, QVector<FieldCaption> fields) {
@@ -310,16 +316,20 @@ void MainWindow::resizeEvent(QResizeEvent* event) {
     arrangePanels();
 }
 
+int MainWindow::panelWidth() const {
+    return std::max(inputPanel->minimumSizeHint().width(), outputPanel->minimumSizeHint().width());
+}
+
+int MainWindow::sideBySideWidth() const {
+    return 2 * panelWidth() + PanelGap + 2 * WindowMargin;
+}
+
 void MainWindow::arrangePanels() {
-    QLayout* const layout = centralWidget()->layout();
+    const bool sideBySide = width() >= sideBySideWidth();
+    panels->setDirection(sideBySide ? QBoxLayout::LeftToRight : QBoxLayout::TopToBottom);
     // Without a minimum of its own the window could not shrink below two panels side by side.
-    panels->setDirection(QBoxLayout::TopToBottom);
-    setMinimumWidth(layout->minimumSize().width());
-    panels->setDirection(QBoxLayout::LeftToRight);
-    if (width() < layout->minimumSize().width()) {
-        panels->setDirection(QBoxLayout::TopToBottom);
-    }
+    setMinimumWidth(std::max(panelWidth(), footer->minimumSizeHint().width()) + 2 * WindowMargin);
     // At once, for the frames are drawn around the panels where they are now.
-    layout->activate();
+    centralWidget()->layout()->activate();
     update();
 }

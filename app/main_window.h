@@ -82,14 +82,18 @@ private:
 
     QWidget* makeInputPanel();
     QWidget* makeOutputPanel();
-    QLayout* makeFooter();
+    QWidget* makeFooter();
     void connectSignals();
 
     /// Fills a row of a panel's grid with one field or with two, and notes how they are labelled.
     void addFields(QGridLayout* grid, int row, QVector<FieldCaption> fields);
     void addOrders(QGridLayout* grid, int row, const OrderBoxes& orders, const OrderLabels& labels);
 
-    /// Side by side where there is room, else one above the other.
+    /// The least width of a panel, the same for both.
+    int panelWidth() const;
+    /// The least width of the window with the panels side by side.
+    int sideBySideWidth() const;
+    /// Lays the panels out side by side where there is room, else one above the other.
     void arrangePanels();
 
     static void resetOrders(const OrderBoxes& orders);
@@ -121,5 +125,6 @@ private:
     QVector<ButtonCaption> buttonCaptions;
     QWidget* inputPanel = nullptr;
     QWidget* outputPanel = nullptr;
+    QWidget* footer = nullptr;
     QBoxLayout* panels = nullptr;
 };

@@ -40,6 +40,7 @@ namespace {
 struct CubeHeader {
     float meshScale = 1;
     int dataLines = 0;
+    bool hasMeshWord = false; ///< some line must be passed over for it
 };
 
 bool isComment(std::string_view line) {
@@ -65,15 +66,6 @@ void takeMesh(std::string_view line, Read_LUTFile& lut, int& outBits, CubeHeader
     header.meshScale = std::ldexp(1.0F, outBits);
 }
 
-/// Below the letters stand digits, signs and points: a line of such characters has no keyword.
-bool hasLetter(std::string_view line) {
-    unsigned char seen = 0;
-    for (const char c : line) {
-        seen |= static_cast<unsigned char>(c);
-    }
-    return seen >= 0x40;
-}
-
 /// Classifies every line. False for a bad size.
 bool readHeader(LineSource& lines, Read_LUTFile& lut, CubeHeader& header) {
     int outBits = 0;
@@ -82,9 +74,12 @@ bool readHeader(LineSource& lines, Read_LUTFile& lut, CubeHeader& header) {
         if (line.empty() || isComment(line)) {
             continue;
         }
-        if (!hasLetter(line)) {
+        if (!tintwell::hasLetters(line)) { // nor any keyword
             ++header.dataLines;
-        } else if (holds(line, "LUT_3D_SIZE")) {
+            continue;
+        }
+        header.hasMeshWord = header.hasMeshWord || holds(line, "MESH");
+        if (holds(line, "LUT_3D_SIZE")) {
             if (!takeSize(line, "LUT_3D_SIZE ", lut.size3D)) {
                 return false;
             }
@@ -127,8 +122,8 @@ bool takeCodes(std::string_view line, Triple<int>& codes, float scale, Triple<fl
 }
 
 /// Lines that hold no sample whatever they begin with.
-bool isPassedOver(std::string_view line) {
-    return line.empty() || isComment(line) || (hasLetter(line) && holds(line, "MESH"));
+bool isPassedOver(std::string_view line, const CubeHeader& header) {
+    return line.empty() || isComment(line) || (header.hasMeshWord && holds(line, "MESH"));
 }
 
 } // namespace
@@ -162,7 +157,7 @@ bool Read_LUTFile::Read_Cube(QString path, bool probe) {
     Triple<int> codes;
     const Walk lattice =
         walkLattice(lines, size3D, [&](std::string_view line, int i, int j, int k) {
-            if (isPassedOver(line) ||
+            if (isPassedOver(line, header) ||
                 !(meshHeader ? takeCodes(line, codes, header.meshScale, sample)
                              : sample.take(line))) {
                 return false;
@@ -176,7 +171,7 @@ bool Read_LUTFile::Read_Cube(QString path, bool probe) {
     }
 
     const Walk entries = walkEntries(lines, size1D, [&](std::string_view line, int n) {
-        if (isPassedOver(line) || !sample.take(line)) {
+        if (isPassedOver(line, header) || !sample.take(line)) {
             return false;
         }
         store1D(*this, n, sample);

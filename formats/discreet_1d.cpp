@@ -1,10 +1,123 @@
+// The Discreet format, 1D:
+//
+//     # Input Samples: 1024
+//     LUT: 3 1024
+//          0
+//          1
+//     ...
+//
+// All values of the first channel, then all of the second, then all of the third. No bit depth is
+// stated: the largest value of the file stands for full scale.
+
+#include "formats/tables.h"
+#include "formats/text/words.h"
 #include "lut/read_lutfile.h"
+#include "lut/text_file.h"
+#include "lut/trace.h"
 #include "lut/write_lutfile.h"
 
-bool Read_LUTFile::Read_1dLut_Discreet(QString, bool) {
-    return false;
+#include <algorithm>
+#include <string_view>
+
+using tintwell::LineSource;
+using tintwell::scan;
+using tintwell::startsWith;
+using tintwell::walkEntries;
+
+namespace {
+
+/// Empty lines and comments; the latter go into the trace.
+bool isPassedOver(std::string_view line) {
+    if (line.empty()) {
+        return true;
+    }
+    if (line.front() != '#') {
+        return false;
+    }
+    qCDebug(formatTrace) << "#:" << QString::fromUtf8(line.data(), static_cast<int>(line.size()));
+    return true;
 }
 
-bool Write_LUTFile::Write_1dLut_Discreet(QString, Read_LUTFile&) {
-    return false;
+/// Reads up to the "LUT:" line. Leaves \a size alone when there is none of three channels.
+void readSize(LineSource& lines, int& size) {
+    while (!lines.atEnd()) {
+        const std::string_view line = lines.next();
+        if (isPassedOver(line) || !startsWith(line, "LUT:")) {
+            continue;
+        }
+        int channels = 0;
+        int count = 0;
+        scan(tintwell::without(line, "LUT:"), channels, count);
+        if (channels == 3) {
+            size = count;
+        }
+        return;
+    }
+}
+
+/// White space does not part a number: "1 023" is 1023.
+bool takeValue(std::string_view line, double& value) {
+    const bool isPlain =
+        std::all_of(line.begin(), line.end(), [](char c) { return c > ' ' && c <= '~'; });
+    return (isPlain ? scan(line, value) : scan(tintwell::withoutBlanks(line), value)) > 0;
+}
+
+/// Fills the table, a channel at a time, with the values as they stand. Returns the largest.
+double readValues(LineSource& lines, float* const* table, int size) {
+    double largest = 0;
+    walkEntries(lines, 3 * size, [&](std::string_view line, int n) {
+        double value = 0;
+        if (isPassedOver(line) || !takeValue(line, value)) {
+            return false;
+        }
+        table[n % size][n / size] = static_cast<float>(value);
+        largest = std::max(largest, value);
+        return true;
+    });
+    return largest;
+}
+
+} // namespace
+
+bool Read_LUTFile::Read_1dLut_Discreet(QString path, bool probe) {
+    LineSource lines(path);
+    if (!lines.isOpen()) {
+        return false;
+    }
+    applyDefaultOrder(true, true);
+    readSize(lines, size1D);
+    if (probe || size1D < 1) {
+        return hasSize();
+    }
+    if (!allocate1D()) {
+        return false;
+    }
+    tintwell::setDomain(domainMax1D, static_cast<float>(readValues(lines, data1D, size1D)));
+    for (int n = 0; n < size1D; ++n) {
+        const float* const raw = data1D[n];
+        White1D(n, raw[0], raw[1], raw[2], domainMin1D, domainMax1D);
+    }
+    resetDomainMax1D();
+    return true;
+}
+
+bool Write_LUTFile::Write_1dLut_Discreet(QString path, Read_LUTFile& lut) {
+    tintwell::TextFile out(path);
+    if (!out.isOpen()) {
+        return false;
+    }
+    applyDefaultOrder(true, true);
+    out << "# Discreet LUT file\n"
+        << "#      Channels: 3\n"
+        << "# Input Samples: " << lut.size1D << '\n'
+        << "#   Ouput Scale: " << outputScale << '\n'
+        << "#\n#Exported from norvane\n#\n\n"
+        << "LUT: 3 " << lut.size1D << '\n';
+    for (int channel = 0; channel < 3; ++channel) {
+        for (int n = 0; n < lut.size1D; ++n) {
+            out << "     ";
+            emitValue(out, lut.data1D[n][dataOrder ? channel : 2 - channel], outputScale, "\n");
+        }
+    }
+    return true;
 }

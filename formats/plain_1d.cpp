@@ -1,10 +1,67 @@
+// The plain 1D format, of 256 entries:
+//
+//     Index	Red	Green	Blue
+//     0	0.000	0.000	0.000
+//     1	0.004	0.004	0.003
+//     ...
+//
+// Entries stand in the order of their lines, whatever their index.
+
+#include "formats/tables.h"
+#include "formats/text/words.h"
 #include "lut/read_lutfile.h"
+#include "lut/text_file.h"
 #include "lut/write_lutfile.h"
 
-bool Read_LUTFile::Read_1dLut(QString, bool) {
-    return false;
+#include <string_view>
+
+using tintwell::LineSource;
+using tintwell::scan;
+using tintwell::startsWith;
+using tintwell::Triple;
+using tintwell::Walk;
+using tintwell::walkEntries;
+
+bool Read_LUTFile::Read_1dLut(QString path, bool probe) {
+    constexpr int entryCount = 256;
+
+    LineSource lines(path);
+    if (!lines.isOpen()) {
+        return false;
+    }
+    applyDefaultOrder(true, true);
+    size1D = entryCount;
+    if (probe) {
+        return true;
+    }
+    if (!allocate1D()) {
+        return false;
+    }
+    double index = 0;
+    Triple<double> sample;
+    const Walk entries = walkEntries(lines, size1D, [&](std::string_view line, int n) {
+        if (startsWith(line, "#") || startsWith(line, "Index") ||
+            scan(line, index, sample.r, sample.g, sample.b) == 0) {
+            return false;
+        }
+        store1D(*this, n, sample);
+        return true;
+    });
+    return entries != Walk::Short;
 }
 
-bool Write_LUTFile::Write_1dLut(QString, Read_LUTFile&) {
-    return false;
+/// Writes tables of any size, although only the first 256 entries will be read again.
+bool Write_LUTFile::Write_1dLut(QString path, Read_LUTFile& lut) {
+    tintwell::TextFile out(path);
+    if (!out.isOpen()) {
+        return false;
+    }
+    applyDefaultOrder(true, true);
+    out << "Index\tRed\tGreen\tBlue\n";
+    for (int n = 0; n < lut.size1D; ++n) {
+        out << n << '\t';
+        emitCell1D(out, lut.data1D[n], dataOrder, outputScale, "\t");
+        out << '\n';
+    }
+    return true;
 }

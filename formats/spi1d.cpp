@@ -1,10 +1,126 @@
+// The Spi1d format, 1D:
+//
+//     Version 1
+//     From 0.0 1.0
+//     Length 1024
+//     Components 3
+//     {
+//             0 0 0
+//             0.000977517 0.000977517 0.000977517
+//     ...
+//     }
+//
+// A line may hold one value for all channels, two for red and green, or three.
+
+#include "formats/tables.h"
+#include "formats/text/words.h"
 #include "lut/read_lutfile.h"
+#include "lut/text_file.h"
 #include "lut/write_lutfile.h"
 
-bool Read_LUTFile::Read_Spi1D(QString, bool) {
-    return false;
+#include <algorithm>
+#include <string_view>
+
+using tintwell::LineSource;
+using tintwell::scan;
+using tintwell::startsWith;
+using tintwell::Triple;
+using tintwell::Walk;
+using tintwell::walkEntries;
+using tintwell::without;
+
+namespace {
+
+/// A range of one number sets the minimum only. False for none.
+bool takeRange(std::string_view text, Read_LUTFile& lut) {
+    if (scan(text, lut.domainMin1D[0], lut.domainMax1D[0]) == 0) {
+        return false;
+    }
+    std::fill_n(lut.domainMin1D, 3, lut.domainMin1D[0]);
+    std::fill_n(lut.domainMax1D, 3, lut.domainMax1D[0]);
+    return true;
 }
 
-bool Write_LUTFile::Write_Spi1D(QString, Read_LUTFile&) {
-    return false;
+/// False for a line that ends the header: the opening brace, or a keyword without its number.
+bool takeHeaderLine(std::string_view line, Read_LUTFile& lut, int& components) {
+    if (startsWith(line, "From")) {
+        return takeRange(without(line, "From"), lut);
+    }
+    if (startsWith(line, "Length")) {
+        return scan(without(line, "Length"), lut.size1D) > 0;
+    }
+    if (startsWith(line, "Components")) {
+        return scan(without(line, "Components"), components) > 0;
+    }
+    return !startsWith(line, "{");
+}
+
+bool takeSample(std::string_view line, int components, Triple<double>& sample) {
+    switch (components) {
+    case 1:
+        if (scan(line, sample.r) == 0) {
+            return false;
+        }
+        sample.g = sample.b = sample.r;
+        return true;
+    case 2:
+        return scan(line, sample.r, sample.g) > 0;
+    case 3:
+        return sample.take(line);
+    default:
+        return false;
+    }
+}
+
+} // namespace
+
+bool Read_LUTFile::Read_Spi1D(QString path, bool probe) {
+    LineSource lines(path);
+    if (!lines.isOpen()) {
+        return false;
+    }
+    applyDefaultOrder(true, false);
+    int components = 0;
+    while (!lines.atEnd() && takeHeaderLine(lines.next(), *this, components)) {
+    }
+    if (probe || size1D < 1) {
+        resetDomainMax1D();
+        return hasSize();
+    }
+    if (!allocate1D()) {
+        resetDomainMax1D();
+        return false;
+    }
+    // A file that does not tell its components has no samples to read, and that is no fault.
+    const int expected = components > 0 ? size1D : 0;
+    Triple<double> sample;
+    const Walk entries = walkEntries(lines, expected, [&](std::string_view line, int n) {
+        if (!takeSample(line, components, sample)) {
+            return false;
+        }
+        store1D(*this, n, sample);
+        return true;
+    });
+    resetDomainMax1D();
+    return entries != Walk::Short;
+}
+
+bool Write_LUTFile::Write_Spi1D(QString path, Read_LUTFile& lut) {
+    tintwell::TextFile out(path);
+    if (!out.isOpen()) {
+        return false;
+    }
+    applyDefaultOrder(true, true);
+    out << "Version 1\n"
+        << "From 0.0 " << outputScale << '\n'
+        << "Length " << lut.size1D << '\n'
+        << "Components 3\n"
+        << "{\n";
+    for (int n = 0; n < lut.size1D; ++n) {
+        out << "        ";
+        emitCell1D(out, lut.data1D[n], dataOrder, outputScale, " ");
+        out << '\n';
+    }
+    out << "}\n";
+    return true;
 }

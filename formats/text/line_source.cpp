@@ -73,7 +73,7 @@ bool LineSource::read(const QString& path) {
 bool LineSource::normalise() {
     const bool hasBytes = m_end != m_text.get();
     if (isAscii(m_text.get(), m_end)) {
-        m_end = std::remove(m_text.get(), m_end, '\r');
+        removeReturns();
     } else if (!convertToUtf8()) {
         return false;
     }
@@ -81,6 +81,13 @@ bool LineSource::normalise() {
         *m_end++ = '\n'; // the toolkit does not foresee that nothing will come of the bytes
     }
     return true;
+}
+
+void LineSource::removeReturns() {
+    char* const text = m_text.get();
+    if (std::memchr(text, '\r', static_cast<std::size_t>(m_end - text)) != nullptr) {
+        m_end = std::remove(text, m_end, '\r');
+    }
 }
 
 bool LineSource::convertToUtf8() {

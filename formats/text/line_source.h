@@ -39,6 +39,7 @@ private:
 
     bool read(const QString& path);
     bool normalise();
+    void removeReturns();
     bool convertToUtf8();
 
     std::unique_ptr<char, Free> m_text;

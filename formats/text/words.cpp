@@ -1,8 +1,10 @@
 #include "formats/text/words.h"
 
+#include "formats/text/decimal.h"
+
 #include <QString>
 
-#include <algorithm>
+#include <cstdint>
 
 namespace tintwell {
 
@@ -24,6 +26,19 @@ std::size_t blankLength(std::string_view text) {
 }
 
 } // namespace
+
+bool hasLetters(std::string_view line) {
+    constexpr std::size_t width = 8;
+    std::uint64_t seen = 0;
+    std::size_t at = 0;
+    for (; at + width <= line.size(); at += width) {
+        seen |= loadEight(line.data() + at);
+    }
+    for (; at < line.size(); ++at) {
+        seen |= static_cast<unsigned char>(line[at]);
+    }
+    return (seen & 0xC0C0C0C0C0C0C0C0U) != 0;
+}
 
 std::string without(std::string_view line, std::string_view word) {
     std::string rest;

@@ -30,6 +30,10 @@ constexpr bool holds(std::string_view line, std::string_view word) {
     return line.find(word) != std::string_view::npos;
 }
 
+/// Whether anything but digits, signs, points and blanks may stand in \a line: a quick look for the
+/// characters from '@' on, letters and all.
+bool hasLetters(std::string_view line);
+
 /// \a line without any occurrence of \a word.
 std::string without(std::string_view line, std::string_view word);
 

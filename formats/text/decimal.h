@@ -1,0 +1,116 @@
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <cstring>
+
+// The quick way to read plain decimals, eight characters at a time.
+
+namespace tintwell {
+
+/// Eight characters as a number whose lowest byte is the first character.
+inline std::uint64_t loadEight(const char* from) {
+    std::array<unsigned char, 8> bytes;
+    std::memcpy(bytes.data(), from, bytes.size());
+    std::uint64_t word = 0;
+    for (std::size_t n = 0; n < bytes.size(); ++n) {
+        word |= std::uint64_t{bytes[n]} << (8 * n);
+    }
+    return word;
+}
+
+/// The digits at the front of a text.
+struct Digits {
+    std::uint32_t value;
+    unsigned count;
+};
+
+/// Eight digits, each as its value in a byte of its own, the first in the lowest: neighbours are
+/// joined to pairs, pairs to fours, fours to eight.
+inline std::uint32_t joined(std::uint64_t digits) {
+    digits = digits * 10 + (digits >> 8U);
+    constexpr std::uint64_t pairs = 0x000000FF000000FFU;
+    const std::uint64_t high = (digits & pairs) * (100U + (std::uint64_t{1'000'000U} << 32U));
+    const std::uint64_t low = ((digits >> 16U) & pairs) * (1U + (std::uint64_t{10'000U} << 32U));
+    return static_cast<std::uint32_t>((high + low) >> 32U);
+}
+
+/// The value of each of eight characters that is a digit; at least 10 for any other.
+inline std::uint64_t digitValues(std::uint64_t characters) {
+    return characters ^ 0x3030303030303030U;
+}
+
+/// The top bit of each byte that is no digit value, and possibly of some behind it.
+inline std::uint64_t otherThanDigits(std::uint64_t values) {
+    return ((values + 0x7676767676767676U) | values) & 0x8080808080808080U;
+}
+
+/// Finds and evaluates the digits that lead eight characters.
+inline Digits leadingDigits(std::uint64_t characters) {
+    const std::uint64_t values = digitValues(characters);
+    const std::uint64_t others = otherThanDigits(values);
+    const unsigned count = others == 0 ? 8U : static_cast<unsigned>(__builtin_ctzll(others)) / 8U;
+    if (count == 0) {
+        return {0, 0};
+    }
+    return {joined(values << 8U * (8U - count)), count};
+}
+
+/// Evaluates the eight characters of "0.123456", as most programs write their samples, to
+/// millionths. False for any other form.
+inline bool takeSixDecimals(std::uint64_t characters, std::uint32_t& millionths) {
+    constexpr std::uint64_t point = 0xFF00U;
+    const std::uint64_t values = digitValues(characters);
+    if ((characters & point) != std::uint64_t{'.'} << 8U || otherThanDigits(values & ~point) != 0) {
+        return false;
+    }
+    millionths = joined((values & ~std::uint64_t{0xFFFFU}) | (values & 0xFFU) << 8U);
+    return true;
+}
+
+/// Digits, a point, digits: mantissa / 10^decimals.
+struct Decimal {
+    /// What the mantissa can count without wrapping.
+    static constexpr unsigned MaxDigits = 19;
+
+    std::uint64_t mantissa = 0;
+    unsigned decimals = 0;
+    unsigned digits = 0;
+
+    void append(Digits more) {
+        static constexpr std::array<std::uint32_t, 9> shift = {
+            1, 10, 100, 1'000, 10'000, 100'000, 1'000'000, 10'000'000, 100'000'000};
+        mantissa = mantissa * shift[more.count] + more.value;
+        digits += more.count;
+    }
+
+    /// Whether `quotient` is the correctly rounded value: both operands are exact in double
+    /// precision, so that a single rounding takes place.
+    bool isExact() const {
+        return digits > 0 && digits <= MaxDigits && mantissa < std::uint64_t{1} << 53U;
+    }
+
+    double quotient() const {
+        static constexpr std::array<double, MaxDigits + 1> powers = {
+            1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,  1e8,  1e9,
+            1e10, 1e11, 1e12, 1e13, 1e14, 1e15, 1e16, 1e17, 1e18, 1e19};
+        return static_cast<double>(mantissa) / powers[decimals];
+    }
+};
+
+/// Narrowing a correctly rounded double gives the correctly rounded float, unless the double lies
+/// midway between two floats: then the digits that it has lost decide, and the result is false.
+inline bool narrow(double exact, float& value) {
+    std::uint64_t bits = 0;
+    std::memcpy(&bits, &exact, sizeof bits);
+    value = static_cast<float>(exact);
+    return (bits & 0x1FFFFFFFU) != 0x10000000U;
+}
+
+inline bool narrow(double exact, double& value) {
+    value = exact;
+    return true;
+}
+
+} // namespace tintwell

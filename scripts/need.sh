@@ -1,0 +1,49 @@
+# Sourced by ./run and ./test.
+
+# need PACKAGE...: installs those of the Debian packages that are missing; silent when none is.
+need() {
+    local missing=() package
+    if ! command -v apt-get >/dev/null || ! command -v dpkg-query >/dev/null; then
+        command -v cmake >/dev/null && command -v ninja >/dev/null && return
+        echo "There is no apt-get here. Please install what these Debian packages hold: $*" >&2
+        exit 1
+    fi
+    for package in "$@"; do
+        dpkg-query -W -f='${db:Status-Status}' "$package" 2>/dev/null | grep -qx installed ||
+            missing+=("$package")
+    done
+    if [ ${#missing[@]} -eq 0 ]; then
+        return
+    fi
+    local as_root=()
+    if [ "$(id -u)" -ne 0 ]; then
+        if ! command -v sudo >/dev/null; then
+            echo "These packages are missing, and there is no sudo to install them: ${missing[*]}" >&2
+            exit 1
+        fi
+        as_root=(sudo)
+    fi
+    echo "Installing ${missing[*]}"
+    if ! { "${as_root[@]}" apt-get update -qq &&
+        "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive \
+            apt-get install -y -qq --no-install-recommends "${missing[@]}"; } >/dev/null; then
+        echo "apt-get could not install: ${missing[*]}" >&2
+        exit 1
+    fi
+}
+
+# What every build needs.
+build_packages=(ca-certificates cmake g++ ninja-build qtbase5-dev)
+
+# build PRESET [TARGET...]: configures and builds; prints the log when that fails.
+build() {
+    local preset=$1 log
+    shift
+    log=build/$preset/build.log
+    mkdir -p "build/$preset"
+    if ! { cmake --preset "$preset" && cmake --build --preset "$preset" ${1:+--target "$@"}; } \
+        >"$log" 2>&1; then
+        cat "$log" >&2
+        exit 1
+    fi
+}
