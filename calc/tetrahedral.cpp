@@ -1,91 +1,89 @@
+#include "calc/lattice_axis.h"
 #include "calc/lutcalc.h"
 #include "calc/tetrahedron.h"
+#include "lut/emit.h"
+#include "lut/lattice.h"
 #include "lut/read_lutfile.h"
 
-#include <cmath>
-#include <cstddef>
-#include <vector>
+#include <algorithm>
 
+using tintwell::Between;
 using tintwell::Corner;
+using tintwell::enclosingTetrahedron;
+using tintwell::gridPositions;
+using tintwell::LatticeAxis;
+using tintwell::RowOrder;
+using tintwell::rowOrder;
 using tintwell::Tetrahedron;
+using tintwell::unitPosition;
 
 namespace {
 
-/// A coordinate between two lattice planes.
-struct Position {
-    int lower;
-    int upper;
-    float fraction;
+/// The lattice rows along axis 2 around a point, by the first two bits of the corner.
+struct Rows {
+    const float* const* row[4];
 };
 
-/// Maps one input axis of a table onto its lattice.
-class Axis {
-public:
-    Axis(const Read_LUTFile& lut, int axis)
-        : m_min(lut.domainMin3D[axis]), m_last(static_cast<float>(lut.size3D - 1)),
-          m_factor((1 / (lut.domainMax3D[axis] - m_min)) * m_last) {}
+template <typename Fraction>
+Rows rowsAround(const Read_LUTFile& lut, const Between<Fraction>& p0, const Between<Fraction>& p1) {
+    return {{lut.data3D[p0.lower][p1.lower], lut.data3D[p0.lower][p1.upper],
+             lut.data3D[p0.upper][p1.lower], lut.data3D[p0.upper][p1.upper]}};
+}
 
-    Position at(float value) const {
-        float x = (value - m_min) * m_factor;
-        if (m_last < x) {
-            x = m_last;
+template <typename Fraction>
+const float* sampleAt(const Rows& rows, Corner corner, const Between<Fraction>& p2) {
+    return rows.row[corner >> 1U][(corner & 1U) != 0 ? p2.upper : p2.lower];
+}
+
+void interpolate(const Rows& rows, const RowOrder<float>& order, const Between<float>& p2,
+                 float* out) {
+    const Tetrahedron<float> t = enclosingTetrahedron(order, p2.fraction, 1.0F);
+    const float* const first = sampleAt(rows, 0b000, p2);
+    const float* const second = sampleAt(rows, t.second, p2);
+    const float* const third = sampleAt(rows, t.third, p2);
+    const float* const last = sampleAt(rows, 0b111, p2);
+    for (int c = 0; c < 3; ++c) {
+        out[c] = first[c] * t.weight[0] + second[c] * t.weight[1] + third[c] * t.weight[2] +
+                 last[c] * t.weight[3];
+    }
+}
+
+LatticeAxis latticeAxis(const Read_LUTFile& lut, int axis) {
+    return {lut.domainMin3D[axis], lut.domainMax3D[axis], lut.size3D};
+}
+
+/// Looks \a in up by the three axes of \a lut; \a out may be the same colour.
+void lookUp(const Read_LUTFile& lut, const LatticeAxis* axes, const float* in, float* out) {
+    const Between<float> p0 = axes[0].at(in[0]);
+    const Between<float> p1 = axes[1].at(in[1]);
+    const Between<float> p2 = axes[2].at(in[2]);
+    interpolate(rowsAround(lut, p0, p1), rowOrder(p0.fraction, p1.fraction), p2, out);
+}
+
+/// Evaluates \a src at the points of the lattice of \a dst into its cells; \a finish(cell) may go
+/// on from there.
+template <typename Finish>
+void evaluateLattice(const Read_LUTFile& src, Read_LUTFile& dst, Finish&& finish) {
+    const int n = dst.size3D;
+    if (src.size3D < 1 || n < 1) {
+        return;
+    }
+    const auto grid0 = gridPositions(latticeAxis(src, 0), n);
+    const auto grid1 = gridPositions(latticeAxis(src, 1), n);
+    const auto grid2 = gridPositions(latticeAxis(src, 2), n);
+    float*** const* plane = dst.data3D;
+    for (const Between<float>& p0 : grid0) {
+        float** const* row = *plane++;
+        for (const Between<float>& p1 : grid1) {
+            const Rows rows = rowsAround(src, p0, p1);
+            const RowOrder<float> order = rowOrder(p0.fraction, p1.fraction);
+            float* const* cell = *row++;
+            for (const Between<float>& p2 : grid2) {
+                interpolate(rows, order, p2, *cell);
+                finish(*cell++);
+            }
         }
-        if (0 > x || std::isnan(x)) { // in a zero-width domain there is no place but the lower edge
-            x = 0;
-        }
-        const auto lower = static_cast<int>(std::floor(x));
-        const auto upper = static_cast<int>(std::ceil(x));
-        return {lower, upper, x - static_cast<float>(lower)};
     }
-
-private:
-    float m_min;
-    float m_last;
-    float m_factor;
-};
-
-/// The samples around a point: four rows along axis 2, and two places in each.
-struct Cube {
-    const float* const* rows[4]; ///< by the first two bits of the corner
-    int place[2];                ///< by the last
-
-    const float* sample(Corner corner) const { return rows[corner >> 1U][place[corner & 1U]]; }
-};
-
-void setRows(Cube& cube, const Read_LUTFile& lut, const Position& p0, const Position& p1) {
-    cube.rows[0b00] = lut.data3D[p0.lower][p1.lower];
-    cube.rows[0b01] = lut.data3D[p0.lower][p1.upper];
-    cube.rows[0b10] = lut.data3D[p0.upper][p1.lower];
-    cube.rows[0b11] = lut.data3D[p0.upper][p1.upper];
-}
-
-void setPlaces(Cube& cube, const Position& p2) {
-    cube.place[0] = p2.lower;
-    cube.place[1] = p2.upper;
-}
-
-void interpolate(const Cube& cube, float fx, float fy, float fz, float* out) {
-    const Tetrahedron<float> t = tintwell::enclosingTetrahedron(fx, fy, fz, 1.0F);
-    const float* const a = cube.sample(0b000);
-    const float* const b = cube.sample(t.second);
-    const float* const c = cube.sample(t.third);
-    const float* const d = cube.sample(0b111);
-    for (int n = 0; n < 3; ++n) {
-        out[n] = a[n] * t.weight[0] + b[n] * t.weight[1] + c[n] * t.weight[2] + d[n] * t.weight[3];
-    }
-}
-
-/// Where the points 0/(n-1) to (n-1)/(n-1) of a new lattice fall on an axis. A single point is at
-/// 0.
-std::vector<Position> gridPositions(const Read_LUTFile& lut, int axis, int n) {
-    const Axis onto(lut, axis);
-    const auto last = static_cast<float>(n > 1 ? n - 1 : 1);
-    std::vector<Position> positions;
-    positions.reserve(static_cast<std::size_t>(n));
-    for (int i = 0; i < n; ++i) {
-        positions.push_back(onto.at(static_cast<float>(i) / last));
-    }
-    return positions;
 }
 
 } // namespace
@@ -93,34 +91,62 @@ std::vector<Position> gridPositions(const Read_LUTFile& lut, int axis, int n) {
 LutCalc::LutCalc(QObject* parent) : QObject(parent) {}
 
 void LutCalc::Lut3D_Tetrahedral(const float* in, float* out, Read_LUTFile& lut) {
-    const Position p0 = Axis(lut, 0).at(in[0]);
-    const Position p1 = Axis(lut, 1).at(in[1]);
-    const Position p2 = Axis(lut, 2).at(in[2]);
-    Cube cube;
-    setRows(cube, lut, p0, p1);
-    setPlaces(cube, p2);
-    interpolate(cube, p0.fraction, p1.fraction, p2.fraction, out);
+    const LatticeAxis axes[] = {latticeAxis(lut, 0), latticeAxis(lut, 1), latticeAxis(lut, 2)};
+    lookUp(lut, axes, in, out);
+}
+
+void LutCalc::Lut3D_Tetrahedral_Int(const unsigned long* in, unsigned long* out,
+                                    Read_LUTFile& lut) {
+    constexpr unsigned long fullScale = 255;
+    const int last = lut.size3D - 1;
+    if (last < 1 || static_cast<unsigned long>(last) > fullScale) {
+        return;
+    }
+    const unsigned long step = fullScale / static_cast<unsigned long>(last);
+    const auto between = [step, last](unsigned long code) -> Between<unsigned long> {
+        const auto index = [last](unsigned long at) {
+            return static_cast<int>(std::min(at, static_cast<unsigned long>(last)));
+        };
+        const unsigned long rest = code % step;
+        // A single code above a point does not reach for the next one, though it is weighted.
+        return {index(code / step), index(code / step + (rest >= 2 ? 1 : 0)), rest};
+    };
+    const Between<unsigned long> p2 = between(in[2]);
+    const Between<unsigned long> p1 = between(in[1]);
+    const Between<unsigned long> p0 = between(in[0]);
+    const Rows rows = rowsAround(lut, p0, p1);
+    const Tetrahedron<unsigned long> t =
+        enclosingTetrahedron(rowOrder(p0.fraction, p1.fraction), p2.fraction, step);
+    const Corner corners[] = {0b000, t.second, t.third, 0b111};
+    for (int c = 0; c < 3; ++c) {
+        unsigned long sum = 0;
+        for (int n = 0; n < 4; ++n) {
+            const float sample = sampleAt(rows, corners[n], p2)[c];
+            sum += static_cast<unsigned long>(tintwell::scaledInteger(sample, fullScale)) *
+                   t.weight[n];
+        }
+        out[c] = sum / step;
+    }
 }
 
 void LutCalc::Lut3D_Out(Read_LUTFile& src, Read_LUTFile& dst) {
-    const int n = dst.size3D;
-    if (src.size3D < 1 || n < 1) {
+    evaluateLattice(src, dst, [](const float* /*colour*/) {});
+}
+
+void LutCalc::Lut3D_Merge(Read_LUTFile& first, Read_LUTFile& second, Read_LUTFile& result) {
+    if (second.size3D < 1) {
         return;
     }
-    const std::vector<Position> axis0 = gridPositions(src, 0, n);
-    const std::vector<Position> axis1 = gridPositions(src, 1, n);
-    const std::vector<Position> axis2 = gridPositions(src, 2, n);
-    Cube cube;
-    float**** plane = dst.data3D;
-    for (const Position& p0 : axis0) {
-        float*** row = *plane++;
-        for (const Position& p1 : axis1) {
-            setRows(cube, src, p0, p1);
-            float** cell = *row++;
-            for (const Position& p2 : axis2) {
-                setPlaces(cube, p2);
-                interpolate(cube, p0.fraction, p1.fraction, p2.fraction, *cell++);
-            }
-        }
-    }
+    const LatticeAxis axes[] = {latticeAxis(second, 0), latticeAxis(second, 1),
+                                latticeAxis(second, 2)};
+    evaluateLattice(first, result, [&](float* colour) { lookUp(second, axes, colour, colour); });
+}
+
+void LutCalc::Lut3D_OnebyOne(Read_LUTFile& lut) {
+    tintwell::visitLattice(lut.size3D, [&](int i, int j, int k) {
+        const float sample[] = {unitPosition(i, lut.size3D), unitPosition(j, lut.size3D),
+                                unitPosition(k, lut.size3D)};
+        std::copy_n(sample, 3, lut.data3D[i][j][k]);
+        return true;
+    });
 }

@@ -2,43 +2,46 @@
 
 namespace tintwell {
 
-/// A corner of a lattice cube as three bits, "c100" as 0b100: set where axis 0, 1, 2 takes its
-/// upper index.
+/// A corner of a lattice cube as three bits: 0b100 takes the upper index on axis 0 alone.
 using Corner = unsigned;
 
-/// The tetrahedron of a lattice cube that holds a point. Its first corner is c000, its last c111.
+/// The tetrahedron of a lattice cube that holds a point. Its first corner is 0b000, its last 0b111.
 template <typename Fraction>
 struct Tetrahedron {
     Corner second;
     Corner third;
-    Fraction weight[4]; ///< of c000, second, third, c111; their sum is the whole
+    Fraction weight[4]; ///< of the first to the last corner; their sum is the whole
 };
 
-/// The tetrahedron around the point at the fractions (fx, fy, fz) of \a whole along axes 0, 1, 2.
-/// The way through the cube follows the axes in falling order of their fractions.
+/// The order of the fractions along axes 0 and 1, which a whole row of points shares.
 template <typename Fraction>
-constexpr Tetrahedron<Fraction> enclosingTetrahedron(Fraction fx, Fraction fy, Fraction fz,
+struct RowOrder {
+    bool axis0First;
+    Fraction high;
+    Fraction low;
+};
+
+template <typename Fraction>
+constexpr RowOrder<Fraction> rowOrder(Fraction f0, Fraction f1) {
+    const bool axis0First = f0 > f1;
+    return {axis0First, axis0First ? f0 : f1, axis0First ? f1 : f0};
+}
+
+/// The tetrahedron around the point at the fraction \a f2 of \a whole along axis 2. Its corners
+/// follow the axes in falling order of their fractions. Among equals axis 1 comes before axis 0,
+/// and axis 2 comes first where axis 0 leads, else last.
+template <typename Fraction>
+constexpr Tetrahedron<Fraction> enclosingTetrahedron(const RowOrder<Fraction>& row, Fraction f2,
                                                      Fraction whole) {
-    const auto along = [whole](Corner second, Corner third, Fraction high, Fraction middle,
-                               Fraction low) -> Tetrahedron<Fraction> {
-        return {second, third, {whole - high, high - middle, middle - low, low}};
-    };
-    if (fx > fy) {
-        if (fy > fz) {
-            return along(0b100, 0b110, fx, fy, fz);
-        }
-        if (fx > fz) {
-            return along(0b100, 0b101, fx, fz, fy);
-        }
-        return along(0b001, 0b101, fz, fx, fy);
-    }
-    if (fz > fy) {
-        return along(0b001, 0b011, fz, fy, fx);
-    }
-    if (fz > fx) {
-        return along(0b010, 0b011, fy, fz, fx);
-    }
-    return along(0b010, 0b110, fy, fx, fz);
+    const bool axis2BeforeHigh = row.axis0First ? f2 >= row.high : f2 > row.high;
+    const bool axis2BeforeLow = row.axis0First ? f2 >= row.low : f2 > row.low;
+    const Corner leading = row.axis0First ? 0b100 : 0b010;
+    const Fraction high = axis2BeforeHigh ? f2 : row.high;
+    const Fraction middle = axis2BeforeHigh ? row.high : (axis2BeforeLow ? f2 : row.low);
+    const Fraction low = axis2BeforeLow ? row.low : f2;
+    return {axis2BeforeHigh ? 0b001 : leading,
+            axis2BeforeLow ? leading | 0b001 : 0b110,
+            {whole - high, high - middle, middle - low, low}};
 }
 
 } // namespace tintwell

@@ -116,13 +116,12 @@ char* printSmart(char* to, float value) {
     return to + decimals + 1;
 }
 
-std::int64_t scaledInteger(float value, std::int64_t scale) {
+std::int64_t truncated(float value) {
     constexpr float tooLarge = 9223372036854775808.0F;
-    const float scaled = value * static_cast<float>(scale);
-    if (!(scaled >= -tooLarge && scaled < tooLarge)) {
+    if (!(value >= -tooLarge && value < tooLarge)) {
         return std::numeric_limits<std::int64_t>::min();
     }
-    return static_cast<std::int64_t>(scaled);
+    return static_cast<std::int64_t>(value);
 }
 
 void StreamSink::fixedColumn(float value) {

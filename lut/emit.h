@@ -19,9 +19,13 @@ inline constexpr std::size_t MaxNumberText = 64;
 char* printFixed(char* to, float value); ///< six decimals: "0.007813"
 char* printSmart(char* to, float value); ///< six significant digits, shortest form: "1e-05"
 
-/// value x scale in single precision, truncated toward zero. What no 64-bit integer holds (NaN
-/// included) gives the smallest one.
-std::int64_t scaledInteger(float value, std::int64_t scale);
+/// Truncates toward zero. What no 64-bit integer holds (NaN included) gives the smallest one.
+std::int64_t truncated(float value);
+
+/// value x scale in single precision, truncated.
+inline std::int64_t scaledInteger(float value, std::int64_t scale) {
+    return truncated(value * static_cast<float>(scale));
+}
 
 /// How a sink prints real numbers: fixed in three columns of eight, or in its own notation.
 ///

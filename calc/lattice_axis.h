@@ -1,0 +1,59 @@
+#pragma once
+
+#include <cmath>
+#include <cstddef>
+#include <vector>
+
+namespace tintwell {
+
+/// A coordinate between two neighbouring points of a lattice, which are one and the same where the
+/// coordinate falls on a point.
+template <typename Fraction>
+struct Between {
+    int lower;
+    int upper;
+    Fraction fraction; ///< of the way from lower to upper
+};
+
+/// Maps an input domain onto the points 0 to size - 1 of a lattice or curve.
+class LatticeAxis {
+public:
+    LatticeAxis(float min, float max, int size)
+        : m_min(min), m_last(static_cast<float>(size - 1)), m_factor((1 / (max - min)) * m_last) {}
+
+    /// Outside the domain lies its edge. In a domain without width only the lower edge is certain.
+    Between<float> at(float value) const {
+        float x = (value - m_min) * m_factor;
+        if (m_last < x) {
+            x = m_last;
+        }
+        if (0 > x || std::isnan(x)) {
+            x = 0;
+        }
+        const auto lower = static_cast<int>(std::floor(x));
+        const auto upper = static_cast<int>(std::ceil(x));
+        return {lower, upper, x - static_cast<float>(lower)};
+    }
+
+private:
+    float m_min;
+    float m_last;
+    float m_factor;
+};
+
+/// Where point \a i of \a n lies in 0..1; a single point lies at 0.
+inline float unitPosition(int i, int n) {
+    return n > 1 ? static_cast<float>(i) / static_cast<float>(n - 1) : 0.0F;
+}
+
+/// Where the \a n points of a new lattice over 0..1 fall on an axis.
+inline std::vector<Between<float>> gridPositions(const LatticeAxis& axis, int n) {
+    std::vector<Between<float>> positions;
+    positions.reserve(static_cast<std::size_t>(n));
+    for (int i = 0; i < n; ++i) {
+        positions.push_back(axis.at(unitPosition(i, n)));
+    }
+    return positions;
+}
+
+} // namespace tintwell
