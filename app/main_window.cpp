@@ -8,6 +8,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPainter>
+#include <QScreen>
 #include <QSignalBlocker>
 
 #include <algorithm>
@@ -124,7 +125,8 @@ MainWindow::MainWindow(QWidget* parent) : QMainWindow(parent) {
     outputOrders.byDefault->setChecked(true);
     connectSignals();
     refreshWindow();
-    resize(sideBySideWidth() * 5 / 4, 0);
+    // Some room beyond the least, as far as the screen has it; the height follows the layout.
+    resize(std::min(sideBySideWidth() * 5 / 4, screen()->availableSize().width()), 0);
     arrangePanels();
 }
 
@@ -184,7 +186,7 @@ QWidget* MainWindow::makeFooter() {
 
     startButton = named("startButton", new PressButton);
     startButton->setMinimumWidth(StartWidth);
-    buttonCaptions += {Label::Begin, startButton, QKeySequence(Qt::CTRL + Qt::Key_Return)};
+    buttonCaptions += {Label::Begin, startButton, QKeySequence(QStringLiteral("Ctrl+Return"))};
 
     auto* const strip = named("footer", new QWidget);
     auto* const row = new QHBoxLayout(strip);
@@ -256,8 +258,9 @@ void MainWindow::refreshWindow() {
     outputPanel->setAccessibleName(labelText(language, Label::OutputFile));
     languageBox->setAccessibleName(labelText(language, Label::Language));
     languageBox->setToolTip(labelText(language, Label::Language));
-    startButton->setToolTip(tintwell::startHint(language));
-    startButton->setAccessibleDescription(tintwell::startHint(language));
+    const QString hint = tintwell::startHint(language);
+    startButton->setToolTip(QStringLiteral("%1 (%2)").arg(hint, startButton->toolTip()));
+    startButton->setAccessibleDescription(hint);
     arrangePanels();
 }
 

@@ -34,6 +34,10 @@ public:
     /// result in a box.
     void SaveLut(LUTFILE_ST st, Read_LUTFile& lut);
 
+protected:
+    void paintEvent(QPaintEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+
 public Q_SLOTS:
     /// Lets the user choose an input file and shows what it holds.
     void slotInputButton();
@@ -47,10 +51,6 @@ public Q_SLOTS:
     void slotOutCheckBoxChanged(int state);
     void slotOutComboxChanged(int index);
     void slotLanguageChanged(int index);
-
-protected:
-    void paintEvent(QPaintEvent* event) override;
-    void resizeEvent(QResizeEvent* event) override;
 
 private:
     /// The order choices of one side. The check box stands for both orders at their first item.

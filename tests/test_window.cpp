@@ -1,6 +1,6 @@
 #include "app/main_window.h"
+#include "samples.h"
 
-#include <QAbstractButton>
 #include <QApplication>
 #include <QCheckBox>
 #include <QComboBox>
@@ -8,76 +8,387 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QMessageBox>
-#include <QTemporaryDir>
-#include <QTest>
+#include <QPushButton>
 #include <QTimer>
-
-#include <functional>
 
 namespace {
 
-/// A lattice of distinct samples, one line each in the order of the file.
-QStringList samples(int size) {
-    QStringList lines;
-    for (int n = 0; n < size * size * size; ++n) {
-        lines += QString::asprintf("%.6f %.6f %.6f", n * 1e-6, 0.25 + n * 1e-6, 0.5 + n * 1e-6);
-    }
-    return lines;
-}
-
-/// The lines with their first and third number swapped.
-QStringList channelsSwapped(QStringList lines) {
-    for (QString& line : lines) {
-        const QStringList values = line.split(QLatin1Char(' '));
-        line = QStringList{values[2], values[1], values[0]}.join(QLatin1Char(' '));
-    }
-    return lines;
-}
-
-/// The lines with the first lattice axis running fastest instead of the third.
-QStringList axesSwapped(const QStringList& lines, int size) {
-    QStringList swapped;
-    for (int n = 0; n < lines.size(); ++n) {
-        const int i = n / (size * size);
-        const int j = n / size % size;
-        const int k = n % size;
-        swapped += lines[(k * size + j) * size + i];
-    }
-    return swapped;
-}
-
-QByteArray cube(int size, const QStringList& lines) {
-    const QStringList header{QStringLiteral("TITLE "), QStringLiteral("LUT_3D_SIZE %1").arg(size)};
-    return (header + lines).join(QLatin1Char('\n')).toLatin1() + '\n';
-}
-
-/// Answers modal dialogs while the window waits for them, in the order in which answers were added.
-class Answers {
+/// The user in front of the dialogs: files to choose in turn (none: cancel), and what was shown.
+class User {
 public:
-    using Answer = std::function<bool(QWidget*)>;
+    QVector<QStringList> choices;
+    QStringList seen;
 
-    explicit Answers(QVector<Answer> answers) : waiting(std::move(answers)) {
-        QObject::connect(&timer, &QTimer::timeout, &timer, [this] { answerNext(); });
-        timer.start(5);
+    User() {
+        QObject::connect(&m_timer, &QTimer::timeout, [this] { answer(); });
+        m_timer.start(1);
     }
-
-    bool allGiven() const { return waiting.isEmpty() && !surplus; }
 
 private:
-    void answerNext() {
-        QWidget* const dialog = QApplication::activeModalWidget();
-        if (dialog == nullptr) {
-            return;
-        }
-        if (waiting.isEmpty()) {
-            surplus = true;
-            QMetaObject::invokeMethod(dialog, "reject");
-        } else if (waiting.first()(dialog)) {
-            waiting.removeFirst();
+    void answer() {
+        QWidget* const modal = QApplication::activeModalWidget();
+        if (auto* const files = qobject_cast<QFileDialog*>(modal)) {
+            seen += files->windowTitle();
+            choose(*files, choices.isEmpty() ? QStringList() : choices.takeFirst());
+        } else if (auto* const box = qobject_cast<QMessageBox*>(modal)) {
+            const bool plain = box->parent() == nullptr && box->icon() == QMessageBox::Warning &&
+                               box->standardButtons() == QMessageBox::Ok;
+            seen += (plain ? "" : "(not plain) ") + box->windowTitle() + ": " + box->text();
+            box->button(QMessageBox::Ok)->click();
         }
     }
 
-    QVector<Answer> waiting;
-    QTimer timer;
-    bool surplus = false;
+    static void choose(QFileDialog& dialog, const QStringList& files) {
+        if (files.isEmpty()) {
+            dialog.reject();
+            return;
+        }
+        const QString quoted = '"' + files.join("\" \"") + '"';
+        dialog.findChild<QLineEdit*>("fileNameEdit")
+            ->setText(files.size() > 1 ? quoted : files.first());
+        QMetaObject::invokeMethod(&dialog, "accept");
+    }
+
+    QTimer m_timer;
 };
+
+/// Samples of a lattice in the order of a file, each unlike all others.
+QList<QByteArray> lattice(int size) {
+    QList<QByteArray> lines;
+    for (int n = 0; n < size * size * size; ++n) {
+        lines += QString::asprintf("0.%06d 0.5%05d 1.000000", n, n).toLatin1();
+    }
+    return lines;
+}
+
+QByteArray cube(int size, const QList<QByteArray>& lines) {
+    return "TITLE \nLUT_3D_SIZE " + QByteArray::number(size) + '\n' + lines.join('\n') + '\n';
+}
+
+QList<QByteArray> withChannelsSwapped(QList<QByteArray> lines) {
+    for (QByteArray& line : lines) {
+        const QList<QByteArray> values = line.split(' ');
+        line = values[2] + ' ' + values[1] + ' ' + values[0];
+    }
+    return lines;
+}
+
+/// The lines at each \a step-th point of a lattice; \a swapped, its first axis varies fastest.
+QList<QByteArray> walked(const QList<QByteArray>& lines, int size, int step, bool swapped) {
+    QList<QByteArray> result;
+    for (int i = 0; i < size; i += step) {
+        for (int j = 0; j < size; j += step) {
+            for (int k = 0; k < size; k += step) {
+                result +=
+                    swapped ? lines[(k * size + j) * size + i] : lines[(i * size + j) * size + k];
+            }
+        }
+    }
+    return result;
+}
+
+} // namespace
+
+class TestWindow : public QObject {
+    Q_OBJECT
+
+    samples::Folder m_folder;
+    QScopedPointer<MainWindow> m_window;
+    QScopedPointer<User> m_user;
+
+    template <typename T>
+    T* find(const QString& name) const {
+        T* const widget = m_window->findChild<T*>(name);
+        if (widget == nullptr) {
+            qFatal("no %s", qPrintable(name));
+        }
+        return widget;
+    }
+
+    QString text(const QString& name) const {
+        return find<QWidget>(name)->property("text").toString();
+    }
+    void select(const QString& box, int index) const {
+        find<QComboBox>(box)->setCurrentIndex(index);
+    }
+    void click(const QString& button) const {
+        QTest::mouseClick(find<QPushButton>(button), Qt::LeftButton);
+    }
+
+    /// Clicks a file button, answers with these files.
+    void choose(const QString& button, const QStringList& files) const {
+        m_user->choices = {files};
+        click(button);
+    }
+
+    /// What a press on the start button shows.
+    QStringList begin() const {
+        m_user->seen.clear();
+        click("startButton");
+        return m_user->seen;
+    }
+
+private Q_SLOTS:
+    static void initMain() { QCoreApplication::setAttribute(Qt::AA_DontUseNativeDialogs); }
+
+    void init() {
+        m_window.reset(new MainWindow);
+        m_user.reset(new User);
+        m_window->show();
+        QVERIFY(QTest::qWaitForWindowActive(m_window.data()));
+    }
+    void cleanup() {
+        m_user.reset();
+        m_window.reset();
+    }
+
+    void labels_data() {
+        QTest::addColumn<int>("language");
+        QTest::addColumn<QStringList>("labels");
+        QTest::newRow("English") << 0
+                                 << QStringList{"Input File",    "File Name",     "Type",
+                                                "Default Order", "Data Order",    "Table Order",
+                                                "3D Size",       "1D Size",       "Dimension",
+                                                "Output File",   "File Path",     "Type",
+                                                "3D Size",       "Default Order", "Data Order",
+                                                "Table Order",   "Begin"};
+        QTest::newRow("Chinese") << 1 << QStringList{"输入文件", "文件名",   "类型",     "默认顺序",
+                                                     "数据顺序", "表格顺序", "3D尺寸",   "1D尺寸",
+                                                     "维度",     "输出文件", "路径",     "类型",
+                                                     "3D尺寸",   "默认顺序", "数据顺序", "表格顺序",
+                                                     "开始转换"};
+    }
+    void labels() {
+        QFETCH(int, language);
+        QFETCH(QStringList, labels);
+        select("language", 1 - language);
+        select("language", language);
+        QStringList shown;
+        for (const char* const name :
+             {"inputButton", "inputNameCaption", "inputTypeCaption", "inputDefaultOrder",
+              "inputDataOrderCaption", "inputTableOrderCaption", "inputSize3DCaption",
+              "inputSize1DCaption", "inputDimensionCaption", "outputButton", "outputPathCaption",
+              "outputTypeCaption", "outputSize3DCaption", "outputDefaultOrder",
+              "outputDataOrderCaption", "outputTableOrderCaption", "startButton"}) {
+            shown += text(name);
+            if (const auto* const caption = qobject_cast<QLabel*>(find<QWidget>(name))) {
+                QCOMPARE(caption->buddy()->accessibleName(), caption->text());
+            }
+        }
+        QCOMPARE(shown, labels);
+        QCOMPARE(find<QComboBox>("language")->accessibleName(), language ? "语言" : "Language");
+        QCOMPARE(text("languageCaption"), "语言/Language:");
+        QCOMPARE(m_window->windowTitle(), "Tintwell");
+    }
+
+    void languageKeepsContents() {
+        choose("inputButton", {m_folder.file("kept.cube", "LUT_3D_SIZE 5\n")});
+        find<QLineEdit>("outputPath")->setText("/tmp/out.cube");
+        select("outputSize3D", 1);
+        select("inputTableOrder", 1);
+        select("language", 1);
+        QCOMPARE(text("inputName"), "/kept.cube");
+        QCOMPARE(text("inputSize3D"), "5");
+        QCOMPARE(text("outputPath"), "/tmp/out.cube");
+        QCOMPARE(find<QComboBox>("outputSize3D")->currentIndex(), 1);
+        QCOMPARE(find<QComboBox>("inputTableOrder")->currentText(), "BGR");
+        QVERIFY(!find<QCheckBox>("inputDefaultOrder")->isChecked());
+    }
+
+    void orders_data() {
+        QTest::addColumn<QString>("side");
+        QTest::addColumn<QString>("other");
+        QTest::newRow("input") << "input"
+                               << "output";
+        QTest::newRow("output") << "output"
+                                << "input";
+    }
+    void orders() {
+        QFETCH(QString, side);
+        QFETCH(QString, other);
+        auto* const byDefault = find<QCheckBox>(side + "DefaultOrder");
+        QVERIFY(byDefault->isChecked());
+        for (const char* const order : {"DataOrder", "TableOrder"}) {
+            select(side + order, 1);
+            QVERIFY(!byDefault->isChecked());
+            byDefault->click();
+            QCOMPARE(find<QComboBox>(side + order)->currentIndex(), 0);
+        }
+        select(side + "DataOrder", 1);
+        select(side + "TableOrder", 1);
+        byDefault->click();
+        QVERIFY(byDefault->isChecked());
+        QCOMPARE(find<QComboBox>(side + "DataOrder")->currentIndex(), 0);
+        QCOMPARE(find<QComboBox>(side + "TableOrder")->currentIndex(), 0);
+        byDefault->click();
+        QVERIFY(!byDefault->isChecked());
+        QVERIFY(find<QCheckBox>(other + "DefaultOrder")->isChecked());
+    }
+
+    void choosing() {
+        const QString first = m_folder.file("first.cube", "LUT_3D_SIZE 9\n");
+        const QString second = m_folder.file("second.cube", "LUT_3D_SIZE 5\n");
+        const auto fields = [this] {
+            return QStringList{text("inputName"),   text("inputType"),      text("inputSize3D"),
+                               text("inputSize1D"), text("inputDimension"), text("outputPath")};
+        };
+        const QStringList shown{"/first.cube", ".cube", "9", "0", "3D", "/some/where.cube"};
+
+        choose("inputButton", {first, second});
+        choose("outputButton", {"/some/where.cube"});
+        QCOMPARE(m_user->seen, (QStringList{"Open ICC/3DLUT File", "Save ICC/3DLUT File"}));
+        QCOMPARE(fields(), shown);
+        QCOMPARE(find<QLineEdit>("inputName")->toolTip(), first);
+
+        choose("inputButton", {});
+        choose("outputButton", {});
+        choose("inputButton", {m_folder.file("bad.cube", "LUT_3D_SIZE 0\n")});
+        QCOMPARE(m_user->seen.size(), 5);
+        QCOMPARE(fields(), shown);
+    }
+
+    void asksForFiles_data() {
+        QTest::addColumn<int>("language");
+        QTest::addColumn<QString>("message");
+        QTest::newRow("English") << 0 << "Error: Please Select Input/Output File!";
+        QTest::newRow("Chinese") << 1 << "错误: 请选择 输入/输出 文件！";
+    }
+    void asksForFiles() {
+        QFETCH(int, language);
+        QFETCH(QString, message);
+        select("language", language);
+        QCOMPARE(begin(), QStringList(message));
+        find<QLineEdit>("outputPath")->setText("/tmp/out.cube");
+        QCOMPARE(begin(), QStringList(message));
+        find<QLineEdit>("outputPath")->clear();
+        choose("inputButton", {m_folder.file("in.cube", "LUT_3D_SIZE 5\n")});
+        QCOMPARE(begin(), QStringList(message));
+    }
+
+    void outcome_data() {
+        QTest::addColumn<QByteArray>("input");
+        QTest::addColumn<QString>("output");
+        QTest::addColumn<QString>("message");
+        QTest::addColumn<bool>("writes");
+        const QByteArray two = cube(2, lattice(2));
+        const QByteArray oneD = "LUT_1D_SIZE 2\n0 0 0\n1 1 1\n";
+        QTest::newRow("success") << two << "o.cube"
+                                 << "Successful: Export successful !" << true;
+        QTest::newRow("truncated") << two.left(60) << "o.cube"
+                                   << "Error: File Error!" << false;
+        QTest::newRow("1D only") << oneD << "o.cube"
+                                 << "Error: Format not supported !" << false;
+        QTest::newRow("no table") << QByteArray("#\n") << "o.cube"
+                                  << "Error: Format not supported !" << false;
+        QTest::newRow("no such folder") << two << "none/o.cube"
+                                        << "Error: Format not supported !" << false;
+    }
+    void outcome() {
+        QFETCH(QByteArray, input);
+        QFETCH(QString, output);
+        QFETCH(QString, message);
+        QFETCH(bool, writes);
+        QFile::remove(m_folder.path(output));
+        choose("inputButton", {m_folder.file("in.cube", input)});
+        find<QLineEdit>("outputPath")->setText(m_folder.path(output));
+        select("language", 1);
+        QCOMPARE(begin(), QStringList(message));
+        QCOMPARE(QFile::exists(m_folder.path(output)), writes);
+    }
+
+    /// Data and table order of the input and of the output, as indices of their boxes; -1: default.
+    void conversion_data() {
+        QTest::addColumn<int>("size");
+        QTest::addColumn<int>("outputIndex");
+        QTest::addColumn<QVector<int>>("order");
+        QTest::addColumn<bool>("swapsChannels");
+        QTest::addColumn<bool>("swapsAxes");
+        const auto row = [](const char* name, const QVector<int>& order, bool channels, bool axes,
+                            int size = 17, int outputIndex = 0) {
+            QTest::newRow(name) << size << outputIndex << order << channels << axes;
+        };
+        row("default orders", {-1, -1, -1, -1}, false, false);
+        row("RGB RGB to default", {0, 0, -1, -1}, false, true);
+        row("BGR RGB to default", {1, 0, -1, -1}, true, true);
+        row("RGB BGR to default", {0, 1, -1, -1}, false, false);
+        row("default to RGB RGB", {-1, -1, 0, 0}, false, true);
+        row("default to RGB BGR", {-1, -1, 0, 1}, false, false);
+        row("default to BGR BGR", {-1, -1, 1, 1}, true, false);
+        row("BGR RGB to BGR RGB", {1, 0, 1, 0}, false, false);
+        row("33 unchanged", {-1, -1, -1, -1}, false, false, 33, 1);
+        row("33 to 17", {-1, -1, -1, -1}, false, false, 33, 0);
+        row("33 to 17, orders", {0, 0, 1, 1}, true, true, 33, 0);
+    }
+    void conversion() {
+        QFETCH(int, size);
+        QFETCH(int, outputIndex);
+        QFETCH(QVector<int>, order);
+        QFETCH(bool, swapsChannels);
+        QFETCH(bool, swapsAxes);
+        const QList<QByteArray> lines = lattice(size);
+        choose("inputButton", {m_folder.file("in.cube", cube(size, lines))});
+        QFile::remove(m_folder.path("out.cube"));
+        choose("outputButton", {m_folder.path("out.cube")});
+        select("outputSize3D", outputIndex);
+        setOrders("input", order[0], order[1]);
+        setOrders("output", order[2], order[3]);
+        QCOMPARE(begin(), QStringList("Successful: Export successful !"));
+
+        const int outputSize = outputIndex == 0 ? 17 : 33;
+        const QList<QByteArray> expected =
+            walked(lines, size, (size - 1) / (outputSize - 1), swapsAxes);
+        QCOMPARE(m_folder.content("out.cube"),
+                 cube(outputSize, swapsChannels ? withChannelsSwapped(expected) : expected));
+    }
+
+    void keyboard() {
+        QStringList visited;
+        for (QWidget *first = QApplication::focusWidget(), *at = first;;) {
+            visited += at->objectName();
+            QTest::keyClick(at, Qt::Key_Tab);
+            at = QApplication::focusWidget();
+            if (at == first || visited.size() > 50) {
+                break;
+            }
+        }
+        QCOMPARE(visited,
+                 (QStringList{"inputButton", "inputName", "inputType", "inputDimension",
+                              "inputSize3D", "inputSize1D", "inputDefaultOrder", "inputDataOrder",
+                              "inputTableOrder", "outputButton", "outputPath", "outputType",
+                              "outputSize3D", "outputDefaultOrder", "outputDataOrder",
+                              "outputTableOrder", "language", "startButton"}));
+
+        auto* const start = find<QPushButton>("startButton");
+        QTest::keyClick(start, Qt::Key_Return);
+        QTest::keyClick(start, Qt::Key_Space);
+        QKeyEvent held(QEvent::KeyPress, Qt::Key_Return, Qt::NoModifier, "\r", true);
+        QApplication::sendEvent(start, &held);
+        QCOMPARE(m_user->seen.size(), 2);
+        QVERIFY(!start->isDown());
+    }
+
+    void panelsFollowTheWidth() {
+        const auto* const input = find<QWidget>("inputPanel");
+        const auto* const output = find<QWidget>("outputPanel");
+        m_window->resize(2000, m_window->height());
+        QTRY_VERIFY(output->x() > input->geometry().right());
+        QCOMPARE(input->y(), output->y());
+        m_window->resize(m_window->minimumWidth(), m_window->height());
+        QTRY_VERIFY(output->y() > input->geometry().bottom());
+        QCOMPARE(input->x(), output->x());
+        QTRY_VERIFY(m_window->height() > 2 * input->height());
+    }
+
+private:
+    void setOrders(const QString& side, int data, int table) {
+        if (data < 0) {
+            return;
+        }
+        find<QCheckBox>(side + "DefaultOrder")->setChecked(false);
+        select(side + "DataOrder", data);
+        select(side + "TableOrder", table);
+    }
+};
+
+QTEST_MAIN(TestWindow)
+#include "test_window.moc"
