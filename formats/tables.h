@@ -25,6 +25,9 @@ struct Triple {
 /// Stores a sample in the container's own domain.
 template <typename Number>
 void store3D(Read_LUTFile& lut, int i, int j, int k, const Triple<Number>& sample) {
+    if (k == 0) {
+        prefetchRow(lut.data3D, lut.size3D, lut.tableOrder, i, j);
+    }
     lut.White3D(i, j, k, static_cast<float>(sample.r), static_cast<float>(sample.g),
                 static_cast<float>(sample.b), lut.domainMin3D, lut.domainMax3D);
 }

@@ -2,51 +2,13 @@
 
 #include <QByteArray>
 #include <QLocale>
-#include <QTextStream>
 
 #include <algorithm>
-#include <array>
-#include <charconv>
-#include <cmath>
-#include <cstring>
 #include <limits>
 
 namespace tintwell {
 
 namespace {
-
-/// What the toolkit itself prints, for the values that the quick ways below leave alone.
-char* printByToolkit(char* to, float value, QTextStream::RealNumberNotation notation) {
-    QByteArray text;
-    QTextStream stream(&text);
-    stream.setRealNumberNotation(notation);
-    stream << value << Qt::flush;
-    return std::copy(text.cbegin(), text.cend(), to);
-}
-
-/// Two digits at a time.
-constexpr auto digitPairs = [] {
-    std::array<char, 200> pairs{};
-    for (std::size_t n = 0; n < 100; ++n) {
-        pairs[2 * n] = static_cast<char>('0' + n / 10);
-        pairs[2 * n + 1] = static_cast<char>('0' + n % 10);
-    }
-    return pairs;
-}();
-
-void printSixDigits(char* to, std::uint32_t value) {
-    std::memcpy(to, &digitPairs[2 * (value / 10'000)], 2);
-    std::memcpy(to + 2, &digitPairs[2 * (value / 100 % 100)], 2);
-    std::memcpy(to + 4, &digitPairs[2 * (value % 100)], 2);
-}
-
-/// The toolkit prints negative zero without its sign, and tiny negative values with it.
-char* printSign(char* to, float value) {
-    if (value < 0) {
-        *to++ = '-';
-    }
-    return to;
-}
 
 bool printsPlainly(const QTextStream& out) {
     const auto notation = out.realNumberNotation();
@@ -58,25 +20,12 @@ bool printsPlainly(const QTextStream& out) {
 
 } // namespace
 
-char* printFixed(char* to, float value) {
-    // Below 2^32 a float times 10^6 has at most 38 significant bits: the product is exact in double
-    // precision, and so is the sum with 0.5 wherever it decides the rounding.
-    constexpr float exactBelow = 4294967296.0F;
-    const float magnitude = std::fabs(value);
-    if (!(magnitude < exactBelow)) {
-        return printByToolkit(to, value, QTextStream::FixedNotation);
-    }
-    const auto millionths = static_cast<std::uint64_t>(static_cast<double>(magnitude) * 1e6 + 0.5);
-    const auto whole = static_cast<std::uint32_t>(millionths / 1'000'000);
-    to = printSign(to, value);
-    if (whole < 10) {
-        *to++ = static_cast<char>('0' + whole);
-    } else {
-        to = std::to_chars(to, to + MaxNumberText, whole).ptr;
-    }
-    *to = '.';
-    printSixDigits(to + 1, static_cast<std::uint32_t>(millionths % 1'000'000));
-    return to + 7;
+char* printByToolkit(char* to, float value, QTextStream::RealNumberNotation notation) {
+    QByteArray text;
+    QTextStream stream(&text);
+    stream.setRealNumberNotation(notation);
+    stream << value << Qt::flush;
+    return std::copy(text.cbegin(), text.cend(), to);
 }
 
 char* printSmart(char* to, float value) {
@@ -102,7 +51,9 @@ char* printSmart(char* to, float value) {
         --decimals;
     }
     const auto unit = static_cast<std::uint32_t>(powers[decimals]);
-    to = printSign(to, value);
+    if (value < 0) {
+        *to++ = '-';
+    }
     to = std::to_chars(to, to + MaxNumberText, digits / unit).ptr;
     if (decimals == 0) {
         return to;

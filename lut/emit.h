@@ -1,23 +1,73 @@
 #pragma once
 
 #include <QString>
+#include <QTextStream>
 
+#include <array>
+#include <charconv>
+#include <cmath>
 #include <cstddef>
 #include <cstdint>
-#include <string_view>
-
-class QTextStream;
+#include <cstring>
 
 namespace tintwell {
 
 /// Room enough for any printed number.
 inline constexpr std::size_t MaxNumberText = 64;
 
-/// Print a float as the toolkit's text stream does at its default precision of 6: the exact value
-/// correctly rounded, ties away from zero. \a to has room for MaxNumberText characters; the result
-/// is one past the last one written.
-char* printFixed(char* to, float value); ///< six decimals: "0.007813"
-char* printSmart(char* to, float value); ///< six significant digits, shortest form: "1e-05"
+/// Whatever the quick ways below leave alone, as the toolkit's text stream itself prints it.
+char* printByToolkit(char* to, float value, QTextStream::RealNumberNotation notation);
+
+/// The numbers 00 to 99, two digits each.
+inline constexpr auto digitPairs = [] {
+    std::array<char, 200> pairs{};
+    for (std::size_t n = 0; n < 100; ++n) {
+        pairs[2 * n] = static_cast<char>('0' + n / 10);
+        pairs[2 * n + 1] = static_cast<char>('0' + n % 10);
+    }
+    return pairs;
+}();
+
+inline void printSixDigits(char* to, std::uint32_t value) {
+    std::memcpy(to, &digitPairs[2 * (value / 10'000)], 2);
+    std::memcpy(to + 2, &digitPairs[2 * (value / 100 % 100)], 2);
+    std::memcpy(to + 4, &digitPairs[2 * (value % 100)], 2);
+}
+
+// Both print a float as the toolkit's text stream does at its default precision of 6: the exact
+// value correctly rounded, ties away from zero; negative zero without its sign, tiny negative
+// values with it. There must be room for MaxNumberText characters; the result is one past the last
+// one written.
+
+/// Six decimals: "0.007813".
+inline char* printFixed(char* to, float value) {
+    // Below 2^32 a float times 10^6 has at most 38 significant bits: the product is exact in double
+    // precision, and so is the sum with 0.5 wherever it decides the rounding.
+    constexpr float exactBelow = 4294967296.0F;
+    const float magnitude = std::fabs(value);
+    if (!(magnitude < exactBelow)) {
+        return printByToolkit(to, value, QTextStream::FixedNotation);
+    }
+    const auto millionths = static_cast<std::uint64_t>(static_cast<double>(magnitude) * 1e6 + 0.5);
+    if (value < 0) {
+        *to++ = '-';
+    }
+    std::uint64_t rest = millionths;
+    if (millionths < 10'000'000) {
+        const auto whole = static_cast<std::uint32_t>(millionths) / 1'000'000;
+        *to++ = static_cast<char>('0' + whole);
+        rest -= std::uint64_t{whole} * 1'000'000;
+    } else {
+        to = std::to_chars(to, to + MaxNumberText, millionths / 1'000'000).ptr;
+        rest %= 1'000'000;
+    }
+    *to = '.';
+    printSixDigits(to + 1, static_cast<std::uint32_t>(rest));
+    return to + 7;
+}
+
+/// Six significant digits, shortest form: "1e-05".
+char* printSmart(char* to, float value);
 
 /// Truncates toward zero. What no 64-bit integer holds (NaN included) gives the smallest one.
 std::int64_t truncated(float value);

@@ -1,7 +1,5 @@
 #include "lut/text_file.h"
 
-#include <charconv>
-#include <cstring>
 #include <filesystem>
 #include <system_error>
 
@@ -27,46 +25,12 @@ TextFile::~TextFile() {
     flush();
 }
 
-TextFile& TextFile::operator<<(std::string_view text) {
-    std::memcpy(room(text.size()), text.data(), text.size());
-    m_used += text.size();
-    return *this;
-}
-
-TextFile& TextFile::operator<<(char character) {
-    *room(1) = character;
-    ++m_used;
-    return *this;
-}
-
-TextFile& TextFile::operator<<(std::int64_t number) {
-    char* const to = room(MaxNumberText);
-    m_used += static_cast<std::size_t>(std::to_chars(to, to + MaxNumberText, number).ptr - to);
-    return *this;
-}
-
-void TextFile::fixedColumn(float value) {
-    constexpr std::size_t width = 8;
-    char* const to = room(MaxNumberText);
-    auto length = static_cast<std::size_t>(printFixed(to, value) - to);
-    if (length < width) { // only inf and nan are that short
-        std::memmove(to + (width - length), to, length);
-        std::memset(to, ' ', width - length);
-        length = width;
-    }
-    m_used += length;
-}
-
-void TextFile::real(float value) {
-    char* const to = room(MaxNumberText);
-    m_used += static_cast<std::size_t>(printSmart(to, value) - to);
-}
-
-char* TextFile::room(std::size_t size) {
-    if (m_used + size > BlockSize) {
-        flush();
-    }
-    return &m_block[m_used];
+char* TextFile::alignRight(char* from, char* end, std::ptrdiff_t width) {
+    const auto length = static_cast<std::size_t>(end - from);
+    const std::size_t blanks = static_cast<std::size_t>(width) - length;
+    std::memmove(from + blanks, from, length);
+    std::memset(from, ' ', blanks);
+    return from + width;
 }
 
 void TextFile::flush() {

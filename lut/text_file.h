@@ -7,8 +7,10 @@
 
 #include <QFile>
 
-#include <array>
+#include <charconv>
+#include <cstddef>
 #include <cstdint>
+#include <cstring>
 #include <memory>
 #include <string_view>
 
@@ -26,22 +28,52 @@ public:
 
     bool isOpen() const { return m_file.isOpen(); }
 
-    TextFile& operator<<(std::string_view text);
-    TextFile& operator<<(char character);
-    TextFile& operator<<(std::int64_t number);
+    TextFile& operator<<(std::string_view text) {
+        std::memcpy(room(text.size()), text.data(), text.size());
+        m_used += text.size();
+        return *this;
+    }
+    TextFile& operator<<(char character) {
+        *room(1) = character;
+        ++m_used;
+        return *this;
+    }
+    TextFile& operator<<(std::int64_t number) {
+        char* const to = room(MaxNumberText);
+        return endAt(std::to_chars(to, to + MaxNumberText, number).ptr);
+    }
     TextFile& operator<<(int number) { return *this << std::int64_t{number}; }
 
     // A sink for the layouts of lut/emit.h; its own notation for real numbers is the smart one.
-    void fixedColumn(float value);
-    void real(float value);
+    void fixedColumn(float value) {
+        constexpr std::ptrdiff_t width = 8;
+        char* const to = room(MaxNumberText);
+        char* end = printFixed(to, value);
+        if (end - to < width) {
+            end = alignRight(to, end, width);
+        }
+        endAt(end);
+    }
+    void real(float value) { endAt(printSmart(room(MaxNumberText), value)); }
     void integer(std::int64_t value) { *this << value; }
     void text(std::string_view sep) { *this << sep; }
 
 private:
     static constexpr std::size_t BlockSize = 256 * 1024;
 
-    char* room(std::size_t size);
+    static char* alignRight(char* from, char* end, std::ptrdiff_t width);
     void flush();
+
+    char* room(std::size_t size) {
+        if (m_used + size > BlockSize) {
+            flush();
+        }
+        return &m_block[m_used];
+    }
+    TextFile& endAt(const char* end) {
+        m_used = static_cast<std::size_t>(end - m_block.get());
+        return *this;
+    }
 
     QFile m_file;
     std::unique_ptr<char[]> m_block;
@@ -54,6 +86,9 @@ template <typename Prefix>
 void emitLattice(TextFile& out, const Write_LUTFile& writer, const Read_LUTFile& lut,
                  std::int64_t scale, std::string_view sep, Prefix&& prefix) {
     visitLattice(lut.size3D, [&](int i, int j, int k) {
+        if (k == 0) {
+            prefetchRow(lut.data3D, lut.size3D, writer.tableOrder, i, j);
+        }
         const float* const cell = writer.tableOrder ? lut.data3D[i][j][k] : lut.data3D[k][j][i];
         prefix(i, j, k);
         emitCell3D(out, cell, writer.dataOrder, scale, sep);
