@@ -1,6 +1,142 @@
-#include "lut/read_lutfile.h"
-#include "lut/write_lutfile.h"
+// The csp format, 3D or 1D:
+//
+//     CSPLUTV100
+//     3D
+//
+//     BEGIN METADATA
+//     "Warm evening"
+//     END METADATA
+//
+//     2
+//     0.0 1.0
+//     0.0 1.0
+//     ...
+//
+//     2 2 2
+//     0.000000 0.000000 0.000000
+//     0.000000 0.000000 1.000000
+//     ...
+//
+// The three shapers (red, green, blue) are of a count, a list of inputs and a list of outputs each.
+// No curve is made of them: the ends of the outputs are the domain. Behind them stand the size, one
+// number for 1D, and the samples, k fastest.
 
-bool Read_LUTFile::Read_Csp(QString, bool) {
-    return false;
+#include "formats/tables.h"
+#include "formats/text/words.h"
+#include "lut/read_lutfile.h"
+
+#include <cstddef>
+#include <string_view>
+
+using tintwell::Body;
+using tintwell::LineSource;
+using tintwell::scan;
+using tintwell::takeNumbers;
+using tintwell::Triple;
+using tintwell::Walk;
+using tintwell::wordCount;
+using tintwell::WordReader;
+
+namespace {
+
+void passLine(LineSource& lines, std::string_view wanted) {
+    while (!lines.atEnd() && lines.next() != wanted) {
+    }
+}
+
+/// The next line whose words \a fits(count) accepts; empty at the end.
+template <typename Fits>
+std::string_view nextOfWords(LineSource& lines, Fits&& fits) {
+    while (!lines.atEnd()) {
+        const std::string_view line = lines.next();
+        if (fits(wordCount(line))) {
+            return line;
+        }
+    }
+    return "";
+}
+
+void readShaper(LineSource& lines, float& min, float& max) {
+    const auto isList = [](std::size_t count) { return count >= 2; };
+    nextOfWords(lines, isList); // the inputs
+    WordReader outputs(nextOfWords(lines, isList));
+    std::string_view word = outputs.next();
+    if (word.empty()) {
+        return;
+    }
+    min = tintwell::toFloat(word);
+    std::string_view last;
+    for (; !word.empty(); word = outputs.next()) {
+        last = word;
+    }
+    max = tintwell::toFloat(last);
+}
+
+void readSize3D(LineSource& lines, int& size) {
+    int i = 0;
+    int j = 0;
+    int k = 0;
+    if (scan(nextOfWords(lines, [](std::size_t count) { return count == 3; }), i, j, k) == 3 &&
+        i == j && j == k) {
+        size = i;
+    }
+}
+
+/// A complete table leaves the domain as the shapers gave it.
+bool readSamples3D(Read_LUTFile& lut, LineSource& lines) {
+    if (lut.size3D < 1) {
+        return false;
+    }
+    Walk end = Walk::Short;
+    if (tintwell::allocateLattice(lut, lines, Body::Complete)) {
+        Triple<float> sample;
+        end = tintwell::fillLattice(lut, lines, sample, takeNumbers);
+    }
+    if (end != Walk::Complete) {
+        lut.resetDomainMax3D();
+    }
+    return end != Walk::Short;
+}
+
+bool readSamples1D(Read_LUTFile& lut, LineSource& lines) {
+    Triple<float> sample;
+    const bool filled =
+        lut.allocate1D() && tintwell::fillCurve(lut, lines, sample, takeNumbers) != Walk::Short;
+    lut.resetDomainMax1D();
+    return filled;
+}
+
+} // namespace
+
+bool Read_LUTFile::Read_Csp(QString path, bool probe) {
+    LineSource lines(path);
+    if (!lines.isOpen()) {
+        return false;
+    }
+    applyDefaultOrder(true, false);
+
+    if (lines.next() != "CSPLUTV100") {
+        return false;
+    }
+    const std::string_view kind = lines.next();
+    const bool is3D = kind == "3D";
+    if (!is3D && kind != "1D") {
+        return false;
+    }
+    passLine(lines, "BEGIN METADATA");
+    passLine(lines, "END METADATA");
+    for (int channel = 0; channel < 3; ++channel) {
+        readShaper(lines, (is3D ? domainMin3D : domainMin1D)[channel],
+                   (is3D ? domainMax3D : domainMax1D)[channel]);
+    }
+    if (is3D) {
+        readSize3D(lines, size3D);
+    } else {
+        scan(nextOfWords(lines, [](std::size_t count) { return count == 1; }), size1D);
+    }
+    if (probe) {
+        resetDomainMax1D();
+        return hasSize();
+    }
+    return is3D ? readSamples3D(*this, lines) : readSamples1D(*this, lines);
 }

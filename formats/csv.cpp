@@ -1,10 +1,95 @@
+// The csv format, 1D, of integer codes:
+//
+//     0,	0
+//     1,	3
+//     2,	7
+//     ...
+//
+// The index of an entry, then the code of all its channels. There is no header and no comment. The
+// last code of the file tells the full scale: the next power of two, less one.
+
+#include "formats/tables.h"
 #include "lut/read_lutfile.h"
+#include "lut/text_file.h"
 #include "lut/write_lutfile.h"
 
-bool Read_LUTFile::Read_Csv(QString, bool) {
-    return false;
+#include <cstdint>
+#include <string_view>
+
+using tintwell::LineSource;
+
+namespace {
+
+/// What a line says. One that has only an index keeps the code of the line before.
+struct Entry {
+    int index = 0;
+    int code = 0;
+
+    bool take(std::string_view line) {
+        return tintwell::scan(line, index, tintwell::Literal{','}, code) > 0;
+    }
+};
+
+int countEntries(LineSource& lines, Entry& entry) {
+    int count = 0;
+    while (!lines.atEnd()) {
+        count += entry.take(lines.next()) ? 1 : 0;
+    }
+    return count;
 }
 
-bool Write_LUTFile::Write_Csv(QString, Read_LUTFile&) {
-    return false;
+/// The largest code of the bit depth that \a lastCode takes; a power of two counts for the depth
+/// below it.
+float fullScale(int lastCode) {
+    std::int64_t codes = 2;
+    while (codes < lastCode) {
+        codes *= 2;
+    }
+    return static_cast<float>(codes - 1);
+}
+
+} // namespace
+
+bool Read_LUTFile::Read_Csv(QString path, bool probe) {
+    constexpr int leastEntries = 256;
+
+    LineSource lines(path);
+    if (!lines.isOpen()) {
+        return false;
+    }
+    applyDefaultOrder(true, true);
+    Entry entry;
+    size1D = countEntries(lines, entry);
+    tintwell::setDomain(domainMax1D, fullScale(entry.code));
+    if (probe) {
+        return size1D >= leastEntries;
+    }
+    if (size1D > 0 && !allocate1D()) {
+        resetDomainMax1D();
+        return false;
+    }
+    lines.rewind();
+    while (!lines.atEnd()) {
+        if (!entry.take(lines.next()) || entry.index < 0 || entry.index >= size1D) {
+            continue;
+        }
+        const auto value = static_cast<float>(entry.code);
+        White1D(entry.index, value, value, value, domainMin1D, domainMax1D);
+    }
+    resetDomainMax1D();
+    return true;
+}
+
+/// Writes the first channel only. Real numbers will be read again as the integers they begin with.
+bool Write_LUTFile::Write_Csv(QString path, Read_LUTFile& lut) {
+    tintwell::TextFile out(path);
+    if (!out.isOpen()) {
+        return false;
+    }
+    applyDefaultOrder(true, true);
+    for (int n = 0; n < lut.size1D; ++n) {
+        out << n << ",\t";
+        emitValue(out, lut.data1D[n][0], outputScale, "\n");
+    }
+    return true;
 }

@@ -23,92 +23,104 @@
 
 using tintwell::allocateLattice;
 using tintwell::Body;
+using tintwell::cubeRoot;
 using tintwell::holds;
 using tintwell::LineSource;
 using tintwell::scan;
-using tintwell::store1D;
-using tintwell::store3D;
+using tintwell::setDomain;
 using tintwell::Triple;
 using tintwell::Walk;
-using tintwell::walkEntries;
-using tintwell::walkLattice;
 using tintwell::without;
 
 namespace {
 
 /// What the first pass learns beyond the fields of the container.
 struct CubeHeader {
-    float meshScale = 1;
-    int dataLines = 0;
+    int outBits = 0;
     bool hasMeshWord = false; ///< some line must be passed over for it
+
+    float meshScale() const { return std::ldexp(1.0F, outBits); }
 };
+
+enum class LineKind { Keyword, BadSize, Data };
 
 bool isComment(std::string_view line) {
     return line.front() == '#' || line.front() == 'x';
 }
 
-/// False for a size below 1, or none.
-bool takeSize(std::string_view line, std::string_view keyword, int& size) {
+LineKind takeSize(std::string_view line, std::string_view keyword, int& size) {
     size = tintwell::toInt(without(line, keyword));
-    return size >= 1;
+    return size < 1 ? LineKind::BadSize : LineKind::Keyword;
 }
 
-void takeInputRange(std::string_view text, Read_LUTFile& lut) {
-    scan(text, lut.domainMin1D[0], lut.domainMax1D[0]);
-    std::fill_n(lut.domainMin1D, 3, lut.domainMin1D[0]);
-    std::fill_n(lut.domainMax1D, 3, lut.domainMax1D[0]);
+LineKind takeTriple(std::string_view line, std::string_view keyword, float (&channels)[3]) {
+    scan(without(line, keyword), channels[0], channels[1], channels[2]);
+    return LineKind::Keyword;
 }
 
-void takeMesh(std::string_view line, Read_LUTFile& lut, int& outBits, CubeHeader& header) {
+LineKind takeInputRange(std::string_view line, Read_LUTFile& lut) {
+    scan(without(line, "LUT_1D_INPUT_RANGE "), lut.domainMin1D[0], lut.domainMax1D[0]);
+    setDomain(lut.domainMin1D, lut.domainMin1D[0]);
+    setDomain(lut.domainMax1D, lut.domainMax1D[0]);
+    return LineKind::Keyword;
+}
+
+LineKind takeMesh(std::string_view line, Read_LUTFile& lut, CubeHeader& header) {
     int inBits = 0;
-    scan(line.substr(std::min<std::size_t>(line.size(), 5)), inBits, outBits);
+    scan(line.substr(std::min<std::size_t>(line.size(), 5)), inBits, header.outBits);
     lut.meshHeader = true;
-    header.meshScale = std::ldexp(1.0F, outBits);
+    return LineKind::Keyword;
 }
 
-/// Classifies every line. False for a bad size.
+/// Classifies a line that is neither empty nor a comment, and acts on its keyword.
+LineKind takeLine(std::string_view line, Read_LUTFile& lut, CubeHeader& header) {
+    header.hasMeshWord = header.hasMeshWord || holds(line, "MESH");
+    if (holds(line, "LUT_3D_SIZE")) {
+        return takeSize(line, "LUT_3D_SIZE ", lut.size3D);
+    }
+    if (holds(line, "TITLE")) {
+        return LineKind::Keyword;
+    }
+    if (holds(line, "DOMAIN_MIN")) {
+        return takeTriple(line, "DOMAIN_MIN ", lut.domainMin3D);
+    }
+    if (holds(line, "DOMAIN_MAX")) {
+        return takeTriple(line, "DOMAIN_MAX ", lut.domainMax3D);
+    }
+    if (holds(line, "LUT_1D_SIZE")) {
+        return takeSize(line, "LUT_1D_SIZE ", lut.size1D);
+    }
+    if (holds(line, "LUT_1D_INPUT_RANGE")) {
+        return takeInputRange(line, lut);
+    }
+    if (tintwell::startsWith(line, "Mesh")) {
+        return takeMesh(line, lut, header);
+    }
+    return LineKind::Data;
+}
+
+/// Acts on every keyword, wherever it stands. False for a bad size.
 bool readHeader(LineSource& lines, Read_LUTFile& lut, CubeHeader& header) {
-    int outBits = 0;
-    while (!lines.atEnd()) {
+    while (lines.skipToLetters()) {
         const std::string_view line = lines.next();
-        if (line.empty() || isComment(line)) {
-            continue;
-        }
-        if (!tintwell::hasLetters(line)) { // nor any keyword
-            ++header.dataLines;
-            continue;
-        }
-        header.hasMeshWord = header.hasMeshWord || holds(line, "MESH");
-        if (holds(line, "LUT_3D_SIZE")) {
-            if (!takeSize(line, "LUT_3D_SIZE ", lut.size3D)) {
-                return false;
-            }
-        } else if (holds(line, "TITLE")) {
-            continue;
-        } else if (holds(line, "DOMAIN_MIN")) {
-            float* const min = lut.domainMin3D;
-            scan(without(line, "DOMAIN_MIN "), min[0], min[1], min[2]);
-        } else if (holds(line, "DOMAIN_MAX")) {
-            float* const max = lut.domainMax3D;
-            scan(without(line, "DOMAIN_MAX "), max[0], max[1], max[2]);
-        } else if (holds(line, "LUT_1D_SIZE")) {
-            if (!takeSize(line, "LUT_1D_SIZE ", lut.size1D)) {
-                return false;
-            }
-        } else if (holds(line, "LUT_1D_INPUT_RANGE")) {
-            takeInputRange(without(line, "LUT_1D_INPUT_RANGE "), lut);
-        } else if (tintwell::startsWith(line, "Mesh")) {
-            takeMesh(line, lut, outBits, header);
-        } else {
-            ++header.dataLines;
+        if (!isComment(line) && takeLine(line, lut, header) == LineKind::BadSize) {
+            return false;
         }
     }
     return true;
 }
 
-/// The lattice that so many lines fill.
-int inferredSize(int dataLines) {
-    return static_cast<int>(std::pow(dataLines, 1.0 / 3.0) + 0.5);
+/// The size of the lattice that the data lines of a file without any size fill.
+int inferredSize(LineSource& lines, Read_LUTFile& lut, CubeHeader& header) {
+    int count = 0;
+    lines.rewind();
+    while (!lines.atEnd()) {
+        const std::string_view line = lines.next();
+        if (!line.empty() && !isComment(line) && takeLine(line, lut, header) == LineKind::Data) {
+            ++count;
+        }
+    }
+    return cubeRoot(count);
 }
 
 /// An integer sample, brought to real numbers.
@@ -140,8 +152,8 @@ bool Read_LUTFile::Read_Cube(QString path, bool probe) {
     if (!readHeader(lines, *this, header)) {
         return false;
     }
-    if (size3D == 0 && size1D == 0 && header.dataLines > 0) {
-        size3D = inferredSize(header.dataLines);
+    if (size3D == 0 && size1D == 0) {
+        size3D = inferredSize(lines, *this, header);
     }
     if (probe) {
         return true;
@@ -155,28 +167,21 @@ bool Read_LUTFile::Read_Cube(QString path, bool probe) {
     lines.rewind();
     Triple<float> sample;
     Triple<int> codes;
-    const Walk lattice =
-        walkLattice(lines, size3D, [&](std::string_view line, int i, int j, int k) {
-            if (isPassedOver(line, header) ||
-                !(meshHeader ? takeCodes(line, codes, header.meshScale, sample)
-                             : sample.take(line))) {
-                return false;
-            }
-            store3D(*this, i, j, k, sample);
-            return true;
-        });
+    const auto takeSample = [&](std::string_view line, Triple<float>& values) {
+        return !isPassedOver(line, header) &&
+               (meshHeader ? takeCodes(line, codes, header.meshScale(), values)
+                           : values.take(line));
+    };
+    const Walk lattice = fillLattice(*this, lines, sample, takeSample);
     if (lattice != Walk::Complete) {
         resetDomainMax3D();
         return lattice == Walk::LacksLast;
     }
 
-    const Walk entries = walkEntries(lines, size1D, [&](std::string_view line, int n) {
-        if (isPassedOver(line, header) || !sample.take(line)) {
-            return false;
-        }
-        store1D(*this, n, sample);
-        return true;
-    });
+    const auto takeEntry = [&](std::string_view line, Triple<float>& values) {
+        return !isPassedOver(line, header) && values.take(line);
+    };
+    const Walk entries = fillCurve(*this, lines, sample, takeEntry);
     resetDomainMax1D();
     if (entries != Walk::Complete) {
         return entries == Walk::LacksLast;

@@ -1,10 +1,26 @@
-#include "lut/read_lutfile.h"
-#include "lut/write_lutfile.h"
+// The DavLut format, 3D:
+//
+//     # Authors: norvane
+//
+//     3DLUTSIZE 2
+//     0.000000 0.000000 0.000000
+//     0.000000 0.000000 1.000000
+//     ...
+//
+// Samples come k fastest. Lines before the size line mean nothing.
 
-bool Read_LUTFile::Read_DavLut(QString, bool) {
-    return false;
+#include "formats/sized_lattice.h"
+
+namespace {
+
+constexpr tintwell::SizedLattice davLut = {"# Authors: norvane\n\n", "3DLUTSIZE", true, true};
+
+} // namespace
+
+bool Read_LUTFile::Read_DavLut(QString path, bool probe) {
+    return tintwell::readSizedLattice(davLut, path, probe, *this);
 }
 
-bool Write_LUTFile::Write_DavLut(QString, Read_LUTFile&) {
-    return false;
+bool Write_LUTFile::Write_DavLut(QString path, Read_LUTFile& lut) {
+    return tintwell::writeSizedLattice(davLut, path, lut, *this);
 }

@@ -34,7 +34,7 @@ bool isPassedOver(std::string_view line) {
     if (line.front() != '#') {
         return false;
     }
-    qCDebug(formatTrace) << "#:" << QString::fromUtf8(line.data(), static_cast<int>(line.size()));
+    tintwell::traceLine("#:", line);
     return true;
 }
 

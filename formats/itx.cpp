@@ -1,10 +1,25 @@
-#include "lut/read_lutfile.h"
-#include "lut/write_lutfile.h"
+// The itx format, 3D:
+//
+//     LUT_3D_SIZE 2
+//     0.000000 0.000000 0.000000
+//     0.000000 0.000000 1.000000
+//     ...
+//
+// Samples come k fastest. The size keyword is that of the cube format, and the only one: other
+// lines before it mean nothing.
 
-bool Read_LUTFile::Read_Itx(QString, bool) {
-    return false;
+#include "formats/sized_lattice.h"
+
+namespace {
+
+constexpr tintwell::SizedLattice itx = {"", "LUT_3D_SIZE", true, false};
+
+} // namespace
+
+bool Read_LUTFile::Read_Itx(QString path, bool probe) {
+    return tintwell::readSizedLattice(itx, path, probe, *this);
 }
 
-bool Write_LUTFile::Write_Itx(QString, Read_LUTFile&) {
-    return false;
+bool Write_LUTFile::Write_Itx(QString path, Read_LUTFile& lut) {
+    return tintwell::writeSizedLattice(itx, path, lut, *this);
 }

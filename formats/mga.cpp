@@ -1,10 +1,144 @@
+// The Pandora format, 3D, of .mga and .m3d files:
+//
+//     #HEADER
+//     #END
+//     channel 3d
+//     in 8
+//     out 4096
+//     format lut
+//     values red green blue
+//     0 0 0 0
+//     1 0 0 4095
+//     ...
+//
+// "in" tells the number of samples, "out" the number of codes, or 1 for real numbers. Samples come
+// k fastest, each behind its running number, which places nothing.
+
+#include "formats/tables.h"
+#include "formats/text/words.h"
 #include "lut/read_lutfile.h"
+#include "lut/text_file.h"
+#include "lut/trace.h"
 #include "lut/write_lutfile.h"
 
-bool Read_LUTFile::Read_Mga(QString, bool) {
-    return false;
+#include <cstdint>
+#include <string_view>
+
+using tintwell::LineSource;
+using tintwell::scan;
+using tintwell::setDomain;
+using tintwell::startsWith;
+using tintwell::traceLine;
+using tintwell::Triple;
+using tintwell::without;
+using tintwell::withoutBlanks;
+
+namespace {
+
+bool isThreeD(std::string_view channelLine) {
+    return withoutBlanks(without(channelLine, "channel")) == "3d";
 }
 
-bool Write_LUTFile::Write_Mga(QString, Read_LUTFile&) {
-    return false;
+bool takeCount(std::string_view line, Read_LUTFile& lut) {
+    long count = 0;
+    if (scan(withoutBlanks(without(line, "in")), count) == 0) {
+        return false;
+    }
+    lut.size3D = tintwell::cubeRoot(count);
+    return true;
+}
+
+bool takeCodes(std::string_view line, Read_LUTFile& lut) {
+    long codes = 0;
+    if (scan(without(line, "out"), codes) == 0) {
+        return false;
+    }
+    setDomain(lut.domainMin3D, 0);
+    setDomain(lut.domainMax3D, static_cast<float>(codes >= 2 ? codes - 1 : codes));
+    return true;
+}
+
+/// Reads up to and with the "values" line. False for a header that the format does not accept.
+bool readHeader(LineSource& lines, Read_LUTFile& lut) {
+    while (!lines.atEnd()) {
+        const std::string_view line = lines.next();
+        if (line.empty()) {
+            continue;
+        }
+        if (line.front() == '#') {
+            traceLine("#:", line);
+        } else if (startsWith(line, "channel")) {
+            if (!isThreeD(line)) {
+                return false;
+            }
+        } else if (startsWith(line, "format")) {
+            traceLine("format:", line);
+        } else if (startsWith(line, "values")) {
+            return true;
+        } else if (startsWith(line, "in")) {
+            if (!takeCount(line, lut)) {
+                return false;
+            }
+        } else if (startsWith(line, "out")) {
+            if (!takeCodes(line, lut)) {
+                return false;
+            }
+        } else {
+            traceLine("unkown:", line);
+        }
+    }
+    return true;
+}
+
+/// Neither an empty line nor a comment begins with a number.
+bool takeSample(std::string_view line, Triple<double>& sample) {
+    double number = 0;
+    return tintwell::wordCount(line) == 4 && scan(line, number, sample.r, sample.g, sample.b) > 0;
+}
+
+} // namespace
+
+bool Read_LUTFile::Read_Mga(QString path, bool probe) {
+    LineSource lines(path);
+    if (!lines.isOpen()) {
+        return false;
+    }
+    applyDefaultOrder(true, true);
+    if (!readHeader(lines, *this)) {
+        return false;
+    }
+    if (probe || size3D < 1) {
+        resetDomainMax3D();
+        return hasSize();
+    }
+    return tintwell::readLattice(*this, lines, Triple<double>(), takeSample);
+}
+
+bool Write_LUTFile::Write_Mga(QString path, Read_LUTFile& lut) {
+    tintwell::TextFile out(path);
+    if (!out.isOpen()) {
+        return false;
+    }
+    const std::int64_t n = lut.size3D;
+    out << "#HEADER\n"
+        << "#type: 3D cube file\n"
+        << "#format: 1.00\n"
+        << "#created:\n"
+        << "#owner: norvane\n"
+        << "#END\n\n"
+        << "channel\t3d\n"
+        << "in " << n * n * n << '\n';
+    if (outputScale == 1) {
+        out << "out\t1\n\n";
+    } else {
+        out << "out " << outputScale + 1 << "\n\n";
+    }
+    out << "format lut\n\n"
+        << "values\tred\tgreen\tblue\n";
+
+    applyDefaultOrder(true, true);
+    std::int64_t number = 0;
+    tintwell::emitLattice(out, *this, lut, outputScale, "\t",
+                          [&](int, int, int) { out << number++ << '\t'; });
+    return true;
 }

@@ -1,10 +1,62 @@
+// The NVX 1D format:
+//
+//     From 0.0 1.0
+//     Length 256
+//     0 0 0
+//     0.00392157 0.00392157 0.00392157
+//     ...
+//
+// As many samples as the length says, no more and no fewer.
+
+#include "formats/nvx_header.h"
+#include "formats/tables.h"
 #include "lut/read_lutfile.h"
+#include "lut/text_file.h"
 #include "lut/write_lutfile.h"
 
-bool Read_LUTFile::Read_NVX1D(QString, bool) {
-    return false;
+#include <string_view>
+
+using tintwell::LineSource;
+using tintwell::takeNumbers;
+using tintwell::Triple;
+using tintwell::Walk;
+
+bool Read_LUTFile::Read_NVX1D(QString path, bool probe) {
+    LineSource lines(path);
+    if (!lines.isOpen()) {
+        return false;
+    }
+    applyDefaultOrder(true, true);
+    tintwell::readNvxHeader(lines, domainMin1D, domainMax1D, size1D);
+    if (probe || size1D < 1) {
+        return size1D >= 1;
+    }
+    if (!allocate1D()) {
+        return false;
+    }
+    Triple<float> sample;
+    if (fillCurve(*this, lines, sample, takeNumbers) != Walk::Complete) {
+        return false;
+    }
+    while (!lines.atEnd()) {
+        if (sample.take(lines.next())) {
+            return false;
+        }
+    }
+    resetDomainMax1D();
+    return true;
 }
 
-bool Write_LUTFile::Write_NVX1D(QString, Read_LUTFile&) {
-    return false;
+bool Write_LUTFile::Write_NVX1D(QString path, Read_LUTFile& lut) {
+    tintwell::TextFile out(path);
+    if (!out.isOpen()) {
+        return false;
+    }
+    applyDefaultOrder(true, true);
+    tintwell::writeNvxHeader(out, lut.size1D);
+    for (int n = 0; n < lut.size1D; ++n) {
+        emitCell1D(out, lut.data1D[n], dataOrder, 1, " ");
+        out << '\n';
+    }
+    return true;
 }

@@ -1,10 +1,58 @@
+// The NVX 3D format:
+//
+//     From 0.0 1.0
+//     Length 2
+//     0.000000 0.000000 0.000000
+//     0.000000 0.000000 1.000000
+//     ...
+//
+// Samples come k fastest. Every line of the body takes a point, whatever it holds; points without a
+// sample stay black.
+
+#include "formats/nvx_header.h"
+#include "formats/tables.h"
 #include "lut/read_lutfile.h"
+#include "lut/text_file.h"
 #include "lut/write_lutfile.h"
 
-bool Read_LUTFile::Read_NVX3D(QString, bool) {
-    return false;
+#include <string_view>
+
+using tintwell::Body;
+using tintwell::LineSource;
+using tintwell::Triple;
+using tintwell::walkLattice;
+
+bool Read_LUTFile::Read_NVX3D(QString path, bool probe) {
+    LineSource lines(path);
+    if (!lines.isOpen()) {
+        return false;
+    }
+    applyDefaultOrder(true, true);
+    tintwell::readNvxHeader(lines, domainMin3D, domainMax3D, size3D);
+    if (probe || size3D < 1) {
+        return size3D >= 1;
+    }
+    if (!allocateLattice(*this, lines, Body::MayBeShort)) {
+        return false;
+    }
+    Triple<float> sample;
+    walkLattice(lines, size3D, [&](std::string_view line, int i, int j, int k) {
+        if (sample.take(line)) {
+            store3D(*this, i, j, k, sample);
+        }
+        return true;
+    });
+    resetDomainMax3D();
+    return true;
 }
 
-bool Write_LUTFile::Write_NVX3D(QString, Read_LUTFile&) {
-    return false;
+bool Write_LUTFile::Write_NVX3D(QString path, Read_LUTFile& lut) {
+    tintwell::TextFile out(path);
+    if (!out.isOpen()) {
+        return false;
+    }
+    applyDefaultOrder(true, true);
+    tintwell::writeNvxHeader(out, lut.size3D);
+    emitLattice(out, *this, lut, 1, " ");
+    return true;
 }

@@ -20,7 +20,6 @@ using tintwell::scan;
 using tintwell::startsWith;
 using tintwell::Triple;
 using tintwell::Walk;
-using tintwell::walkEntries;
 
 bool Read_LUTFile::Read_1dLut(QString path, bool probe) {
     constexpr int entryCount = 256;
@@ -39,15 +38,11 @@ bool Read_LUTFile::Read_1dLut(QString path, bool probe) {
     }
     double index = 0;
     Triple<double> sample;
-    const Walk entries = walkEntries(lines, size1D, [&](std::string_view line, int n) {
-        if (startsWith(line, "#") || startsWith(line, "Index") ||
-            scan(line, index, sample.r, sample.g, sample.b) == 0) {
-            return false;
-        }
-        store1D(*this, n, sample);
-        return true;
-    });
-    return entries != Walk::Short;
+    const auto takeEntry = [&index](std::string_view line, Triple<double>& values) {
+        return !startsWith(line, "#") && !startsWith(line, "Index") &&
+               scan(line, index, values.r, values.g, values.b) > 0;
+    };
+    return fillCurve(*this, lines, sample, takeEntry) != Walk::Short;
 }
 
 /// Writes tables of any size, although only the first 256 entries will be read again.

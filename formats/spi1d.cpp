@@ -18,7 +18,6 @@
 #include "lut/text_file.h"
 #include "lut/write_lutfile.h"
 
-#include <algorithm>
 #include <string_view>
 
 using tintwell::LineSource;
@@ -26,18 +25,19 @@ using tintwell::scan;
 using tintwell::startsWith;
 using tintwell::Triple;
 using tintwell::Walk;
-using tintwell::walkEntries;
 using tintwell::without;
 
 namespace {
 
 /// A range of one number sets the minimum only. False for none.
 bool takeRange(std::string_view text, Read_LUTFile& lut) {
-    if (scan(text, lut.domainMin1D[0], lut.domainMax1D[0]) == 0) {
+    float min = 0;
+    float max = lut.domainMax1D[0];
+    if (scan(text, min, max) == 0) {
         return false;
     }
-    std::fill_n(lut.domainMin1D, 3, lut.domainMin1D[0]);
-    std::fill_n(lut.domainMax1D, 3, lut.domainMax1D[0]);
+    tintwell::setDomain(lut.domainMin1D, min);
+    tintwell::setDomain(lut.domainMax1D, max);
     return true;
 }
 
@@ -91,15 +91,13 @@ bool Read_LUTFile::Read_Spi1D(QString path, bool probe) {
         resetDomainMax1D();
         return false;
     }
-    // A file that does not tell its components has no samples to read, and that is no fault.
-    const int expected = components > 0 ? size1D : 0;
-    Triple<double> sample;
-    const Walk entries = walkEntries(lines, expected, [&](std::string_view line, int n) {
-        if (!takeSample(line, components, sample)) {
-            return false;
-        }
-        store1D(*this, n, sample);
+    if (components <= 0) { // no samples to read, and that is no fault
+        resetDomainMax1D();
         return true;
+    }
+    Triple<double> sample;
+    const Walk entries = fillCurve(*this, lines, sample, [components](auto line, auto& values) {
+        return takeSample(line, components, values);
     });
     resetDomainMax1D();
     return entries != Walk::Short;

@@ -15,7 +15,6 @@
 #include "lut/text_file.h"
 #include "lut/write_lutfile.h"
 
-#include <algorithm>
 #include <string_view>
 
 using tintwell::Body;
@@ -30,26 +29,96 @@ void skipSignature(LineSource& lines) {
     }
 }
 
-/// Finds the next line that has all the numbers asked for. They keep their values if there is none.
+/// Finds the next line that has all the numbers asked for.
 template <typename... Numbers>
-void findLine(LineSource& lines, Numbers&... numbers) {
-    while (!lines.atEnd() && scan(lines.next(), numbers...) < static_cast<int>(sizeof...(numbers))) {
+bool findNumbers(LineSource& lines, Numbers&... numbers) {
+    while (!lines.atEnd()) {
+        if (scan(lines.next(), numbers...) == static_cast<int>(sizeof...(numbers))) {
+            return true;
+        }
     }
+    return false;
 }
 
-/// False for channel counts or sizes that differ among themselves.
+/// Leaves \a size alone where the file ends before it. False for channel counts or sizes that
+/// differ among themselves.
 bool readHeader(LineSource& lines, int& size) {
     skipSignature(lines);
     int inputs = 0;
     int outputs = 0;
-    findLine(lines, inputs, outputs);
-    if (inputs != outputs) {
+    if (findNumbers(lines, inputs, outputs) && inputs != outputs) {
         return false;
     }
+    int width = 0;
     int height = 0;
     int depth = 0;
-    findLine(lines, size, height, depth);
-    return size == height && size == depth;
+    if (!findNumbers(lines, width, height, depth)) {
+        return true;
+    }
+    if (width != height || width != depth) {
+        return false;
+    }
+    size = width;
+    return true;
 }
 
+/// What a sample line says. One with fewer numbers keeps the rest from the line before.
+struct PlacedSample {
+    int i = 0;
+    int j = 0;
+    int k = 0;
+    Triple<float> value;
+
+    bool take(std::string_view line) { return scan(line, i, j, k, value.r, value.g, value.b) > 0; }
+
+    bool isInside(int size) const {
+        const auto inside = [size](int index) { return index >= 0 && index < size; };
+        return inside(i) && inside(j) && inside(k);
+    }
+};
+
 } // namespace
+
+bool Read_LUTFile::Read_Spi3D(QString path, bool probe) {
+    LineSource lines(path);
+    if (!lines.isOpen()) {
+        return false;
+    }
+    applyDefaultOrder(true, true);
+    if (!readHeader(lines, size3D)) {
+        return false;
+    }
+    if (probe || size3D < 1) {
+        resetDomainMax3D();
+        return hasSize();
+    }
+    if (!allocateLattice(*this, lines, Body::MayBeShort)) {
+        return false;
+    }
+    PlacedSample sample;
+    while (!lines.atEnd()) {
+        if (sample.take(lines.next()) && sample.isInside(size3D)) {
+            store3D(*this, sample.i, sample.j, sample.k, sample.value);
+        }
+    }
+    resetDomainMax3D();
+    return true;
+}
+
+/// Writes real numbers whatever the scale; the writer's own scale is set back for it.
+bool Write_LUTFile::Write_Spi3D(QString path, Read_LUTFile& lut) {
+    tintwell::TextFile out(path);
+    if (!out.isOpen()) {
+        return false;
+    }
+    out << "SPILUT 1.0\n"
+        << "3 3\n"
+        << lut.size3D << ' ' << lut.size3D << ' ' << lut.size3D << '\n';
+    if (outputScale >= 2) {
+        outputScale = 1;
+    }
+    applyDefaultOrder(true, true);
+    emitLattice(out, *this, lut, outputScale, " ",
+                [&out](int i, int j, int k) { out << i << ' ' << j << ' ' << k << ' '; });
+    return true;
+}

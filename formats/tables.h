@@ -5,6 +5,7 @@
 #include "formats/text/scan.h"
 #include "lut/read_lutfile.h"
 
+#include <cmath>
 #include <string_view>
 
 // What the text formats share in filling a container.
@@ -43,12 +44,59 @@ inline void setDomain(float (&end)[3], float value) {
     end[0] = end[1] = end[2] = value;
 }
 
+/// The points per axis of the lattice that so many samples fill, rounded.
+inline int cubeRoot(long samples) {
+    return samples > 0 ? static_cast<int>(std::pow(samples, 1.0 / 3.0) + 0.5) : 0;
+}
+
 /// Whether a file must hold (almost) every sample of its lattice.
 enum class Body { Complete, MayBeShort };
 
+/// The largest lattice, in points per axis, that may stand empty: a few bytes can ask for it.
+inline constexpr int MaxEmptySize3D = 100;
+
 /// Allocates the 3D table of `size3D`. False for a size beyond the limit, and for one that the file
-/// has not bytes enough to fill: a short body may leave a lattice of some 100 points per axis
-/// unfilled, but not a larger one.
+/// has not bytes enough to fill: a short body may leave a lattice up to MaxEmptySize3D unfilled.
 bool allocateLattice(Read_LUTFile& lut, const LineSource& lines, Body body);
+
+/// A sample line of three numbers: all that most formats ask.
+inline constexpr auto takeNumbers = [](std::string_view line, auto& sample) {
+    return sample.take(line);
+};
+
+/// Fills the 3D table of `size3D` with the samples that \a take(line, sample) accepts. \a sample
+/// ends up as the last one read.
+template <typename Number, typename Take>
+Walk fillLattice(Read_LUTFile& lut, LineSource& lines, Triple<Number>& sample, Take&& take) {
+    return walkLattice(lines, lut.size3D, [&](std::string_view line, int i, int j, int k) {
+        if (!take(line, sample)) {
+            return false;
+        }
+        store3D(lut, i, j, k, sample);
+        return true;
+    });
+}
+
+/// Fills the 1D table of `size1D` likewise.
+template <typename Number, typename Take>
+Walk fillCurve(Read_LUTFile& lut, LineSource& lines, Triple<Number>& sample, Take&& take) {
+    return walkEntries(lines, lut.size1D, [&](std::string_view line, int n) {
+        if (!take(line, sample)) {
+            return false;
+        }
+        store1D(lut, n, sample);
+        return true;
+    });
+}
+
+/// Ends the read of a format that holds a lattice and nothing behind it: allocates the table and
+/// fills it. Only the last sample may lack.
+template <typename Number, typename Take>
+bool readLattice(Read_LUTFile& lut, LineSource& lines, Triple<Number> sample, Take&& take) {
+    const bool filled = allocateLattice(lut, lines, Body::Complete) &&
+                        fillLattice(lut, lines, sample, take) != Walk::Short;
+    lut.resetDomainMax3D();
+    return filled;
+}
 
 } // namespace tintwell

@@ -1,6 +1,46 @@
-#include "lut/read_lutfile.h"
-#include "lut/write_lutfile.h"
+// The texture image: a 3D table of N points as a square of T x T tiles, N = T x T, read left to
+// right and top to bottom. Here T is 4, for an image of 64 pixels a side:
+//
+//     +-------+-------+-------+-------+
+//     | i = 0 |     1 |     2 |     3 |
+//     +-------+-------+-------+-------+
+//     |     4 |     5 |     6 |     7 |
+//     +-------+-------+-------+-------+
+//     ...
+//
+// Within a tile j counts rows and k columns, N of each.
 
-bool Read_LUTFile::Read_Texture(QString, bool) {
-    return false;
+#include "formats/image_tiles.h"
+#include "lut/read_lutfile.h"
+
+namespace {
+
+/// Tiles per row and per column; 0 for an image that is no texture.
+int tilesPerRow(const QSize& image) {
+    if (image.width() != image.height()) {
+        return 0;
+    }
+    switch (image.width()) {
+    case 64:
+        return 4;
+    case 512:
+        return 8;
+    case 4096:
+        return 16;
+    default:
+        return 0;
+    }
+}
+
+} // namespace
+
+bool Read_LUTFile::Read_Texture(QString path, bool probe) {
+    const tintwell::TileImage image = tintwell::loadTileImage(path);
+    const int tiles = tilesPerRow(image.size);
+    if (tiles == 0) {
+        return false;
+    }
+    applyDefaultOrder(true, false);
+    size3D = tiles * tiles;
+    return probe || tintwell::storeTiles(*this, image.pixels, tiles);
 }

@@ -1,6 +1,162 @@
-#include "lut/read_lutfile.h"
-#include "lut/write_lutfile.h"
+// The 3dl format, 3D:
+//
+//     3DMESH
+//     Mesh 1 10
+//     gamma 1.0
+//     0 1023
+//     0 0 0
+//     0 0 1023
+//     ...
+//
+// "Mesh 1 10" declares 2^1 + 1 points per axis and codes of ten bits. Without it the shaper line,
+// of the input positions of the lattice, tells the size by its length (never three: a line of three
+// words is a sample), and the largest sample tells the scale. Samples come k fastest.
 
-bool Read_LUTFile::Read_3dl(QString, bool) {
-    return false;
+#include "formats/tables.h"
+#include "formats/text/words.h"
+#include "lut/read_lutfile.h"
+#include "lut/trace.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstddef>
+#include <iterator>
+#include <limits>
+#include <string_view>
+
+using tintwell::LineSource;
+using tintwell::scan;
+using tintwell::setDomain;
+using tintwell::startsWith;
+using tintwell::Triple;
+using tintwell::without;
+using tintwell::wordCount;
+
+namespace {
+
+/// What the first pass gathers beyond the fields of the container.
+struct Header {
+    int inBits = 0; // a later Mesh line may leave either as it is
+    int outBits = 0;
+    double largestPosition = 0;
+    double largestSample = 0;
+    Triple<double> sample; // the second pass begins with what the first left
+};
+
+int latticeSize(int inBits) {
+    constexpr int largest = std::numeric_limits<int>::max();
+    const double points = std::ldexp(1.0, inBits) + 1.0;
+    return points < largest ? static_cast<int>(points) : largest;
+}
+
+bool takeMesh(std::string_view line, Read_LUTFile& lut, Header& header) {
+    if (scan(without(line, "Mesh "), header.inBits, header.outBits) == 0) {
+        return false;
+    }
+    lut.size3D = latticeSize(header.inBits);
+    setDomain(lut.domainMin3D, 0);
+    setDomain(lut.domainMax3D, static_cast<float>(std::ldexp(1.0, header.outBits) - 1.0));
+    return true;
+}
+
+bool takeGamma(std::string_view line, Read_LUTFile& lut) {
+    return scan(without(line, "gamma "), lut.gamma) > 0;
+}
+
+/// Positions are relative to the largest of all shaper lines so far.
+void takeShaper(std::string_view line, Read_LUTFile& lut, Header& header) {
+    tintwell::WordReader words(line);
+    std::size_t count = 0;
+    for (std::string_view word = words.next(); !word.empty(); word = words.next(), ++count) {
+        const double position = tintwell::toDouble(word);
+        header.largestPosition = std::max(header.largestPosition, position);
+        if (count < std::size(lut.shaperIn)) {
+            lut.shaperIn[count] = position;
+        }
+    }
+    const std::size_t kept = std::min(count, std::size(lut.shaperIn));
+    std::for_each_n(lut.shaperIn, kept,
+                    [&](double& position) { position /= header.largestPosition; });
+    if (lut.size3D == 0) {
+        lut.size3D = static_cast<int>(count);
+    }
+}
+
+void takeLargest(std::string_view line, Header& header) {
+    Triple<double>& sample = header.sample;
+    if (sample.take(line)) {
+        header.largestSample =
+            std::max(sample.b, std::max(sample.g, std::max(sample.r, header.largestSample)));
+    }
+}
+
+bool lacksScale(const Read_LUTFile& lut) {
+    return lut.domainMax3D[0] < 1.1F;
+}
+
+/// Classifies every line. False for a keyword without its number.
+bool readHeader(LineSource& lines, bool probe, Read_LUTFile& lut, Header& header) {
+    while (!lines.atEnd()) {
+        const std::string_view line = lines.next();
+        if (line.empty() || line == "3DMESH") {
+            continue;
+        }
+        if (line.front() == '#') {
+            tintwell::traceLine("#:", line);
+        } else if (startsWith(line, "Mesh")) {
+            if (!takeMesh(line, lut, header)) {
+                return false;
+            }
+        } else if (startsWith(line, "gamma")) {
+            if (!takeGamma(line, lut)) {
+                return false;
+            }
+        } else if (const std::size_t count = wordCount(line); count == 3) {
+            if (!probe && lacksScale(lut)) {
+                takeLargest(line, header);
+            }
+        } else if (count > 1) {
+            takeShaper(line, lut, header);
+        }
+    }
+    return true;
+}
+
+/// The full scale of the fewest bits, 2 to 16, that reach the largest sample: real numbers are
+/// taken for codes of two bits.
+float inferredScale(double largestSample) {
+    int scale = 3;
+    while (scale < 65535 && scale < std::trunc(largestSample)) {
+        scale = 2 * scale + 1;
+    }
+    return static_cast<float>(scale);
+}
+
+/// Whatever begins a header line, it is no number or there are not three of them.
+bool takeSample(std::string_view line, Triple<double>& sample) {
+    return wordCount(line) == 3 && sample.take(line);
+}
+
+} // namespace
+
+bool Read_LUTFile::Read_3dl(QString path, bool probe) {
+    LineSource lines(path);
+    if (!lines.isOpen()) {
+        return false;
+    }
+    applyDefaultOrder(true, true);
+
+    Header header;
+    if (!readHeader(lines, probe, *this, header)) {
+        return false;
+    }
+    if (header.largestSample > 0.1 && lacksScale(*this)) {
+        setDomain(domainMax3D, inferredScale(header.largestSample));
+    }
+    if (probe || size3D < 1) {
+        resetDomainMax3D();
+        return hasSize();
+    }
+    lines.rewind();
+    return tintwell::readLattice(*this, lines, header.sample, takeSample);
 }

@@ -1,6 +1,22 @@
-#include "lut/read_lutfile.h"
-#include "lut/write_lutfile.h"
+// The unwrapped cube image: a 3D table of N points as a strip of N tiles, read left to right:
+//
+//     +-------+-------+-------+
+//     | i = 0 |     1 |     2 |
+//     +-------+-------+-------+
+//
+// Within a tile j counts rows and k columns, N of each: the image is N x N pixels wide and N high.
 
-bool Read_LUTFile::Read_IUC(QString, bool) {
-    return false;
+#include "formats/image_tiles.h"
+#include "lut/read_lutfile.h"
+
+bool Read_LUTFile::Read_IUC(QString path, bool probe) {
+    const tintwell::TileImage image = tintwell::loadTileImage(path);
+    const qint64 height = image.size.height();
+    if (image.size.width() != height * height) {
+        return false;
+    }
+    size3D = image.size.height();
+    applyDefaultOrder(true, false);
+    // What is no image at all makes an empty table.
+    return probe || size3D == 0 || tintwell::storeTiles(*this, image.pixels, size3D);
 }

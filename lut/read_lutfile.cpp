@@ -119,6 +119,16 @@ void Read_LUTFile::Data1DCalloc(float*** table, int size) {
     }
 }
 
+void Read_LUTFile::setSize3D(int size) {
+    release3D();
+    size3D = size;
+}
+
+void Read_LUTFile::setSize1D(int size) {
+    release1D();
+    size1D = size;
+}
+
 bool Read_LUTFile::allocate3D() {
     if (size3D < 1 || size3D > MaxSize3D) {
         return false;

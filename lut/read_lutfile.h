@@ -44,6 +44,9 @@ public:
     /// \a size is below 1 or memory runs out. Setting `size1D` is the caller's part.
     static void Data1DCalloc(float*** table, int size);
 
+    /// Set a size; a table of the size before is released.
+    void setSize3D(int size);
+    void setSize1D(int size);
     /// Gives this container a zero-filled 3D table of `size3D` points per axis, in place of any it
     /// had. False, with no table, when the size is outside 1..MaxSize3D or memory runs out.
     bool allocate3D();
@@ -90,6 +93,11 @@ public:
 
     /// Whether a size of either kind is known: what most readers' result comes down to.
     bool hasSize() const { return size3D > 0 || size1D > 0; }
+    /// Whether there is a table for each size: not after a probe.
+    bool hasItsTables() const {
+        return (size3D <= 0 || data3D != nullptr) && (size1D <= 0 || data1D != nullptr);
+    }
+
     /// The first step of a reader: under `defaultOrder` the format's own pair of orders holds.
     void applyDefaultOrder(bool formatDataOrder, bool formatTableOrder);
     /// The last step of a reader: stored samples are normalised, so the domain ends at 1 again.

@@ -14,7 +14,7 @@ bool Write_LUTFile::WriteFile(LUTFILE_ST st, Read_LUTFile& lut) {
     outputScale = st.outputScale;
 
     const tintwell::Format* const format = tintwell::formatOf(st.formatCode);
-    if (format == nullptr || format->write == nullptr) {
+    if (format == nullptr || format->write == nullptr || !lut.hasItsTables()) {
         return false;
     }
     return (this->*format->write)(st.path, lut);

@@ -23,8 +23,8 @@ public:
     explicit Write_LUTFile(QObject* parent);
 
     /// Writes \a lut to \a st.path in the format \a st.formatCode, with the orders and the scale
-    /// of \a st. False, with no file touched, for an unknown code or one without a writer; false
-    /// when the file cannot be opened.
+    /// of \a st. False, with no file touched, for an unknown code, one without a writer, and a
+    /// container that was only probed; false when the file cannot be opened.
     bool WriteFile(LUTFILE_ST st, Read_LUTFile& lut);
 
     // The writers, beside their readers under formats/. False only when the file cannot be opened.

@@ -123,6 +123,8 @@ private Q_SLOTS:
         for (const int code : {1, 2, 3, 5, 9, 10}) {
             QVERIFY(!writer.WriteFile(samples::request(target, code), lut));
         }
+        lut.size1D = 3; // as a probe leaves it
+        QVERIFY(!writer.WriteFile(samples::request(target, 0), lut));
         QVERIFY(!QFile::exists(target));
     }
 

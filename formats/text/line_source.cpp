@@ -1,5 +1,6 @@
 #include "formats/text/line_source.h"
 
+#include "formats/text/decimal.h"
 #include "formats/text/words.h"
 #include "lut/trace.h"
 
@@ -22,6 +23,15 @@ bool isAscii(const char* from, const char* to) {
         seen |= static_cast<unsigned char>(*from);
     }
     return seen < 0x80;
+}
+
+/// Letters, as skipToLetters() has it, stand from '@' on.
+bool isLetter(char c) {
+    return (static_cast<unsigned char>(c) & 0xC0U) != 0;
+}
+
+bool hasLetters(std::uint64_t eight) {
+    return (eight & 0xC0C0C0C0C0C0C0C0U) != 0;
 }
 
 } // namespace
@@ -123,6 +133,26 @@ std::string_view LineSource::next() {
     const auto* const feed = static_cast<const char*>(std::memchr(start, '\n', rest));
     m_next = feed != nullptr ? feed + 1 : m_end;
     return trimmed({start, static_cast<std::size_t>((feed != nullptr ? feed : m_end) - start)});
+}
+
+bool LineSource::skipToLetters() {
+    const char* letter = m_next;
+    const std::ptrdiff_t stride = 4 * 8;
+    while (m_end - letter >= stride &&
+           !hasLetters(loadEight(letter) | loadEight(letter + 8) | loadEight(letter + 16) |
+                       loadEight(letter + 24))) {
+        letter += stride;
+    }
+    letter = std::find_if(letter, static_cast<const char*>(m_end), isLetter);
+    if (letter == m_end) {
+        m_next = m_end;
+        return false;
+    }
+    while (letter != m_next && letter[-1] != '\n') {
+        --letter;
+    }
+    m_next = letter;
+    return true;
 }
 
 bool LineSource::canHold(std::int64_t lines) const {

@@ -27,6 +27,9 @@ public:
     /// The next line; empty at the end.
     std::string_view next();
     void rewind() { m_next = m_text.get(); }
+    /// Moves on to the next line with a letter in it, or any other character from '@' on; false
+    /// when none is left. What it passes are numbers: no keyword can be among them.
+    bool skipToLetters();
 
     /// Whether the file has bytes enough for \a lines non-empty lines, the last of which may lack:
     /// a table that needs more can not be filled, so it need not be allocated.

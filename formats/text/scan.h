@@ -3,6 +3,7 @@
 #include "formats/text/decimal.h"
 #include "formats/text/words.h"
 
+#include <algorithm>
 #include <array>
 #include <cstddef>
 #include <cstdint>
@@ -76,7 +77,7 @@ private:
             return loadEight(m_end - 8) >> (8 * (8 - rest));
         }
         std::array<char, 8> padded{};
-        std::memcpy(padded.data(), m_at, rest);
+        std::copy(m_at, m_end, padded.begin());
         return loadEight(padded.data());
     }
 

@@ -1,10 +1,6 @@
 #include "formats/text/words.h"
 
-#include "formats/text/decimal.h"
-
 #include <QString>
-
-#include <cstdint>
 
 namespace tintwell {
 
@@ -27,19 +23,6 @@ std::size_t blankLength(std::string_view text) {
 
 } // namespace
 
-bool hasLetters(std::string_view line) {
-    constexpr std::size_t width = 8;
-    std::uint64_t seen = 0;
-    std::size_t at = 0;
-    for (; at + width <= line.size(); at += width) {
-        seen |= loadEight(line.data() + at);
-    }
-    for (; at < line.size(); ++at) {
-        seen |= static_cast<unsigned char>(line[at]);
-    }
-    return (seen & 0xC0C0C0C0C0C0C0C0U) != 0;
-}
-
 std::string without(std::string_view line, std::string_view word) {
     std::string rest;
     for (std::size_t at = line.find(word); at != std::string_view::npos; at = line.find(word)) {
@@ -52,33 +35,34 @@ std::string without(std::string_view line, std::string_view word) {
 
 std::string withoutBlanks(std::string_view line) {
     std::string rest;
-    for (const std::string_view word : words(line)) {
+    WordReader words(line);
+    for (std::string_view word = words.next(); !word.empty(); word = words.next()) {
         rest += word;
     }
     return rest;
 }
 
-std::vector<std::string_view> words(std::string_view line) {
-    std::vector<std::string_view> found;
-    std::size_t start = 0;
-    std::size_t at = 0;
-    const auto endWord = [&] {
-        if (at > start) {
-            found.push_back(line.substr(start, at - start));
-        }
-    };
-    while (at < line.size()) {
-        const std::size_t blank = blankLength(line.substr(at));
-        if (blank == 0) {
-            ++at;
-            continue;
-        }
-        endWord();
-        at += blank;
-        start = at;
+std::string_view WordReader::next() {
+    std::size_t blank = 0;
+    while (!m_rest.empty() && (blank = blankLength(m_rest)) > 0) {
+        m_rest.remove_prefix(blank);
     }
-    endWord();
-    return found;
+    std::size_t length = 0;
+    while (length < m_rest.size() && blankLength(m_rest.substr(length)) == 0) {
+        ++length;
+    }
+    const std::string_view word = m_rest.substr(0, length);
+    m_rest.remove_prefix(length);
+    return word;
+}
+
+std::size_t wordCount(std::string_view line) {
+    WordReader words(line);
+    std::size_t count = 0;
+    while (!words.next().empty()) {
+        ++count;
+    }
+    return count;
 }
 
 int toInt(std::string_view text) {

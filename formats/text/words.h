@@ -1,8 +1,8 @@
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <string_view>
-#include <vector>
 
 namespace tintwell {
 
@@ -30,18 +30,25 @@ constexpr bool holds(std::string_view line, std::string_view word) {
     return line.find(word) != std::string_view::npos;
 }
 
-/// Whether anything but digits, signs, points and blanks may stand in \a line: a quick look for the
-/// characters from '@' on, letters and all.
-bool hasLetters(std::string_view line);
-
 /// \a line without any occurrence of \a word.
 std::string without(std::string_view line, std::string_view word);
 
 /// \a line without any white space.
 std::string withoutBlanks(std::string_view line);
 
-/// The words of a trimmed line, parted by runs of (Unicode) white space.
-std::vector<std::string_view> words(std::string_view line);
+/// Takes the words of a line one by one; runs of (Unicode) white space part them.
+class WordReader {
+public:
+    explicit WordReader(std::string_view line) : m_rest(line) {}
+
+    /// The next word; empty behind the last.
+    std::string_view next();
+
+private:
+    std::string_view m_rest;
+};
+
+std::size_t wordCount(std::string_view line);
 
 /// The toolkit's conversion to an integer: surrounding white space and a plus sign are fine, "17.0"
 /// is not. 0 for what is no number.

@@ -1,0 +1,25 @@
+#pragma once
+
+#include <QImage>
+#include <QSize>
+#include <QString>
+
+class Read_LUTFile;
+
+namespace tintwell {
+
+/// An image that may hold a 3D table as square tiles.
+struct TileImage {
+    QSize size;    ///< 0 x 0 for what cannot be loaded as an image
+    QImage pixels; ///< null for an image larger than any table
+};
+
+/// Loads an image of any type that the toolkit knows.
+TileImage loadTileImage(const QString& path);
+
+/// Gives a container the 3D table of `size3D` whose sample (i, j, k) is the pixel at row j and
+/// column k of tile i. Tiles are `size3D` pixels a side and run left to right, \a tilesPerRow of
+/// them, then top to bottom; the image must hold them all. False when no table can be allocated.
+bool storeTiles(Read_LUTFile& lut, const QImage& image, int tilesPerRow);
+
+} // namespace tintwell

@@ -1,0 +1,56 @@
+#include "formats/sized_lattice.h"
+
+#include "formats/tables.h"
+#include "formats/text/words.h"
+#include "lut/text_file.h"
+
+#include <algorithm>
+#include <cstdint>
+
+namespace tintwell {
+
+namespace {
+
+/// Reads up to and with the size line. A size line without a number leaves the size alone.
+void readHeader(LineSource& lines, std::string_view keyword, int& size) {
+    while (!lines.atEnd()) {
+        const std::string_view line = lines.next();
+        if (startsWith(line, keyword)) {
+            scan(without(line, keyword), size);
+            return;
+        }
+    }
+}
+
+} // namespace
+
+bool readSizedLattice(const SizedLattice& format, const QString& path, bool probe,
+                      Read_LUTFile& lut) {
+    LineSource lines(path);
+    if (!lines.isOpen()) {
+        return false;
+    }
+    lut.applyDefaultOrder(format.dataOrder, format.tableOrder);
+    readHeader(lines, format.keyword, lut.size3D);
+    if (probe || lut.size3D < 1) {
+        lut.resetDomainMax3D();
+        return lut.hasSize();
+    }
+    // Neither an empty line nor a comment begins with a number.
+    return readLattice(lut, lines, Triple<float>(), takeNumbers);
+}
+
+bool writeSizedLattice(const SizedLattice& format, const QString& path, const Read_LUTFile& lut,
+                       Write_LUTFile& writer) {
+    TextFile out(path);
+    if (!out.isOpen()) {
+        return false;
+    }
+    out << format.preamble << format.keyword << ' ' << lut.size3D << '\n';
+    writer.outputScale = std::min<std::int64_t>(writer.outputScale, 1);
+    writer.applyDefaultOrder(format.dataOrder, format.tableOrder);
+    emitLattice(out, writer, lut, writer.outputScale, " ");
+    return true;
+}
+
+} // namespace tintwell
