@@ -93,7 +93,7 @@ bool readHeader(LineSource& lines, Read_LUTFile& lut) {
 /// Neither an empty line nor a comment begins with a number.
 bool takeSample(std::string_view line, Triple<double>& sample) {
     double number = 0;
-    return tintwell::wordCount(line) == 4 && scan(line, number, sample.r, sample.g, sample.b) > 0;
+    return tintwell::scanWords(line, number, sample.r, sample.g, sample.b) > 0;
 }
 
 } // namespace

@@ -82,12 +82,20 @@ void takeShaper(std::string_view line, Read_LUTFile& lut, Header& header) {
     }
 }
 
-void takeLargest(std::string_view line, Header& header) {
+/// False for a line of other than three words, or without a number.
+bool takeSample(std::string_view line, Triple<double>& sample) {
+    return tintwell::scanWords(line, sample.r, sample.g, sample.b) > 0;
+}
+
+/// False as takeSample() has it.
+bool takeLargest(std::string_view line, Header& header) {
     Triple<double>& sample = header.sample;
-    if (sample.take(line)) {
-        header.largestSample =
-            std::max(sample.b, std::max(sample.g, std::max(sample.r, header.largestSample)));
+    if (!takeSample(line, sample)) {
+        return false;
     }
+    header.largestSample =
+        std::max(sample.b, std::max(sample.g, std::max(sample.r, header.largestSample)));
+    return true;
 }
 
 bool lacksScale(const Read_LUTFile& lut) {
@@ -111,12 +119,10 @@ bool readHeader(LineSource& lines, bool probe, Read_LUTFile& lut, Header& header
             if (!takeGamma(line, lut)) {
                 return false;
             }
-        } else if (const std::size_t count = wordCount(line); count == 3) {
-            if (!probe && lacksScale(lut)) {
-                takeLargest(line, header);
+        } else if (probe || !lacksScale(lut) || !takeLargest(line, header)) {
+            if (const std::size_t count = wordCount(line); count > 1 && count != 3) {
+                takeShaper(line, lut, header);
             }
-        } else if (count > 1) {
-            takeShaper(line, lut, header);
         }
     }
     return true;
@@ -130,11 +136,6 @@ float inferredScale(double largestSample) {
         scale = 2 * scale + 1;
     }
     return static_cast<float>(scale);
-}
-
-/// Whatever begins a header line, it is no number or there are not three of them.
-bool takeSample(std::string_view line, Triple<double>& sample) {
-    return wordCount(line) == 3 && sample.take(line);
 }
 
 } // namespace

@@ -19,6 +19,7 @@ public:
     QString path(const QString& name) const { return m_folder.filePath(name); }
 
     QString file(const QString& name, const QByteArray& content) const {
+        QFile::remove(path(name)); // quicker than emptying it
         QFile file(path(name));
         if (!file.open(QIODevice::WriteOnly) || file.write(content) != content.size()) {
             qFatal("cannot write %s", qPrintable(file.fileName()));

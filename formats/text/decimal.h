@@ -5,7 +5,7 @@
 #include <cstdint>
 #include <cstring>
 
-// The quick way to read plain decimals, eight characters at a time.
+// The quick ways to read plain decimals.
 
 namespace tintwell {
 
@@ -19,12 +19,6 @@ inline std::uint64_t loadEight(const char* from) {
     }
     return word;
 }
-
-/// The digits at the front of a text.
-struct Digits {
-    std::uint32_t value;
-    unsigned count;
-};
 
 /// Eight digits, each as its value in a byte of its own, the first in the lowest: neighbours are
 /// joined to pairs, pairs to fours, fours to eight.
@@ -46,20 +40,9 @@ inline std::uint64_t otherThanDigits(std::uint64_t values) {
     return ((values + 0x7676767676767676U) | values) & 0x8080808080808080U;
 }
 
-/// Finds and evaluates the digits that lead eight characters.
-inline Digits leadingDigits(std::uint64_t characters) {
-    const std::uint64_t values = digitValues(characters);
-    const std::uint64_t others = otherThanDigits(values);
-    const unsigned count = others == 0 ? 8U : static_cast<unsigned>(__builtin_ctzll(others)) / 8U;
-    if (count == 0) {
-        return {0, 0};
-    }
-    return {joined(values << 8U * (8U - count)), count};
-}
-
 /// Evaluates the eight characters of "0.123456", as most programs write their samples, to
 /// millionths. False for any other form.
-inline bool takeSixDecimals(std::uint64_t characters, std::uint32_t& millionths) {
+inline bool evaluateSixDecimals(std::uint64_t characters, std::uint32_t& millionths) {
     constexpr std::uint64_t point = 0xFF00U;
     const std::uint64_t values = digitValues(characters);
     if ((characters & point) != std::uint64_t{'.'} << 8U || otherThanDigits(values & ~point) != 0) {
@@ -78,11 +61,9 @@ struct Decimal {
     unsigned decimals = 0;
     unsigned digits = 0;
 
-    void append(Digits more) {
-        static constexpr std::array<std::uint32_t, 9> shift = {
-            1, 10, 100, 1'000, 10'000, 100'000, 1'000'000, 10'000'000, 100'000'000};
-        mantissa = mantissa * shift[more.count] + more.value;
-        digits += more.count;
+    void append(char digit) {
+        mantissa = mantissa * 10 + static_cast<std::uint64_t>(digit - '0');
+        ++digits;
     }
 
     /// Whether `quotient` is the correctly rounded value: both operands are exact in double
@@ -95,7 +76,8 @@ struct Decimal {
         static constexpr std::array<double, MaxDigits + 1> powers = {
             1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,  1e8,  1e9,
             1e10, 1e11, 1e12, 1e13, 1e14, 1e15, 1e16, 1e17, 1e18, 1e19};
-        return static_cast<double>(mantissa) / powers[decimals];
+        const auto whole = static_cast<double>(mantissa);
+        return decimals == 0 ? whole : whole / powers[decimals];
     }
 };
 
@@ -104,8 +86,11 @@ struct Decimal {
 inline bool narrow(double exact, float& value) {
     std::uint64_t bits = 0;
     std::memcpy(&bits, &exact, sizeof bits);
+    if ((bits & 0x1FFFFFFFU) == 0x10000000U) {
+        return false;
+    }
     value = static_cast<float>(exact);
-    return (bits & 0x1FFFFFFFU) != 0x10000000U;
+    return true;
 }
 
 inline bool narrow(double exact, double& value) {

@@ -44,80 +44,57 @@ constexpr const char* pattern(const double* /*type*/) {
 
 /// Whatever the quick ways leave alone goes to the C library itself.
 template <typename Number>
-bool takeFormatted(Cursor& cursor, Number& value) {
-    const std::string text(cursor.rest());
+const char* takeFormatted(const char* at, const char* end, Number& value) {
+    const std::string text(at, end);
     const CLocaleScope scope;
     int length = 0;
-    if (std::sscanf(text.c_str(), pattern(&value), &value, &length) != 1) {
-        return false;
-    }
-    cursor.skip(static_cast<std::size_t>(length));
-    return true;
+    return std::sscanf(text.c_str(), pattern(&value), &value, &length) == 1 ? at + length : nullptr;
 }
 
 /// Exponents and long mantissas.
 template <typename Real>
-bool takeByCharconv(Cursor& cursor, Real& value) {
-    Cursor ahead = cursor;
-    const bool negative = ahead.skipSign();
-    const std::string_view text = ahead.rest();
-    if (text.empty() || !(text.front() == '.' || (text.front() >= '0' && text.front() <= '9'))) {
-        return false;
+const char* takeByCharconv(const char* at, const char* end, Real& value) {
+    bool negative = false;
+    at = skipSign(at, end, negative);
+    if (!isDigit(at, end) && (at == end || *at != '.')) {
+        return nullptr;
     }
     Real magnitude = 0;
-    const auto [stop, error] = std::from_chars(text.data(), text.data() + text.size(), magnitude);
-    ahead.skip(static_cast<std::size_t>(stop - text.data()));
-    if (error != std::errc() || !ahead.atBlankOrEnd()) {
-        return false;
+    const auto [behind, error] = std::from_chars(at, end, magnitude);
+    if (error != std::errc() || !isBlankOrEnd(behind, end)) {
+        return nullptr;
     }
     value = negative ? -magnitude : magnitude;
-    cursor = ahead;
-    return true;
+    return behind;
 }
 
 template <typename Real>
-bool takeUncommonReal(Cursor& cursor, Real& value) {
+const char* takeUncommonReal(const char* at, const char* end, Real& value) {
     constexpr std::string_view starts = "0123456789+-.iInN";
-    if (cursor.atEnd() || starts.find(cursor.front()) == std::string_view::npos) {
-        return false;
+    at = skipBlanks(at, end);
+    if (at == end || starts.find(*at) == std::string_view::npos) {
+        return nullptr;
     }
-    return takeByCharconv(cursor, value) || takeFormatted(cursor, value);
-}
-
-template <typename Integer>
-bool takeInteger(Cursor& cursor, Integer& value) {
-    cursor.skipBlanks();
-    Cursor ahead = cursor;
-    const bool negative = ahead.skipSign();
-    const Digits digits = ahead.takeDigits();
-    if (digits.count == 0) {
-        return false;
-    }
-    if (digits.count == 8) {
-        return takeFormatted(cursor, value);
-    }
-    const auto magnitude = static_cast<Integer>(digits.value);
-    value = negative ? -magnitude : magnitude;
-    cursor = ahead;
-    return true;
+    const char* const behind = takeByCharconv(at, end, value);
+    return behind != nullptr ? behind : takeFormatted(at, end, value);
 }
 
 } // namespace
 
-bool takeAnyReal(Cursor& cursor, float& value) {
-    return takeUncommonReal(cursor, value);
+const char* takeAny(const char* at, const char* end, float& value) {
+    return takeUncommonReal(at, end, value);
 }
 
-bool takeAnyReal(Cursor& cursor, double& value) {
-    return takeUncommonReal(cursor, value);
+const char* takeAny(const char* at, const char* end, double& value) {
+    return takeUncommonReal(at, end, value);
 }
 
-bool take(Cursor& cursor, int& value) {
-    return takeInteger(cursor, value);
+const char* takeAny(const char* at, const char* end, int& value) {
+    return takeFormatted(at, end, value);
 }
 
-bool take(Cursor& cursor, long& value) {
-    return takeInteger(cursor, value);
+const char* takeAny(const char* at, const char* end, long& value) {
+    return takeFormatted(at, end, value);
 }
 
 } // namespace tintwell::detail

@@ -3,12 +3,10 @@
 #include "formats/text/decimal.h"
 #include "formats/text/words.h"
 
-#include <algorithm>
-#include <array>
 #include <cstddef>
 #include <cstdint>
-#include <cstring>
 #include <string_view>
+#include <tuple>
 #include <type_traits>
 
 namespace tintwell {
@@ -20,140 +18,111 @@ struct Literal {
 
 namespace detail {
 
-/// Reads one line from front to back.
-class Cursor {
-public:
-    explicit Cursor(std::string_view line)
-        : m_line(line.data()), m_at(m_line), m_end(m_line + line.size()) {}
+// Each of these takes what stands at the front of [at, end) and returns the place behind it, or
+// null where it does not stand there. Plain pointers stay in registers, which counts in the sample
+// loops.
 
-    std::string_view rest() const { return {m_at, static_cast<std::size_t>(m_end - m_at)}; }
-    bool atEnd() const { return m_at == m_end; }
-    bool atBlankOrEnd() const { return atEnd() || isBlank(*m_at); }
-    char front() const { return *m_at; }
-    void skip(std::size_t count) { m_at += count; }
-
-    void skipBlanks() {
-        while (!atEnd() && isBlank(front())) {
-            ++m_at;
-        }
+inline const char* skipBlanks(const char* at, const char* end) {
+    while (at != end && isBlank(*at)) {
+        ++at;
     }
-
-    bool skipIf(char c) {
-        const bool matches = !atEnd() && front() == c;
-        m_at += matches ? 1 : 0;
-        return matches;
-    }
-
-    /// Skips a sign; true for a minus.
-    bool skipSign() { return skipIf('-') || (skipIf('+'), false); }
-
-    /// Skips "0.123456" and the like; false where another form stands.
-    bool skipSixDecimals(std::uint32_t& millionths) {
-        constexpr std::size_t width = 8;
-        const auto rest = static_cast<std::size_t>(m_end - m_at);
-        if (rest < width || (rest > width && !isBlank(m_at[width])) ||
-            !takeSixDecimals(loadEight(m_at), millionths)) {
-            return false;
-        }
-        m_at += width;
-        return true;
-    }
-
-    /// Up to eight digits.
-    Digits takeDigits() {
-        const Digits digits = leadingDigits(nextEight());
-        m_at += digits.count;
-        return digits;
-    }
-
-private:
-    /// The next eight characters; past the end of the line stand NULs.
-    std::uint64_t nextEight() const {
-        const auto rest = static_cast<std::size_t>(m_end - m_at);
-        if (rest >= 8) {
-            return loadEight(m_at);
-        }
-        if (m_end - m_line >= 8 && rest > 0) {
-            return loadEight(m_end - 8) >> (8 * (8 - rest));
-        }
-        std::array<char, 8> padded{};
-        std::copy(m_at, m_end, padded.begin());
-        return loadEight(padded.data());
-    }
-
-    const char* m_line;
-    const char* m_at;
-    const char* m_end;
-};
-
-/// False for more digits than a decimal can count.
-inline bool takeDigitRun(Cursor& cursor, Decimal& decimal) {
-    Digits digits{};
-    do {
-        digits = cursor.takeDigits();
-        decimal.append(digits);
-    } while (digits.count == 8 && decimal.digits <= Decimal::MaxDigits);
-    return digits.count < 8;
+    return at;
 }
 
-/// A plain decimal that ends at white space or with the line. False, with \a cursor moved anywhere,
-/// for whatever else stands there and for digits that ask for more precision.
-template <typename Real>
-bool takePlainDecimal(Cursor& cursor, Real& value) {
-    const bool negative = cursor.skipSign();
-    Decimal decimal;
-    if (!takeDigitRun(cursor, decimal)) {
-        return false;
+inline bool isDigit(const char* at, const char* end) {
+    return at != end && *at >= '0' && *at <= '9';
+}
+
+inline bool isBlankOrEnd(const char* at, const char* end) {
+    return at == end || isBlank(*at);
+}
+
+inline const char* skipSign(const char* at, const char* end, bool& negative) {
+    negative = at != end && *at == '-';
+    return at != end && (*at == '-' || *at == '+') ? at + 1 : at;
+}
+
+inline const char* takeDigits(const char* at, const char* end, Decimal& decimal) {
+    for (; isDigit(at, end); ++at) {
+        decimal.append(*at);
     }
-    if (cursor.skipIf('.')) {
+    return at;
+}
+
+/// "0.123456" and the like.
+template <typename Real>
+const char* takeSixDecimals(const char* at, const char* end, Real& value) {
+    constexpr std::ptrdiff_t width = 8;
+    std::uint32_t millionths = 0;
+    if (end - at < width || !isBlankOrEnd(at + width, end) ||
+        !evaluateSixDecimals(loadEight(at), millionths)) {
+        return nullptr;
+    }
+    value = static_cast<Real>(millionths) / Real{1'000'000};
+    return at + width;
+}
+
+/// A plain decimal of no more digits than its quotient can do justice to.
+template <typename Real>
+const char* takePlainDecimal(const char* at, const char* end, Real& value) {
+    bool negative = false;
+    Decimal decimal;
+    at = takeDigits(skipSign(at, end, negative), end, decimal);
+    if (at != end && *at == '.') {
         const unsigned before = decimal.digits;
-        if (!takeDigitRun(cursor, decimal)) {
-            return false;
-        }
+        at = takeDigits(at + 1, end, decimal);
         decimal.decimals = decimal.digits - before;
     }
-    if (!decimal.isExact() || !cursor.atBlankOrEnd()) {
-        return false;
+    if (!decimal.isExact() || !isBlankOrEnd(at, end)) {
+        return nullptr;
     }
     const double magnitude = decimal.quotient();
-    Real narrowed = 0;
-    if (!narrow(negative ? -magnitude : magnitude, narrowed)) {
-        return false;
-    }
-    value = narrowed;
-    return true;
+    return narrow(negative ? -magnitude : magnitude, value) ? at : nullptr;
 }
 
-/// Every real number that formatted input knows.
-bool takeAnyReal(Cursor& cursor, float& value);
-bool takeAnyReal(Cursor& cursor, double& value);
-
+/// A real number in one of the common forms, ended by white space or the line.
 template <typename Real>
-bool takeReal(Cursor& cursor, Real& value) {
-    cursor.skipBlanks();
-    std::uint32_t millionths = 0;
-    if (cursor.skipSixDecimals(millionths)) {
-        value = static_cast<Real>(millionths) / Real{1'000'000};
-        return true;
-    }
-    Cursor ahead = cursor;
-    if (takePlainDecimal(ahead, value)) {
-        cursor = ahead;
-        return true;
-    }
-    return takeAnyReal(cursor, value);
+const char* takeCommon(const char* at, const char* end, Real& value) {
+    at = skipBlanks(at, end);
+    const char* const behind = takeSixDecimals(at, end, value);
+    return behind != nullptr ? behind : takePlainDecimal(at, end, value);
 }
 
-inline bool take(Cursor& cursor, float& value) {
-    return takeReal(cursor, value);
+/// Every number that formatted input knows.
+const char* takeAny(const char* at, const char* end, float& value);
+const char* takeAny(const char* at, const char* end, double& value);
+const char* takeAny(const char* at, const char* end, int& value);
+const char* takeAny(const char* at, const char* end, long& value);
+
+template <typename Real, std::enable_if_t<std::is_floating_point_v<Real>, int> = 0>
+const char* take(const char* at, const char* end, Real& value) {
+    const char* const behind = takeCommon(at, end, value);
+    return behind != nullptr ? behind : takeAny(at, end, value);
 }
-inline bool take(Cursor& cursor, double& value) {
-    return takeReal(cursor, value);
+
+/// An integer needs no blank behind it.
+template <typename Integer, std::enable_if_t<std::is_integral_v<Integer>, int> = 0>
+const char* take(const char* at, const char* end, Integer& value) {
+    bool negative = false;
+    const char* const first = skipSign(skipBlanks(at, end), end, negative);
+    const char* const last = end - first > 9 ? first + 9 : end; // nine digits fit any integer
+    const char* behind = first;
+    Integer magnitude = 0;
+    for (; isDigit(behind, last); ++behind) {
+        magnitude = magnitude * 10 + (*behind - '0');
+    }
+    if (behind == first) {
+        return nullptr;
+    }
+    if (isDigit(behind, end)) {
+        return takeAny(at, end, value);
+    }
+    value = negative ? -magnitude : magnitude;
+    return behind;
 }
-bool take(Cursor& cursor, int& value);
-bool take(Cursor& cursor, long& value);
-inline bool take(Cursor& cursor, Literal expected) {
-    return cursor.skipIf(expected.character);
+
+inline const char* take(const char* at, const char* end, Literal expected) {
+    return at != end && *at == expected.character ? at + 1 : nullptr;
 }
 
 } // namespace detail
@@ -164,17 +133,35 @@ inline bool take(Cursor& cursor, Literal expected) {
 /// Returns how many were converted; variables past the first failure keep their values.
 template <typename... Values>
 int scan(std::string_view line, Values&&... values) {
-    detail::Cursor cursor{line};
+    const char* at = line.data();
+    const char* const end = at + line.size();
     int converted = 0;
     const auto next = [&](auto& value) {
-        if (!detail::take(cursor, value)) {
-            return false;
-        }
-        converted += std::is_same_v<std::decay_t<decltype(value)>, Literal> ? 0 : 1;
-        return true;
+        at = detail::take(at, end, value);
+        converted += at != nullptr && !std::is_same_v<std::decay_t<decltype(value)>, Literal>;
+        return at != nullptr;
     };
     static_cast<void>((next(values) && ...));
     return converted;
+}
+
+/// The same for a line of exactly as many words as there are real values. 0, with nothing changed,
+/// for a line of fewer words or more.
+template <typename... Reals>
+int scanWords(std::string_view line, Reals&... values) {
+    constexpr int wanted = sizeof...(values);
+    const char* at = line.data();
+    const char* const end = at + line.size();
+    std::tuple<Reals...> found;
+    const auto next = [&](auto& value) {
+        at = detail::takeCommon(at, end, value);
+        return at != nullptr;
+    };
+    if (std::apply([&](auto&... value) { return (next(value) && ...); }, found) && at == end) {
+        std::tie(values...) = found;
+        return wanted;
+    }
+    return wordCount(line) == wanted ? scan(line, values...) : 0;
 }
 
 } // namespace tintwell

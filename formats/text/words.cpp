@@ -2,6 +2,8 @@
 
 #include <QString>
 
+#include <algorithm>
+
 namespace tintwell {
 
 namespace {
@@ -57,10 +59,19 @@ std::string_view WordReader::next() {
 }
 
 std::size_t wordCount(std::string_view line) {
-    WordReader words(line);
     std::size_t count = 0;
-    while (!words.next().empty()) {
-        ++count;
+    if (std::any_of(line.begin(), line.end(), [](char c) { return (c & 0x80) != 0; })) {
+        WordReader words(line);
+        while (!words.next().empty()) {
+            ++count;
+        }
+        return count;
+    }
+    bool behindBlank = true;
+    for (const char c : line) {
+        const bool blank = isBlank(c);
+        count += behindBlank && !blank ? 1 : 0;
+        behindBlank = blank;
     }
     return count;
 }
