@@ -55,9 +55,10 @@ void LutCalc::Lut1D_to_Lut3D(const float* const* table, int length, Read_LUTFile
     }
     std::vector<const float*> rows; // by lattice index
     rows.reserve(static_cast<std::size_t>(n));
-    for (int i = 0; i < n; ++i) {
-        const auto row = static_cast<int>(unitPosition(i, n) * static_cast<float>(length - 1));
-        rows.push_back(table[row]);
+    const auto last = static_cast<float>(length - 1);
+    for (const float position : tintwell::unitPositions(n)) {
+        const float row = position * last; // may round up past a very long table's last entry
+        rows.push_back(table[row < last ? static_cast<int>(row) : length - 1]);
     }
     float*** const* plane = lut.data3D;
     for (const float* const row0 : rows) {
@@ -69,16 +70,5 @@ void LutCalc::Lut1D_to_Lut3D(const float* const* table, int length, Read_LUTFile
                 std::copy_n(sample, 3, *cell++);
             }
         }
-    }
-}
-
-void LutCalc::Lut3D_to_Lut1D(Read_LUTFile& src, Read_LUTFile& dst) {
-    if (src.size3D < 1) {
-        return;
-    }
-    for (int i = 0; i < dst.size1D; ++i) {
-        const float t = unitPosition(i, dst.size1D);
-        const float grey[] = {t, t, t};
-        Lut3D_Tetrahedral(grey, dst.data1D[i], src);
     }
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <cmath>
 #include <cstddef>
 #include <vector>
@@ -46,12 +47,22 @@ inline float unitPosition(int i, int n) {
     return n > 1 ? static_cast<float>(i) / static_cast<float>(n - 1) : 0.0F;
 }
 
+/// Where the \a n points of a lattice lie in 0..1.
+inline std::vector<float> unitPositions(int n) {
+    std::vector<float> positions;
+    positions.reserve(static_cast<std::size_t>(std::max(n, 0)));
+    for (int i = 0; i < n; ++i) {
+        positions.push_back(unitPosition(i, n));
+    }
+    return positions;
+}
+
 /// Where the \a n points of a new lattice over 0..1 fall on an axis.
 inline std::vector<Between<float>> gridPositions(const LatticeAxis& axis, int n) {
     std::vector<Between<float>> positions;
     positions.reserve(static_cast<std::size_t>(n));
-    for (int i = 0; i < n; ++i) {
-        positions.push_back(axis.at(unitPosition(i, n)));
+    for (const float position : unitPositions(n)) {
+        positions.push_back(axis.at(position));
     }
     return positions;
 }

@@ -6,6 +6,7 @@
 #include "lut/read_lutfile.h"
 
 #include <algorithm>
+#include <vector>
 
 using tintwell::Between;
 using tintwell::Corner;
@@ -143,10 +144,22 @@ void LutCalc::Lut3D_Merge(Read_LUTFile& first, Read_LUTFile& second, Read_LUTFil
 }
 
 void LutCalc::Lut3D_OnebyOne(Read_LUTFile& lut) {
+    const std::vector<float> grid = tintwell::unitPositions(lut.size3D);
     tintwell::visitLattice(lut.size3D, [&](int i, int j, int k) {
-        const float sample[] = {unitPosition(i, lut.size3D), unitPosition(j, lut.size3D),
-                                unitPosition(k, lut.size3D)};
+        const float sample[] = {grid[i], grid[j], grid[k]};
         std::copy_n(sample, 3, lut.data3D[i][j][k]);
         return true;
     });
+}
+
+void LutCalc::Lut3D_to_Lut1D(Read_LUTFile& src, Read_LUTFile& dst) {
+    if (src.size3D < 1) {
+        return;
+    }
+    const LatticeAxis axes[] = {latticeAxis(src, 0), latticeAxis(src, 1), latticeAxis(src, 2)};
+    for (int i = 0; i < dst.size1D; ++i) {
+        const float t = unitPosition(i, dst.size1D);
+        const float grey[] = {t, t, t};
+        lookUp(src, axes, grey, dst.data1D[i]);
+    }
 }

@@ -34,10 +34,10 @@ TileImage loadTileImage(const QString& path) {
 }
 
 bool storeTiles(Read_LUTFile& lut, const QImage& image, int tilesPerRow) {
-    if (!lut.allocate3D()) {
+    const QImage pixels = image.convertToFormat(QImage::Format_RGB888);
+    if (pixels.isNull() || !lut.allocate3D()) {
         return false;
     }
-    const QImage pixels = image.convertToFormat(QImage::Format_RGB888);
     setDomain(lut.domainMax3D, 255);
     const int n = lut.size3D;
     for (int i = 0; i < n; ++i) {

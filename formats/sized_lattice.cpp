@@ -4,9 +4,6 @@
 #include "formats/text/words.h"
 #include "lut/text_file.h"
 
-#include <algorithm>
-#include <cstdint>
-
 namespace tintwell {
 
 namespace {
@@ -47,7 +44,7 @@ bool writeSizedLattice(const SizedLattice& format, const QString& path, const Re
         return false;
     }
     out << format.preamble << format.keyword << ' ' << lut.size3D << '\n';
-    writer.outputScale = std::min<std::int64_t>(writer.outputScale, 1);
+    writer.forceRealNumbers();
     writer.applyDefaultOrder(format.dataOrder, format.tableOrder);
     emitLattice(out, writer, lut, writer.outputScale, " ");
     return true;

@@ -105,7 +105,6 @@ bool Read_LUTFile::Read_Spi3D(QString path, bool probe) {
     return true;
 }
 
-/// Writes real numbers whatever the scale; the writer's own scale is set back for it.
 bool Write_LUTFile::Write_Spi3D(QString path, Read_LUTFile& lut) {
     tintwell::TextFile out(path);
     if (!out.isOpen()) {
@@ -114,9 +113,7 @@ bool Write_LUTFile::Write_Spi3D(QString path, Read_LUTFile& lut) {
     out << "SPILUT 1.0\n"
         << "3 3\n"
         << lut.size3D << ' ' << lut.size3D << ' ' << lut.size3D << '\n';
-    if (outputScale >= 2) {
-        outputScale = 1;
-    }
+    forceRealNumbers();
     applyDefaultOrder(true, true);
     emitLattice(out, *this, lut, outputScale, " ",
                 [&out](int i, int j, int k) { out << i << ' ' << j << ' ' << k << ' '; });

@@ -1,5 +1,5 @@
-// The texture image: a 3D table of N points as a square of T x T tiles, N = T x T, read left to
-// right and top to bottom. Here T is 4, for an image of 64 pixels a side:
+// The texture image: a lattice of N points per axis as a square of T x T tiles, N = T x T, read
+// left to right and top to bottom. Here T is 4, for an image of 64 pixels a side:
 //
 //     +-------+-------+-------+-------+
 //     | i = 0 |     1 |     2 |     3 |

@@ -1,4 +1,5 @@
-// The unwrapped cube image: a 3D table of N points as a strip of N tiles, read left to right:
+// The unwrapped cube image: a lattice of N points per axis as a strip of N tiles, read
+// left to right:
 //
 //     +-------+-------+-------+
 //     | i = 0 |     1 |     2 |

@@ -67,9 +67,10 @@ public:
     /// Whether a format code is a 3D format; false outside 0..16.
     static bool formatIs3D(int code);
 
-    /// Fills this fresh container from \a st.path in the format \a st.formatCode. With \a probe
-    /// only the header is read: sizes and domain, no table. False for an unknown code, a file that
-    /// cannot be opened, and content that the format does not accept.
+    /// Fills this container, best a fresh one, from \a st.path in the format \a st.formatCode. With
+    /// \a probe only the header is read: sizes and domain, no table. False for an unknown code, a
+    /// file that cannot be opened, and content that the format does not accept. Tables of an
+    /// earlier read are released first.
     bool ReadFile(LUTFILE_ST st, bool probe);
 
     // One reader a format, each in its own source under formats/.
@@ -93,10 +94,6 @@ public:
 
     /// Whether a size of either kind is known: what most readers' result comes down to.
     bool hasSize() const { return size3D > 0 || size1D > 0; }
-    /// Whether there is a table for each size: not after a probe.
-    bool hasItsTables() const {
-        return (size3D <= 0 || data3D != nullptr) && (size1D <= 0 || data1D != nullptr);
-    }
 
     /// The first step of a reader: under `defaultOrder` the format's own pair of orders holds.
     void applyDefaultOrder(bool formatDataOrder, bool formatTableOrder);

@@ -5,6 +5,18 @@
 
 #include <QTextStream>
 
+#include <algorithm>
+
+namespace {
+
+/// Not so for a container that was only probed. Without a size none is needed.
+bool hasItsTable(const Read_LUTFile& lut, tintwell::TableKind kind) {
+    return kind == tintwell::TableKind::ThreeD ? lut.size3D <= 0 || lut.data3D != nullptr
+                                               : lut.size1D <= 0 || lut.data1D != nullptr;
+}
+
+} // namespace
+
 Write_LUTFile::Write_LUTFile(QObject* parent) : QObject(parent) {}
 
 bool Write_LUTFile::WriteFile(LUTFILE_ST st, Read_LUTFile& lut) {
@@ -14,7 +26,7 @@ bool Write_LUTFile::WriteFile(LUTFILE_ST st, Read_LUTFile& lut) {
     outputScale = st.outputScale;
 
     const tintwell::Format* const format = tintwell::formatOf(st.formatCode);
-    if (format == nullptr || format->write == nullptr || !lut.hasItsTables()) {
+    if (format == nullptr || format->write == nullptr || !hasItsTable(lut, format->kind)) {
         return false;
     }
     return (this->*format->write)(st.path, lut);
@@ -37,6 +49,10 @@ void Write_LUTFile::White1D(float** data, QTextStream& out, int i, long scale, Q
 void Write_LUTFile::WhiteGamma(float** data, QTextStream& out, int i, long scale, QString sep) {
     tintwell::StreamSink sink{out};
     tintwell::emitValue(sink, data[i][0], scale, sep);
+}
+
+void Write_LUTFile::forceRealNumbers() {
+    outputScale = std::min<std::int64_t>(outputScale, 1);
 }
 
 void Write_LUTFile::applyDefaultOrder(bool formatDataOrder, bool formatTableOrder) {

@@ -53,4 +53,6 @@ public:
 
     /// A writer's order rule: under `defaultOrder` the format's own pair holds.
     void applyDefaultOrder(bool formatDataOrder, bool formatTableOrder);
+    /// For formats that know real numbers only: sets a scale of integers back to 1.
+    void forceRealNumbers();
 };

@@ -124,8 +124,9 @@ private Q_SLOTS:
             QVERIFY(!writer.WriteFile(samples::request(target, code), lut));
         }
         lut.size1D = 3; // as a probe leaves it
-        QVERIFY(!writer.WriteFile(samples::request(target, 0), lut));
+        QVERIFY(!writer.WriteFile(samples::request(target, 7), lut));
         QVERIFY(!QFile::exists(target));
+        QVERIFY(writer.WriteFile(samples::request(target, 0), lut)); // of the 3D table alone
     }
 
     void dispatchPassesFlagsOn() {

@@ -69,6 +69,11 @@ private Q_SLOTS:
         QTest::newRow("UTF-16 with carriage returns") << inCodec("UTF-16LE", text + "\r\n1\r\n2");
         QTest::newRow("next line and no-break blanks") << QByteArray("\xC2\x85 1 \xC2\xA0\n2");
         QTest::newRow("broken UTF-8") << QByteArray("\xFF\xFE\n1 \xC3\n\xE4\xB8\n2 \xC3");
+        QTest::newRow("half a surrogate pair") << QByteArray("\xFF\xFE\x00\xD8\n\0001\0", 8);
+        const QString manyPieces = QString::fromUtf8("grün 😀\u2003\r\n").repeated(20'000);
+        QTest::newRow("pieces of UTF-16") << inCodec("UTF-16BE", manyPieces);
+        QTest::newRow("pieces of broken UTF-8") << "\xFF" + manyPieces.toUtf8();
+        QTest::newRow("pieces of UTF-8") << manyPieces.toUtf8();
         QTest::newRow("Latin-1") << QByteArray("TITLE gr\xFCn\n1 2 3\n");
     }
     void sameLinesAsTheToolkit() {

@@ -34,10 +34,36 @@ bool hasLetters(std::uint64_t eight) {
     return (eight & 0xC0C0C0C0C0C0C0C0U) != 0;
 }
 
+constexpr const char* byteOrderMark = "\xEF\xBB\xBF";
+
+/// Decodes \a bytes piece by piece: the whole text as the toolkit's string would take twice the
+/// room of the file, or more. \a state tells in the end what was amiss.
+template <typename Take>
+void decode(const QByteArray& bytes, const QTextCodec& codec, QTextCodec::ConverterState& state,
+            Take&& take) {
+    constexpr int pieceSize = 1 << 16;
+    for (int at = 0; at < bytes.size(); at += pieceSize) {
+        const int size = std::min(pieceSize, bytes.size() - at);
+        take(codec.toUnicode(bytes.constData() + at, size, &state));
+    }
+}
+
+bool isWellFormed(const QByteArray& bytes, const QTextCodec& codec) {
+    QTextCodec::ConverterState state;
+    decode(bytes, codec, state, [](const QString& /*piece*/) {});
+    return state.invalidChars == 0 && state.remainingChars == 0;
+}
+
 } // namespace
 
 void LineSource::Free::operator()(char* text) const {
     std::free(text);
+}
+
+/// Left uninitialised: clearing a large block costs as much as reading it. One byte more than asked
+/// for, so that none is a size as well.
+LineSource::Text LineSource::allocated(std::int64_t size) {
+    return Text(static_cast<char*>(std::malloc(static_cast<std::size_t>(size) + 1)));
 }
 
 LineSource::LineSource(const QString& path) {
@@ -59,15 +85,14 @@ bool LineSource::read(const QString& path) {
     if (size > MaxFileSize) {
         return false;
     }
-    // Left uninitialised: clearing a large block costs as much as reading it.
-    m_text.reset(static_cast<char*>(std::malloc(static_cast<std::size_t>(size) + 1)));
+    m_text = allocated(size);
     if (m_text == nullptr) {
         return false;
     }
-    char* const text = m_text.get();
+    m_start = m_text.get();
     qint64 used = 0;
     while (used < size) {
-        const qint64 count = file.read(text + used, size - used);
+        const qint64 count = file.read(m_start + used, size - used);
         if (count < 0) {
             return false;
         }
@@ -76,54 +101,52 @@ bool LineSource::read(const QString& path) {
         }
         used += count;
     }
-    m_end = text + used;
+    m_end = m_start + used;
     return true;
 }
 
 bool LineSource::normalise() {
-    const bool hasBytes = m_end != m_text.get();
-    if (isAscii(m_text.get(), m_end)) {
-        removeReturns();
-    } else if (!convertToUtf8()) {
+    const bool hasBytes = m_end != m_start;
+    if (!isAscii(m_start, m_end) && !convertToUtf8()) {
         return false;
     }
-    if (hasBytes && m_end == m_text.get()) {
+    removeReturns();
+    if (hasBytes && m_end == m_start) {
         *m_end++ = '\n'; // the toolkit does not foresee that nothing will come of the bytes
     }
     return true;
 }
 
 void LineSource::removeReturns() {
-    char* const text = m_text.get();
-    if (std::memchr(text, '\r', static_cast<std::size_t>(m_end - text)) != nullptr) {
-        m_end = std::remove(text, m_end, '\r');
+    if (std::memchr(m_start, '\r', static_cast<std::size_t>(m_end - m_start)) != nullptr) {
+        m_end = std::remove(m_start, m_end, '\r');
     }
 }
 
 bool LineSource::convertToUtf8() {
-    const auto size = static_cast<int>(m_end - m_text.get());
-    const QByteArray bytes = QByteArray::fromRawData(m_text.get(), size);
-    const QTextCodec* const codec =
-        QTextCodec::codecForUtfText(bytes, QTextCodec::codecForName("UTF-8"));
-    QTextCodec::ConverterState state; // a sequence cut off by the end of the file is dropped
-    QString decoded = codec->toUnicode(bytes.constData(), size, &state);
-    decoded.remove(QLatin1Char('\r'));
-
-    QByteArray text;
-    for (const QStringRef& line : decoded.splitRef(QLatin1Char('\n'))) {
-        text += line.trimmed().toUtf8();
-        text += '\n';
+    const auto size = static_cast<int>(m_end - m_start);
+    const QByteArray bytes = QByteArray::fromRawData(m_start, size);
+    QTextCodec* const utf8 = QTextCodec::codecForName("UTF-8");
+    const QTextCodec* const codec = QTextCodec::codecForUtfText(bytes, utf8);
+    if (codec->mibEnum() == utf8->mibEnum() && isWellFormed(bytes, *codec)) {
+        m_start += bytes.startsWith(byteOrderMark) ? std::strlen(byteOrderMark) : 0;
+        return true;
     }
-    if (decoded.isEmpty() || decoded.endsWith(QLatin1Char('\n'))) {
-        text.chop(1); // no line stands behind the last line feed
-    }
-    const auto length = static_cast<std::size_t>(text.size());
-    m_text.reset(static_cast<char*>(std::malloc(length + 1)));
-    if (m_text == nullptr) {
+    constexpr std::int64_t growth = 3; // at most: a stray byte becomes a replacement character
+    Text text = allocated(growth * size);
+    if (text == nullptr) {
         return false;
     }
-    std::memcpy(m_text.get(), text.constData(), length);
-    m_end = m_text.get() + length;
+    char* end = text.get();
+    QTextCodec::ConverterState decoder;
+    QTextCodec::ConverterState encoder(QTextCodec::IgnoreHeader);
+    decode(bytes, *codec, decoder, [&](const QString& piece) {
+        const QByteArray encoded = utf8->fromUnicode(piece.constData(), piece.size(), &encoder);
+        end = std::copy(encoded.begin(), encoded.end(), end);
+    });
+    m_text = std::move(text);
+    m_start = m_text.get();
+    m_end = end;
     return true;
 }
 
@@ -157,7 +180,7 @@ bool LineSource::skipToLetters() {
 
 bool LineSource::canHold(std::int64_t lines) const {
     // A number and a line feed each; the last line may lack, and the one before it its line feed.
-    return m_end - m_text.get() >= 2 * (lines - 1) - 1;
+    return m_end - m_start >= 2 * (lines - 1) - 1;
 }
 
 } // namespace tintwell

@@ -26,7 +26,7 @@ public:
     bool atEnd() const { return m_next == m_end; }
     /// The next line; empty at the end.
     std::string_view next();
-    void rewind() { m_next = m_text.get(); }
+    void rewind() { m_next = m_start; }
     /// Moves on to the next line with a letter in it, or any other character from '@' on; false
     /// when none is left. What it passes are numbers: no keyword can be among them.
     bool skipToLetters();
@@ -39,15 +39,18 @@ private:
     struct Free {
         void operator()(char* text) const;
     };
+    using Text = std::unique_ptr<char, Free>;
 
+    static Text allocated(std::int64_t size);
     bool read(const QString& path);
     bool normalise();
     void removeReturns();
     bool convertToUtf8();
 
-    std::unique_ptr<char, Free> m_text;
-    const char* m_next = nullptr;
+    Text m_text;
+    char* m_start = nullptr;
     char* m_end = nullptr;
+    const char* m_next = nullptr;
     bool m_open = false;
 };
 

@@ -14,7 +14,7 @@ QString toQString(std::string_view text) {
 
 /// The length of the white space character at the front of \a text; 0 if another stands there.
 std::size_t blankLength(std::string_view text) {
-    if (static_cast<unsigned char>(text.front()) < 0x80) {
+    if (!isBeyondAscii(text.front())) {
         return isBlank(text.front()) ? 1 : 0;
     }
     // Lines are well-formed UTF-8, and every white space character is of two or three bytes.
@@ -23,7 +23,28 @@ std::size_t blankLength(std::string_view text) {
     return character.size() == 1 && character.front().isSpace() ? length : 0;
 }
 
+/// The length of the white space character at the end of \a text; 0 if another stands there.
+std::size_t lastBlankLength(std::string_view text) {
+    std::size_t start = text.size() - 1;
+    while (start > 0 && (text[start] & 0xC0) == 0x80) { // within a character
+        --start;
+    }
+    const std::string_view last = text.substr(start);
+    return blankLength(last) == last.size() ? last.size() : 0;
+}
+
 } // namespace
+
+std::string_view detail::trimmedOfAnyBlanks(std::string_view text) {
+    std::size_t blank = 0;
+    while (!text.empty() && (blank = blankLength(text)) > 0) {
+        text.remove_prefix(blank);
+    }
+    while (!text.empty() && (blank = lastBlankLength(text)) > 0) {
+        text.remove_suffix(blank);
+    }
+    return text;
+}
 
 std::string without(std::string_view line, std::string_view word) {
     std::string rest;
@@ -60,7 +81,7 @@ std::string_view WordReader::next() {
 
 std::size_t wordCount(std::string_view line) {
     std::size_t count = 0;
-    if (std::any_of(line.begin(), line.end(), [](char c) { return (c & 0x80) != 0; })) {
+    if (std::any_of(line.begin(), line.end(), isBeyondAscii)) {
         WordReader words(line);
         while (!words.next().empty()) {
             ++count;

@@ -11,15 +11,27 @@ constexpr bool isBlank(char c) {
     return c == ' ' || (c >= '\t' && c <= '\r');
 }
 
-/// \a text without white space at its ends.
-constexpr std::string_view trimmed(std::string_view text) {
+/// Whether a byte belongs to a character beyond ASCII.
+constexpr bool isBeyondAscii(char c) {
+    return (c & 0x80) != 0;
+}
+
+namespace detail {
+
+std::string_view trimmedOfAnyBlanks(std::string_view text);
+
+} // namespace detail
+
+/// \a text without (Unicode) white space at its ends.
+inline std::string_view trimmed(std::string_view text) {
     while (!text.empty() && isBlank(text.front())) {
         text.remove_prefix(1);
     }
     while (!text.empty() && isBlank(text.back())) {
         text.remove_suffix(1);
     }
-    return text;
+    const bool ended = text.empty() || !(isBeyondAscii(text.front()) || isBeyondAscii(text.back()));
+    return ended ? text : detail::trimmedOfAnyBlanks(text);
 }
 
 constexpr bool startsWith(std::string_view line, std::string_view start) {
