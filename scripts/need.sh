@@ -1,4 +1,4 @@
-# Sourced by ./run and ./test.
+# Sourced by ./run, ./test and bench/compare.
 
 # need PACKAGE...: installs those of the Debian packages that are missing; silent when none is.
 need() {
