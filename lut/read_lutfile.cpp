@@ -169,9 +169,6 @@ bool Read_LUTFile::ReadFile(LUTFILE_ST st, bool probe) {
     if (format == nullptr) {
         return false;
     }
-    // Tables are released by their sizes, which a reader is about to change.
-    release3D();
-    release1D();
     return (this->*format->read)(st.path, probe);
 }
 

@@ -67,10 +67,9 @@ public:
     /// Whether a format code is a 3D format; false outside 0..16.
     static bool formatIs3D(int code);
 
-    /// Fills this container, best a fresh one, from \a st.path in the format \a st.formatCode. With
-    /// \a probe only the header is read: sizes and domain, no table. False for an unknown code, a
-    /// file that cannot be opened, and content that the format does not accept. Tables of an
-    /// earlier read are released first.
+    /// Fills this fresh container from \a st.path in the format \a st.formatCode. With \a probe
+    /// only the header is read: sizes and domain, no table. False for an unknown code, a file that
+    /// cannot be opened, and content that the format does not accept.
     bool ReadFile(LUTFILE_ST st, bool probe);
 
     // One reader a format, each in its own source under formats/.

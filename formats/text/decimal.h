@@ -11,13 +11,9 @@ namespace tintwell {
 
 /// Eight characters as a number whose lowest byte is the first character.
 inline std::uint64_t loadEight(const char* from) {
-    std::array<unsigned char, 8> bytes;
-    std::memcpy(bytes.data(), from, bytes.size());
     std::uint64_t word = 0;
-    for (std::size_t n = 0; n < bytes.size(); ++n) {
-        word |= std::uint64_t{bytes[n]} << (8 * n);
-    }
-    return word;
+    std::memcpy(&word, from, sizeof word);
+    return __BYTE_ORDER__ == __ORDER_LITTLE_ENDIAN__ ? word : __builtin_bswap64(word);
 }
 
 /// Eight digits, each as its value in a byte of its own, the first in the lowest: neighbours are
@@ -50,6 +46,19 @@ inline bool evaluateSixDecimals(std::uint64_t characters, std::uint32_t& million
     }
     millionths = joined((values & ~std::uint64_t{0xFFFFU}) | (values & 0xFFU) << 8U);
     return true;
+}
+
+/// Evaluates the digits, at most seven, that stand at the front of eight characters. Returns how
+/// many they are; 0 for none and for eight.
+inline unsigned evaluateInteger(std::uint64_t characters, std::uint32_t& integer) {
+    const std::uint64_t values = digitValues(characters);
+    const std::uint64_t others = otherThanDigits(values);
+    const unsigned digits = others != 0 ? static_cast<unsigned>(__builtin_ctzll(others)) / 8 : 0;
+    if (digits == 0) {
+        return 0;
+    }
+    integer = joined(values << (64 - 8 * digits)); // zeros lead
+    return digits;
 }
 
 /// Digits, a point, digits: mantissa / 10^decimals.

@@ -3,6 +3,8 @@
 #include "formats/text/decimal.h"
 #include "formats/text/words.h"
 
+#include <algorithm>
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <string_view>
@@ -49,19 +51,6 @@ inline const char* takeDigits(const char* at, const char* end, Decimal& decimal)
     return at;
 }
 
-/// "0.123456" and the like.
-template <typename Real>
-const char* takeSixDecimals(const char* at, const char* end, Real& value) {
-    constexpr std::ptrdiff_t width = 8;
-    std::uint32_t millionths = 0;
-    if (end - at < width || !isBlankOrEnd(at + width, end) ||
-        !evaluateSixDecimals(loadEight(at), millionths)) {
-        return nullptr;
-    }
-    value = static_cast<Real>(millionths) / Real{1'000'000};
-    return at + width;
-}
-
 /// A plain decimal of no more digits than its quotient can do justice to.
 template <typename Real>
 const char* takePlainDecimal(const char* at, const char* end, Real& value) {
@@ -80,12 +69,38 @@ const char* takePlainDecimal(const char* at, const char* end, Real& value) {
     return narrow(negative ? -magnitude : magnitude, value) ? at : nullptr;
 }
 
-/// A real number in one of the common forms, ended by white space or the line.
+/// The eight characters from \a at on; NUL for those that [first, end) lacks.
+inline std::uint64_t eightAt(const char* at, const char* first, const char* end) {
+    constexpr std::ptrdiff_t width = 8;
+    const std::ptrdiff_t lacking = width - (end - at);
+    if (lacking <= 0) {
+        return loadEight(at);
+    }
+    if (lacking < width && end - first >= width) {
+        return loadEight(end - width) >> static_cast<unsigned>(8 * lacking);
+    }
+    std::array<char, width> few{};
+    std::copy(at, end, few.begin());
+    return loadEight(few.data());
+}
+
+/// A real number in one of the common forms, ended by white space or the line, which begins at
+/// \a first.
 template <typename Real>
-const char* takeCommon(const char* at, const char* end, Real& value) {
+const char* takeCommon(const char* at, const char* first, const char* end, Real& value) {
     at = skipBlanks(at, end);
-    const char* const behind = takeSixDecimals(at, end, value);
-    return behind != nullptr ? behind : takePlainDecimal(at, end, value);
+    const std::uint64_t eight = eightAt(at, first, end);
+    std::uint32_t number = 0;
+    if (evaluateSixDecimals(eight, number) && isBlankOrEnd(at + 8, end)) {
+        value = static_cast<Real>(number) / Real{1'000'000};
+        return at + 8;
+    }
+    const unsigned digits = evaluateInteger(eight, number);
+    if (digits > 0 && isBlankOrEnd(at + digits, end)) {
+        value = static_cast<Real>(number);
+        return at + digits;
+    }
+    return takePlainDecimal(at, end, value);
 }
 
 /// Every number that formatted input knows.
@@ -95,23 +110,23 @@ const char* takeAny(const char* at, const char* end, int& value);
 const char* takeAny(const char* at, const char* end, long& value);
 
 template <typename Real, std::enable_if_t<std::is_floating_point_v<Real>, int> = 0>
-const char* take(const char* at, const char* end, Real& value) {
-    const char* const behind = takeCommon(at, end, value);
+const char* take(const char* at, const char* first, const char* end, Real& value) {
+    const char* const behind = takeCommon(at, first, end, value);
     return behind != nullptr ? behind : takeAny(at, end, value);
 }
 
 /// An integer needs no blank behind it.
 template <typename Integer, std::enable_if_t<std::is_integral_v<Integer>, int> = 0>
-const char* take(const char* at, const char* end, Integer& value) {
+const char* take(const char* at, const char* /*first*/, const char* end, Integer& value) {
     bool negative = false;
-    const char* const first = skipSign(skipBlanks(at, end), end, negative);
-    const char* const last = end - first > 9 ? first + 9 : end; // nine digits fit any integer
-    const char* behind = first;
+    const char* const digits = skipSign(skipBlanks(at, end), end, negative);
+    const char* const last = end - digits > 9 ? digits + 9 : end; // nine digits fit any integer
+    const char* behind = digits;
     Integer magnitude = 0;
     for (; isDigit(behind, last); ++behind) {
         magnitude = magnitude * 10 + (*behind - '0');
     }
-    if (behind == first) {
+    if (behind == digits) {
         return nullptr;
     }
     if (isDigit(behind, end)) {
@@ -121,7 +136,7 @@ const char* take(const char* at, const char* end, Integer& value) {
     return behind;
 }
 
-inline const char* take(const char* at, const char* end, Literal expected) {
+inline const char* take(const char* at, const char* /*first*/, const char* end, Literal expected) {
     return at != end && *at == expected.character ? at + 1 : nullptr;
 }
 
@@ -133,11 +148,12 @@ inline const char* take(const char* at, const char* end, Literal expected) {
 /// Returns how many were converted; variables past the first failure keep their values.
 template <typename... Values>
 int scan(std::string_view line, Values&&... values) {
-    const char* at = line.data();
-    const char* const end = at + line.size();
+    const char* const first = line.data();
+    const char* const end = first + line.size();
+    const char* at = first;
     int converted = 0;
     const auto next = [&](auto& value) {
-        at = detail::take(at, end, value);
+        at = detail::take(at, first, end, value);
         converted += at != nullptr && !std::is_same_v<std::decay_t<decltype(value)>, Literal>;
         return at != nullptr;
     };
@@ -150,11 +166,12 @@ int scan(std::string_view line, Values&&... values) {
 template <typename... Reals>
 int scanWords(std::string_view line, Reals&... values) {
     constexpr int wanted = sizeof...(values);
-    const char* at = line.data();
-    const char* const end = at + line.size();
+    const char* const first = line.data();
+    const char* const end = first + line.size();
+    const char* at = first;
     std::tuple<Reals...> found;
     const auto next = [&](auto& value) {
-        at = detail::takeCommon(at, end, value);
+        at = detail::takeCommon(at, first, end, value);
         return at != nullptr;
     };
     if (std::apply([&](auto&... value) { return (next(value) && ...); }, found) && at == end) {
