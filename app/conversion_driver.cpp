@@ -1,4 +1,5 @@
-// What the three buttons of the window do: choose an input, choose an output, convert.
+// What the three buttons of the window do: choose an input, choose an output, convert. An input may
+// also come from outside, without the button.
 
 #include "app/main_window.h"
 #include "calc/lutcalc.h"
@@ -7,7 +8,9 @@
 
 #include <QCheckBox>
 #include <QComboBox>
+#include <QDir>
 #include <QFileDialog>
+#include <QFileInfo>
 #include <QLineEdit>
 #include <QMessageBox>
 
@@ -25,6 +28,28 @@ constexpr const char* FileFilter = QT_TRANSLATE_NOOP(
     "lut (*.cube *.3dl *.lut *.davlut *.mga *.m3d *.look *.csp *.cub *.itx *.spi1d *.spi3d *.csv "
     "*.nvx1d *.nvx3d);;icc (*.icc *.icm);;texture (*.bmp *.png);;UTIs (*.tiff *.tif *.dat);;All "
     "(*.*)");
+
+/// The file that the open dialog would give: what its first filter names comes before other files,
+/// and a folder is never chosen.
+QString firstOffered(const QStringList& files) {
+    const QString patterns = QString::fromLatin1(FileFilter)
+                                 .section(QLatin1Char('('), 1, 1)
+                                 .section(QLatin1Char(')'), 0, 0);
+    QString other;
+    for (const QString& path : files) {
+        const QFileInfo file(path);
+        if (!file.isFile()) {
+            continue;
+        }
+        if (QDir::match(patterns.split(QLatin1Char(' ')), file.fileName())) {
+            return file.absoluteFilePath();
+        }
+        if (other.isEmpty()) {
+            other = file.absoluteFilePath();
+        }
+    }
+    return other;
+}
 
 void report(const QString& title, const QString& text) {
     QMessageBox::warning(nullptr, title, text, QMessageBox::Ok);
@@ -69,7 +94,18 @@ void MainWindow::slotInputButton() {
     if (chosen.isEmpty()) {
         return;
     }
-    inputPath = chosen.first();
+    takeInput(chosen.first());
+}
+
+void MainWindow::openFiles(const QStringList& files) {
+    const QString chosen = firstOffered(files);
+    if (!chosen.isEmpty()) {
+        takeInput(chosen);
+    }
+}
+
+void MainWindow::takeInput(const QString& path) {
+    inputPath = path;
 
     LUTFILE_ST st;
     st.path = inputPath;

@@ -4,12 +4,15 @@
 
 #include <QCheckBox>
 #include <QComboBox>
+#include <QDragEnterEvent>
 #include <QGridLayout>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMimeData>
 #include <QPainter>
 #include <QScreen>
 #include <QSignalBlocker>
+#include <QUrl>
 
 #include <algorithm>
 
@@ -70,6 +73,23 @@ QGridLayout* makePanelGrid(QWidget* panel) {
     return grid;
 }
 
+QStringList localFiles(const QMimeData* data) {
+    QStringList files;
+    const QList<QUrl> urls = data->urls();
+    for (const QUrl& url : urls) {
+        if (url.isLocalFile()) {
+            files += url.toLocalFile();
+        }
+    }
+    return files;
+}
+
+/// Whatever is proposed: a file manager that believes in a move takes its file away.
+void acceptAsCopy(QDropEvent* event) {
+    event->setDropAction(Qt::CopyAction);
+    event->accept();
+}
+
 QColor faint(const QPalette& palette, qreal opacity) {
     QColor colour = palette.color(QPalette::WindowText);
     colour.setAlphaF(opacity);
@@ -103,6 +123,7 @@ void drawChevron(QPainter& painter, const QPalette& palette, const QRectF& from,
 MainWindow::MainWindow(QWidget* parent) : QMainWindow(parent) {
     setWindowTitle(QStringLiteral("Tintwell"));
     setObjectName(QStringLiteral("mainWindow"));
+    setAcceptDrops(true);
 
     panels = new QBoxLayout(QBoxLayout::LeftToRight);
     panels->setSpacing(PanelGap);
@@ -166,6 +187,8 @@ QWidget* MainWindow::makeOutputPanel() {
     buttonCaptions += {Label::OutputFile, outputButton, QKeySequence::Save};
 
     outputPathField = named("outputPath", new QLineEdit);
+    // A file dropped here is an input as well, not text.
+    outputPathField->setAcceptDrops(false);
     outputType = makeBox("outputType", {QStringLiteral(".cube")});
     outputSize3D = makeBox("outputSize3D", {QStringLiteral("17"), QStringLiteral("33")});
     addFields(grid, 1, {{Label::OutputPath, outputPathField}});
@@ -301,6 +324,17 @@ void MainWindow::clearDefault(const OrderBoxes& orders) {
     if (orders.data->currentIndex() != 0 || orders.table->currentIndex() != 0) {
         orders.byDefault->setChecked(false);
     }
+}
+
+void MainWindow::dragEnterEvent(QDragEnterEvent* event) {
+    if (!localFiles(event->mimeData()).isEmpty()) {
+        acceptAsCopy(event);
+    }
+}
+
+void MainWindow::dropEvent(QDropEvent* event) {
+    acceptAsCopy(event);
+    openFiles(localFiles(event->mimeData()));
 }
 
 void MainWindow::paintEvent(QPaintEvent* event) {

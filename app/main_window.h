@@ -30,11 +30,17 @@ public:
     /// Labels every widget in the current language; contents and selections stay.
     void refreshWindow();
 
+    /// Makes one of \a files the input, as if it had been chosen with the input button: the first
+    /// of those that the button's dialog shows at once, else the first file at all, if any.
+    void openFiles(const QStringList& files);
+
     /// Writes \a lut as \a st says, resampled where \a st asks for another size, and reports the
     /// result in a box.
     void SaveLut(LUTFILE_ST st, Read_LUTFile& lut);
 
 protected:
+    void dragEnterEvent(QDragEnterEvent* event) override;
+    void dropEvent(QDropEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
 
@@ -95,6 +101,8 @@ private:
     int sideBySideWidth() const;
     /// Lays the panels out side by side where there is room, else one above the other.
     void arrangePanels();
+
+    void takeInput(const QString& path);
 
     static void resetOrders(const OrderBoxes& orders);
     static void clearDefault(const OrderBoxes& orders);

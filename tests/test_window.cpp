@@ -4,10 +4,13 @@
 #include <QApplication>
 #include <QCheckBox>
 #include <QComboBox>
+#include <QDir>
+#include <QDragEnterEvent>
 #include <QFileDialog>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMessageBox>
+#include <QMimeData>
 #include <QPushButton>
 #include <QTimer>
 
@@ -119,6 +122,24 @@ class TestWindow : public QObject {
     void choose(const QString& button, const QStringList& files) const {
         m_user->choices = {files};
         click(button);
+    }
+
+    /// Drags this onto the output path, of all places, and lets go where it is welcome; what
+    /// becomes of it.
+    Qt::DropAction drop(const QMimeData& data) const {
+        auto* const field = find<QLineEdit>("outputPath");
+        const QPoint at = field->rect().center();
+        QDragEnterEvent enter(at, Qt::CopyAction | Qt::MoveAction, &data, Qt::LeftButton,
+                              Qt::NoModifier);
+        enter.setDropAction(Qt::MoveAction);
+        enter.ignore();
+        QApplication::sendEvent(field, &enter);
+        if (!enter.isAccepted()) {
+            return Qt::IgnoreAction;
+        }
+        QDropEvent released(at, enter.possibleActions(), &data, Qt::LeftButton, Qt::NoModifier);
+        QApplication::sendEvent(m_window.data(), &released);
+        return released.dropAction();
     }
 
     /// What a press on the start button shows.
@@ -245,6 +266,59 @@ private Q_SLOTS:
         choose("inputButton", {m_folder.file("bad.cube", "LUT_3D_SIZE 0\n")});
         QCOMPARE(m_user->seen.size(), 5);
         QCOMPARE(fields(), shown);
+    }
+
+    void openingFiles_data() {
+        QTest::addColumn<QStringList>("files");
+        QTest::addColumn<QString>("taken");
+        QTest::newRow("one") << QStringList{"a.cube"} << "/a.cube";
+        QTest::newRow("the first") << QStringList{"b.cube", "a.cube"} << "/b.cube";
+        QTest::newRow("in capitals") << QStringList{"c.txt", "d.CUBE"} << "/d.CUBE";
+        QTest::newRow("any name") << QStringList{"c.txt"} << "/c.txt";
+        QTest::newRow("a LUT before others") << QStringList{"c.txt", "a.cube"} << "/a.cube";
+        QTest::newRow("no folder") << QStringList{".", "a.cube"} << "/a.cube";
+        QTest::newRow("a folder alone") << QStringList{"."} << "";
+        QTest::newRow("none such") << QStringList{"none.cube", "a.cube"} << "/a.cube";
+        QTest::newRow("none at all") << QStringList() << "";
+    }
+    void openingFiles() {
+        QFETCH(QStringList, files);
+        QFETCH(QString, taken);
+        for (const char* const name : {"a.cube", "b.cube", "c.txt", "d.CUBE"}) {
+            m_folder.file(name, "LUT_3D_SIZE 5\n");
+        }
+        for (QString& file : files) {
+            file = m_folder.path(file);
+        }
+        m_window->openFiles(files);
+        QCOMPARE(text("inputName"), taken);
+        QCOMPARE(text("inputSize3D"), taken.isEmpty() ? "" : "5");
+    }
+
+    void openingRelativePath() {
+        m_folder.file("near.cube", "LUT_3D_SIZE 5\n");
+        const QString before = QDir::currentPath();
+        QVERIFY(QDir::setCurrent(m_folder.path(".")));
+        m_window->openFiles({"near.cube"});
+        QDir::setCurrent(before);
+        QCOMPARE(find<QLineEdit>("inputName")->toolTip(), m_folder.path("near.cube"));
+    }
+
+    void dropping() {
+        QMimeData files;
+        files.setUrls({QUrl("https://tintwell.example/far.cube"),
+                       QUrl::fromLocalFile(m_folder.file("near it.cube", "LUT_3D_SIZE 9\n"))});
+        QCOMPARE(drop(files), Qt::CopyAction);
+        QCOMPARE(text("inputName"), "/near it.cube");
+        QCOMPARE(text("inputSize3D"), "9");
+
+        QMimeData words;
+        words.setText("a.cube");
+        QCOMPARE(drop(words), Qt::IgnoreAction);
+        QMimeData page;
+        page.setUrls({QUrl("https://tintwell.example/far.cube")});
+        QCOMPARE(drop(page), Qt::IgnoreAction);
+        QCOMPARE(text("inputName"), "/near it.cube");
     }
 
     void asksForFiles_data() {
