@@ -23,9 +23,10 @@ set(CPACK_PACKAGE_NAME tintwell)
 set(CPACK_PACKAGE_CONTACT "Tintwell maintainers <maintainers@tintwell.example>")
 set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "converter of colour look-up tables")
 set(CPACK_PACKAGE_DESCRIPTION
-"Tintwell converts colour look-up tables (LUTs): its window shows what a
-.cube file holds, swaps channel order and lattice order, and resamples by
-tetrahedral interpolation. English and Simplified Chinese.")
+"Tintwell converts colour look-up tables (LUTs). Its window turns a .cube
+into a .cube of 17 or 33 points per axis: it swaps channel order and lattice
+order, and resamples by tetrahedral interpolation. English and Simplified
+Chinese.")
 if(TARGET tintwell-cli)
   string(APPEND CPACK_PACKAGE_DESCRIPTION
 "\nThe command-line program tintwell-cli converts between more formats.")
