@@ -115,6 +115,7 @@ void MainWindow::takeInput(const QString& path) {
         return;
     }
     inputName->setText(inputPath.mid(inputPath.lastIndexOf(QLatin1Char('/'))));
+    inputName->setCursorPosition(0); // a long name is known by its beginning
     inputName->setToolTip(inputPath);
     inputType->setText(inputPath.mid(inputPath.lastIndexOf(QLatin1Char('.'))));
     inputSize3D->setText(QString::number(preview.size3D));

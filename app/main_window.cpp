@@ -249,6 +249,7 @@ void MainWindow::connectSignals() {
 
     connect(inputButton, &PressButton::pressed, this, &MainWindow::slotInputButton);
     connect(outputButton, &PressButton::pressed, this, &MainWindow::slotOutputButton);
+    connect(outputPathField, &QLineEdit::textChanged, outputPathField, &QWidget::setToolTip);
     connect(startButton, &PressButton::pressed, this, &MainWindow::slotWriteLut);
     connect(inputOrders.byDefault, &QCheckBox::stateChanged, this,
             &MainWindow::slotInCheckBoxChanged);
