@@ -278,8 +278,13 @@ void MainWindow::refreshWindow() {
         caption.button->setShortcut(caption.shortcut);
         caption.button->setToolTip(caption.shortcut.toString(QKeySequence::NativeText));
     }
-    inputPanel->setAccessibleName(labelText(language, Label::InputFile));
-    outputPanel->setAccessibleName(labelText(language, Label::OutputFile));
+    // Two check boxes read alike; the panel tells them apart, as it does for the fields.
+    const QString input = labelText(language, Label::InputFile);
+    const QString output = labelText(language, Label::OutputFile);
+    inputPanel->setAccessibleName(input);
+    inputOrders.byDefault->setAccessibleDescription(input);
+    outputPanel->setAccessibleName(output);
+    outputOrders.byDefault->setAccessibleDescription(output);
     languageBox->setAccessibleName(labelText(language, Label::Language));
     languageBox->setToolTip(labelText(language, Label::Language));
     const QString hint = tintwell::startHint(language);
