@@ -21,6 +21,7 @@ class User {
 public:
     QVector<QStringList> choices;
     QStringList seen;
+    QStringList filters; ///< of the file dialogs
 
     User() {
         QObject::connect(&m_timer, &QTimer::timeout, [this] { answer(); });
@@ -32,6 +33,7 @@ private:
         QWidget* const modal = QApplication::activeModalWidget();
         if (auto* const files = qobject_cast<QFileDialog*>(modal)) {
             seen += files->windowTitle();
+            filters += files->nameFilters().join(";;");
             choose(*files, choices.isEmpty() ? QStringList() : choices.takeFirst());
         } else if (auto* const box = qobject_cast<QMessageBox*>(modal)) {
             const bool plain = box->parent() == nullptr && box->icon() == QMessageBox::Warning &&
@@ -199,6 +201,10 @@ private Q_SLOTS:
         QCOMPARE(shown, labels);
         QCOMPARE(find<QComboBox>("language")->accessibleName(), language ? "语言" : "Language");
         QCOMPARE(text("languageCaption"), "语言/Language:");
+        QCOMPARE(find<QComboBox>("outputType")->currentText(), ".cube");
+        QCOMPARE(find<QComboBox>("outputType")->count(), 1);
+        QCOMPARE(find<QComboBox>("outputSize3D")->itemText(0), "17");
+        QCOMPARE(find<QComboBox>("outputSize3D")->itemText(1), "33");
         QCOMPARE(m_window->windowTitle(), "Tintwell");
     }
 
@@ -258,6 +264,11 @@ private Q_SLOTS:
         choose("inputButton", {first, second});
         choose("outputButton", {"/some/where.cube"});
         QCOMPARE(m_user->seen, (QStringList{"Open ICC/3DLUT File", "Save ICC/3DLUT File"}));
+        const QString filter =
+            "lut (*.cube *.3dl *.lut *.davlut *.mga *.m3d *.look *.csp *.cub *.itx *.spi1d "
+            "*.spi3d *.csv *.nvx1d *.nvx3d);;icc (*.icc *.icm);;texture (*.bmp *.png);;UTIs "
+            "(*.tiff *.tif *.dat);;All (*.*)";
+        QCOMPARE(m_user->filters, (QStringList{filter, filter}));
         QCOMPARE(fields(), shown);
         QCOMPARE(find<QLineEdit>("inputName")->toolTip(), first);
 
@@ -266,6 +277,7 @@ private Q_SLOTS:
         choose("inputButton", {m_folder.file("bad.cube", "LUT_3D_SIZE 0\n")});
         QCOMPARE(m_user->seen.size(), 5);
         QCOMPARE(fields(), shown);
+        QCOMPARE(begin(), QStringList("Error: File Error!")); // it is the bad one that counts
     }
 
     void openingFiles_data() {
