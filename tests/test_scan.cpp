@@ -149,6 +149,19 @@ private Q_SLOTS:
         }
     }
 
+    /// The most common line, and everything that is one character away from it.
+    void uniformLines() {
+        const std::string uniform = "0.123456 9.876543 1.000000";
+        compareAll(uniform);
+        for (std::size_t at = 0; at < uniform.size(); ++at) {
+            for (const char other : std::string("09 \t./:-+ex\0\xB1", 13)) {
+                std::string text = uniform;
+                text[at] = other;
+                compareAll(text);
+            }
+        }
+    }
+
     void literals() {
         int index = 5;
         int value = 6;

@@ -1,5 +1,7 @@
 #include "formats/text/scan.h"
 
+#include <algorithm>
+#include <array>
 #include <charconv>
 #include <cstdio>
 #include <string>
@@ -10,6 +12,62 @@
 namespace tintwell::detail {
 
 namespace {
+
+/// The eight characters from \a at on; NUL for those that [first, end) lacks.
+std::uint64_t eightAt(const char* at, const char* first, const char* end) {
+    constexpr std::ptrdiff_t width = 8;
+    const std::ptrdiff_t lacking = width - (end - at);
+    if (lacking <= 0) {
+        return loadEight(at);
+    }
+    if (lacking < width && end - first >= width) {
+        return loadEight(end - width) >> static_cast<unsigned>(8 * lacking);
+    }
+    std::array<char, width> few{};
+    std::copy(at, end, few.begin());
+    return loadEight(few.data());
+}
+
+const char* takeDigits(const char* at, const char* end, Decimal& decimal) {
+    for (; isDigit(at, end); ++at) {
+        decimal.append(*at);
+    }
+    return at;
+}
+
+/// A plain decimal of no more digits than its quotient can do justice to.
+template <typename Real>
+const char* takePlainDecimal(const char* at, const char* end, Real& value) {
+    bool negative = false;
+    Decimal decimal;
+    at = takeDigits(skipSign(at, end, negative), end, decimal);
+    if (at != end && *at == '.') {
+        const unsigned before = decimal.digits;
+        at = takeDigits(at + 1, end, decimal);
+        decimal.decimals = decimal.digits - before;
+    }
+    if (!decimal.isExact() || !isBlankOrEnd(at, end)) {
+        return nullptr;
+    }
+    const double magnitude = decimal.quotient();
+    return narrow(negative ? -magnitude : magnitude, value) ? at : nullptr;
+}
+
+template <typename Real>
+const char* takeShortReal(const char* at, const char* first, const char* end, Real& value) {
+    constexpr std::ptrdiff_t width = 8;
+    at = skipBlanks(at, end);
+    if (end - at >= width && isBlankOrEnd(at + width, end) && readSixDecimals(at, value)) {
+        return at + width;
+    }
+    std::uint32_t integer = 0;
+    const unsigned digits = evaluateInteger(eightAt(at, first, end), integer);
+    if (digits > 0 && isBlankOrEnd(at + digits, end)) {
+        value = static_cast<Real>(integer);
+        return at + digits;
+    }
+    return takePlainDecimal(at, end, value);
+}
 
 /// Formatted input reads by the thread's locale; here that is the C locale.
 class CLocaleScope {
@@ -80,6 +138,14 @@ const char* takeUncommonReal(const char* at, const char* end, Real& value) {
 }
 
 } // namespace
+
+const char* takeCommon(const char* at, const char* first, const char* end, float& value) {
+    return takeShortReal(at, first, end, value);
+}
+
+const char* takeCommon(const char* at, const char* first, const char* end, double& value) {
+    return takeShortReal(at, first, end, value);
+}
 
 const char* takeAny(const char* at, const char* end, float& value) {
     return takeUncommonReal(at, end, value);

@@ -3,13 +3,12 @@
 #include "formats/text/decimal.h"
 #include "formats/text/words.h"
 
-#include <algorithm>
-#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <string_view>
 #include <tuple>
 #include <type_traits>
+#include <utility>
 
 namespace tintwell {
 
@@ -44,63 +43,37 @@ inline const char* skipSign(const char* at, const char* end, bool& negative) {
     return at != end && (*at == '-' || *at == '+') ? at + 1 : at;
 }
 
-inline const char* takeDigits(const char* at, const char* end, Decimal& decimal) {
-    for (; isDigit(at, end); ++at) {
-        decimal.append(*at);
-    }
-    return at;
-}
-
-/// A plain decimal of no more digits than its quotient can do justice to.
-template <typename Real>
-const char* takePlainDecimal(const char* at, const char* end, Real& value) {
-    bool negative = false;
-    Decimal decimal;
-    at = takeDigits(skipSign(at, end, negative), end, decimal);
-    if (at != end && *at == '.') {
-        const unsigned before = decimal.digits;
-        at = takeDigits(at + 1, end, decimal);
-        decimal.decimals = decimal.digits - before;
-    }
-    if (!decimal.isExact() || !isBlankOrEnd(at, end)) {
-        return nullptr;
-    }
-    const double magnitude = decimal.quotient();
-    return narrow(negative ? -magnitude : magnitude, value) ? at : nullptr;
-}
-
-/// The eight characters from \a at on; NUL for those that [first, end) lacks.
-inline std::uint64_t eightAt(const char* at, const char* first, const char* end) {
-    constexpr std::ptrdiff_t width = 8;
-    const std::ptrdiff_t lacking = width - (end - at);
-    if (lacking <= 0) {
-        return loadEight(at);
-    }
-    if (lacking < width && end - first >= width) {
-        return loadEight(end - width) >> static_cast<unsigned>(8 * lacking);
-    }
-    std::array<char, width> few{};
-    std::copy(at, end, few.begin());
-    return loadEight(few.data());
-}
-
 /// A real number in one of the common forms, ended by white space or the line, which begins at
 /// \a first.
+const char* takeCommon(const char* at, const char* first, const char* end, float& value);
+const char* takeCommon(const char* at, const char* first, const char* end, double& value);
+
+/// The value of "0.123456" and the like.
 template <typename Real>
-const char* takeCommon(const char* at, const char* first, const char* end, Real& value) {
-    at = skipBlanks(at, end);
-    const std::uint64_t eight = eightAt(at, first, end);
-    std::uint32_t number = 0;
-    if (evaluateSixDecimals(eight, number) && isBlankOrEnd(at + 8, end)) {
-        value = static_cast<Real>(number) / Real{1'000'000};
-        return at + 8;
+bool readSixDecimals(const char* at, Real& value) {
+    std::uint32_t millionths = 0;
+    if (!evaluateSixDecimals(loadEight(at), millionths)) {
+        return false;
     }
-    const unsigned digits = evaluateInteger(eight, number);
-    if (digits > 0 && isBlankOrEnd(at + digits, end)) {
-        value = static_cast<Real>(number);
-        return at + digits;
+    value = static_cast<Real>(millionths) / Real{1'000'000};
+    return true;
+}
+
+/// A line of nothing but numbers of six decimals with single blanks between them: most lattices are
+/// written so. What it sets before it fails is what stands there all the same.
+template <typename... Reals>
+bool takeSixDecimalsEach(std::string_view line, Reals&... values) {
+    constexpr std::size_t width = 9;
+    if (line.size() != width * sizeof...(values) - 1) {
+        return false;
     }
-    return takePlainDecimal(at, end, value);
+    const char* at = line.data();
+    const char* const last = at + line.size() - (width - 1);
+    const auto next = [&](auto& value) {
+        const char* const number = std::exchange(at, at + width);
+        return (number == last || number[width - 1] == ' ') && readSixDecimals(number, value);
+    };
+    return (next(values) && ...);
 }
 
 /// Every number that formatted input knows.
@@ -148,6 +121,11 @@ inline const char* take(const char* at, const char* /*first*/, const char* end, 
 /// Returns how many were converted; variables past the first failure keep their values.
 template <typename... Values>
 int scan(std::string_view line, Values&&... values) {
+    if constexpr ((std::is_floating_point_v<std::decay_t<Values>> && ...)) {
+        if (detail::takeSixDecimalsEach(line, values...)) {
+            return sizeof...(values);
+        }
+    }
     const char* const first = line.data();
     const char* const end = first + line.size();
     const char* at = first;
