@@ -1,0 +1,62 @@
+#pragma once
+
+#include "cli/command.h"
+#include "lut/read_lutfile.h"
+
+#include <QString>
+
+#include <cstdint>
+#include <functional>
+#include <optional>
+
+namespace cli {
+
+/// How a file's channels and lattice run: where nothing is said, as its format has it.
+struct Orders {
+    std::optional<bool> rgb;         ///< the three numbers of a sample are R, G, B; else B, G, R
+    std::optional<bool> blueFastest; ///< the last index of the lattice runs first; else red's
+};
+
+/// "bgr", "red-fastest", or one of each with a comma between them; none for anything else.
+std::optional<Orders> ordersByName(const QString& text);
+
+/// The code of a short name ("cube") or of a code number ("0"); none for what is neither.
+std::optional<int> formatByName(const QString& name);
+
+/// The code of the format of a file to read: by its extension and, where that leaves a choice, by
+/// its content. None, with the error reported, where neither tells.
+std::optional<int> formatOfInput(const QString& path);
+
+/// The same for --from: its value, or as formatOfInput() has it when \a name is empty.
+std::optional<int> formatOfInput(const QString& path, const QString& name);
+
+/// The code of the format of a file to write: --to, or by extension. None, with an error in
+/// \a problem, for a format that is unknown, ambiguous or not written. \a hint is the code of the
+/// input's format, which decides between several; -1 for none.
+std::optional<int> formatOfOutput(const QString& path, const QString& name, int hint,
+                                  QString& problem);
+
+/// Reads a table whole; false, with the error reported, where that fails or there is none. Cells
+/// hold R, G, B and tables are [red][green][blue], if the orders tell the truth of the file.
+bool readLut(const QString& path, int formatCode, const Orders& orders, Read_LUTFile& lut);
+
+/// Opens any table: readLut() in the format's own orders, with the format found by formatOfInput().
+bool openLut(const QString& path, const QString& formatName, Read_LUTFile& lut);
+
+/// Where a result goes and whether an existing file may be replaced.
+struct Target {
+    QString path;
+    bool overwrite = false; ///< --force
+};
+
+/// Saves a file so that \a target holds the old content or the whole new one at any time: \a write
+/// is given a temporary path in its place, which has no extension, and returns what went wrong
+/// (empty: nothing). False, with the error reported, when the target exists and may not be
+/// replaced, and when writing fails.
+bool saveFile(const Target& target, const std::function<QString(const QString& path)>& write);
+
+/// Writes a table through saveFile().
+bool saveLut(const Target& target, int formatCode, const Orders& orders, std::int64_t scale,
+             Read_LUTFile& lut);
+
+} // namespace cli

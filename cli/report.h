@@ -1,0 +1,22 @@
+#pragma once
+
+#include <QString>
+
+namespace cli {
+
+// Messages on standard error, a line each, from any thread.
+
+/// "tintwell-cli: what"
+void report(const QString& what);
+
+/// "tintwell-cli: FILE: what", or "tintwell-cli: FILE:LINE: what" for a text of the library that
+/// begins with the line.
+void reportFile(const QString& path, const QString& what);
+
+/// "tintwell-cli: FILE: note: what"
+void noteFile(const QString& path, const QString& what);
+
+/// Shows how far a batch is, on a terminal only, in place of what it showed before.
+void showProgress(int done, int total);
+
+} // namespace cli
