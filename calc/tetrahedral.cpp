@@ -1,4 +1,5 @@
 #include "calc/lattice_axis.h"
+#include "calc/lattice_rows.h"
 #include "calc/lutcalc.h"
 #include "calc/tetrahedron.h"
 #include "lut/emit.h"
@@ -12,46 +13,18 @@ using tintwell::Between;
 using tintwell::Corner;
 using tintwell::enclosingTetrahedron;
 using tintwell::gridPositions;
+using tintwell::interpolate;
+using tintwell::latticeAxis;
 using tintwell::LatticeAxis;
 using tintwell::RowOrder;
 using tintwell::rowOrder;
+using tintwell::Rows;
+using tintwell::rowsAround;
+using tintwell::sampleAt;
 using tintwell::Tetrahedron;
 using tintwell::unitPosition;
 
 namespace {
-
-/// The lattice rows along axis 2 around a point, by the first two bits of the corner.
-struct Rows {
-    const float* const* row[4];
-};
-
-template <typename Fraction>
-Rows rowsAround(const Read_LUTFile& lut, const Between<Fraction>& p0, const Between<Fraction>& p1) {
-    return {{lut.data3D[p0.lower][p1.lower], lut.data3D[p0.lower][p1.upper],
-             lut.data3D[p0.upper][p1.lower], lut.data3D[p0.upper][p1.upper]}};
-}
-
-template <typename Fraction>
-const float* sampleAt(const Rows& rows, Corner corner, const Between<Fraction>& p2) {
-    return rows.row[corner >> 1U][(corner & 1U) != 0 ? p2.upper : p2.lower];
-}
-
-void interpolate(const Rows& rows, const RowOrder<float>& order, const Between<float>& p2,
-                 float* out) {
-    const Tetrahedron<float> t = enclosingTetrahedron(order, p2.fraction, 1.0F);
-    const float* const first = sampleAt(rows, 0b000, p2);
-    const float* const second = sampleAt(rows, t.second, p2);
-    const float* const third = sampleAt(rows, t.third, p2);
-    const float* const last = sampleAt(rows, 0b111, p2);
-    for (int c = 0; c < 3; ++c) {
-        out[c] = first[c] * t.weight[0] + second[c] * t.weight[1] + third[c] * t.weight[2] +
-                 last[c] * t.weight[3];
-    }
-}
-
-LatticeAxis latticeAxis(const Read_LUTFile& lut, int axis) {
-    return {lut.domainMin3D[axis], lut.domainMax3D[axis], lut.size3D};
-}
 
 /// Looks \a in up by the three axes of \a lut; \a out may be the same colour.
 void lookUp(const Read_LUTFile& lut, const LatticeAxis* axes, const float* in, float* out) {
