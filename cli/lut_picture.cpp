@@ -6,7 +6,7 @@
 #include <QFont>
 #include <QFontMetrics>
 #include <QPainter>
-#include <QPainterPath>
+#include <QPolygonF>
 
 #include <algorithm>
 #include <array>
@@ -16,16 +16,16 @@
 
 namespace {
 
-constexpr QSize CanvasSize(1280, 800);
+constexpr QSize CanvasSize(1280, 776);
 constexpr QRect TitleBox(40, 28, 1200, 32);
 constexpr QRect SubtitleBox(40, 60, 1200, 20);
-constexpr QRect Body(40, 104, 1200, 656);
+constexpr QRect Body(40, 104, 1200, 632);
 constexpr int SlicesWidth = 756;  ///< of the body, with a lattice to show
 constexpr int GreyAxisLeft = 840; ///< of the canvas, beside a lattice
 constexpr int CaptionHeight = 28; ///< above a panel
 constexpr int TickWidth = 36;     ///< of the labels to the left of a plot
 constexpr int TickHeight = 26;    ///< of the labels under a plot
-constexpr int RampHeight = 32;
+constexpr int RampHeight = 48;
 constexpr int SliceGap = 8; ///< between slices, and under each of them
 constexpr int SliceLabelHeight = 14;
 
@@ -137,7 +137,7 @@ struct Tiling {
 
 Tiling tilingOf(const QRect& area, int side) {
     return {(area.width() + SliceGap) / (side + SliceGap),
-            area.height() / (side + SliceLabelHeight + SliceGap), side};
+            (area.height() + SliceGap) / (side + SliceLabelHeight + SliceGap), side};
 }
 
 /// The largest slices that leave room for all of them; of a large lattice as many as there is room.
@@ -166,14 +166,16 @@ public:
 
     void drawSlices(const QRect& panel, const Read_LUTFile& lut) {
         const int size = lut.size3D;
+        const Range blues = {lut.domainMin3D[2], lut.domainMax3D[2]};
         const QRect area = panel.adjusted(0, CaptionHeight, 0, 0);
         const Tiling tiling = bestTiling(area, size);
         const int count = std::min(size, tiling.count());
-        const QString shown = count == size ? QStringLiteral("%1").arg(size)
-                                            : QStringLiteral("%1 of %2").arg(count).arg(size);
-        caption(panel, QStringLiteral("Lattice: red to the right, green down, blue from slice to "
-                                      "slice (%1)")
-                           .arg(shown));
+        QString what =
+            QStringLiteral("Lattice: red to the right, green down, blue from slice to slice");
+        if (count < size) {
+            what += QStringLiteral(", %1 of %2 slices").arg(count).arg(size);
+        }
+        caption(panel, what);
         for (int n = 0; n < count; ++n) {
             const int blue = count > 1 ? n * (size - 1) / (count - 1) : 0;
             const QRect tile(area.left() + n % tiling.columns * (tiling.side + SliceGap),
@@ -181,14 +183,14 @@ public:
                                  n / tiling.columns * (tiling.side + SliceLabelHeight + SliceGap),
                              tiling.side, tiling.side);
             m_painter.drawImage(tile, slice(lut, blue));
-            const double value = size > 1 ? static_cast<double>(blue) / (size - 1) : 0;
+            const double value = blues.at(size > 1 ? static_cast<double>(blue) / (size - 1) : 0);
             text({tile.left(), tile.bottom() + 2, tile.width(), SliceLabelHeight}, Qt::AlignLeft,
                  QString::number(value, 'f', 2), LabelColour, 11);
         }
     }
 
     void drawGreyAxis(const QRect& panel, Read_LUTFile& lut) {
-        caption(panel, QStringLiteral("Grey axis"));
+        caption(panel, QStringLiteral("Grey axis: red, green and blue that grey turns into"));
         const int left = panel.left() + TickWidth;
         const QRect after(left, panel.bottom() + 1 - RampHeight, panel.width() - TickWidth,
                           RampHeight);
@@ -221,7 +223,7 @@ private:
                  LabelColour, 12);
         });
 
-        m_painter.setClipRect(plot);
+        m_painter.setClipRect(plot.adjusted(0, -1, 0, 1)); // for the width of the lines
         line({x(axis.inputs.from), y(axis.inputs.from)}, {x(axis.inputs.to), y(axis.inputs.to)},
              Diagonal, Qt::DashLine);
         m_painter.setCompositionMode(QPainter::CompositionMode_Screen);

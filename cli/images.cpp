@@ -1,0 +1,116 @@
+#include "cli/images.h"
+
+#include "calc/look_up_image.h"
+#include "cli/report.h"
+
+#include <QFile>
+#include <QFileInfo>
+#include <QImageReader>
+#include <QImageWriter>
+
+#include <cstdint>
+
+namespace {
+
+/// A header of a few bytes can claim any size; this many pixels take 4 GiB at 16 bits a channel.
+constexpr std::int64_t MaxPixels = std::int64_t{1} << 29;
+
+bool isTooLarge(const QSize& size) {
+    return std::int64_t{size.width()} * size.height() > MaxPixels;
+}
+
+QImage refuse(const QString& path, const QString& why) {
+    cli::reportFile(path, why);
+    return {};
+}
+
+/// What went wrong; empty when nothing did.
+QString write(const QString& path, const QByteArray& type, const QImage& image) {
+    QFile file(path);
+    if (!file.open(QIODevice::WriteOnly)) {
+        return file.errorString();
+    }
+    QImageWriter writer(&file, type);
+    if (type == "jpg" || type == "jpeg") {
+        writer.setQuality(95); // what the toolkit takes by itself shows bands in gradients
+    }
+    if (!writer.write(image)) {
+        return file.error() != QFileDevice::NoError ? file.errorString() : writer.errorString();
+    }
+    return file.flush() ? QString() : file.errorString();
+}
+
+void noteLosses(const QString& path, const QImage& image) {
+    const QImage::Format saved = QImageReader(path).imageFormat();
+    if (saved == QImage::Format_Invalid) {
+        return; // the type does not tell
+    }
+    if (tintwell::isDeep(image.format()) && !tintwell::isDeep(saved)) {
+        cli::noteFile(path, QStringLiteral("holds 8 of 16 bits a channel"));
+    }
+    if (image.hasAlphaChannel() && !QImage(1, 1, saved).hasAlphaChannel()) {
+        cli::noteFile(path, QStringLiteral("holds no alpha"));
+    }
+}
+
+} // namespace
+
+std::optional<int> cli::begin(CommandLine& line, const QStringList& arguments, int operands,
+                              ImageJob& job, Read_LUTFile& lut) {
+    line.addOption("from", "Format of the table, where its extension does not tell", "FORMAT");
+    line.addOption("in-order", "Orders of the table: bgr, red-fastest or both", "ORDERS");
+    line.addOption("force", "Replace an existing file");
+    if (const auto status = line.parse(arguments, operands, operands)) {
+        return status;
+    }
+    const auto orders = ordersByName(line.value("in-order"));
+    if (!orders) {
+        return line.wrong(QStringLiteral("no order is called %1").arg(line.value("in-order")));
+    }
+    job.target = {line.operands().last(), line.isSet("force")};
+    job.type = QFileInfo(job.target.path).suffix().toLower().toLatin1();
+    if (!QImageWriter::supportedImageFormats().contains(job.type)) {
+        return line.wrong(
+            QStringLiteral("%1 has no extension of an image type").arg(job.target.path));
+    }
+    const QString path = line.operands().first();
+    const auto format = formatOfInput(path, line.value("from"));
+    if (!format || !readLut(path, *format, *orders, lut)) {
+        return Failed;
+    }
+    job.lutFormat = *format;
+    return std::nullopt;
+}
+
+QImage cli::loadImage(const QString& path) {
+    const QFileInfo info(path);
+    if (!info.exists()) {
+        return refuse(path, QStringLiteral("no such file"));
+    }
+    if (!info.isFile()) { // pipes may never end
+        return refuse(path, QStringLiteral("not a file"));
+    }
+    QImageReader reader(path);
+    reader.setDecideFormatFromContent(true);
+    reader.setAutoTransform(true);
+    const QSize claimed = reader.size();
+    if (isTooLarge(claimed)) {
+        return refuse(path, QStringLiteral("%1 x %2 pixels are too many")
+                                .arg(claimed.width())
+                                .arg(claimed.height()));
+    }
+    const QImage image = reader.read();
+    return image.isNull()
+               ? refuse(path,
+                        QStringLiteral("cannot be read as an image: %1").arg(reader.errorString()))
+               : image;
+}
+
+bool cli::saveImage(const ImageJob& job, const QImage& image) {
+    const auto writeTo = [&](const QString& path) { return write(path, job.type, image); };
+    if (!saveFile(job.target, writeTo)) {
+        return false;
+    }
+    noteLosses(job.target.path, image);
+    return true;
+}
