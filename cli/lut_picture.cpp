@@ -190,7 +190,7 @@ public:
     }
 
     void drawGreyAxis(const QRect& panel, Read_LUTFile& lut) {
-        caption(panel, QStringLiteral("Grey axis: red, green and blue that grey turns into"));
+        caption(panel, QStringLiteral("Grey axis: red, green and blue out over grey in"));
         const int left = panel.left() + TickWidth;
         const QRect after(left, panel.bottom() + 1 - RampHeight, panel.width() - TickWidth,
                           RampHeight);
