@@ -15,8 +15,8 @@ namespace {
 /// A header of a few bytes can claim any size; this many pixels take 4 GiB at 16 bits a channel.
 constexpr std::int64_t MaxPixels = std::int64_t{1} << 29;
 
-bool isTooLarge(const QSize& size) {
-    return std::int64_t{size.width()} * size.height() > MaxPixels;
+std::int64_t pixelsOf(const QSize& size) {
+    return std::int64_t{size.width()} * size.height();
 }
 
 QImage refuse(const QString& path, const QString& why) {
@@ -41,6 +41,9 @@ QString write(const QString& path, const QByteArray& type, const QImage& image) 
 }
 
 void noteLosses(const QString& path, const QImage& image) {
+    if (!QFileInfo(path).isFile()) {
+        return;
+    }
     const QImage::Format saved = QImageReader(path).imageFormat();
     if (saved == QImage::Format_Invalid) {
         return; // the type does not tell
@@ -57,21 +60,24 @@ void noteLosses(const QString& path, const QImage& image) {
 
 std::optional<int> cli::begin(CommandLine& line, const QStringList& arguments, int operands,
                               ImageJob& job, Read_LUTFile& lut) {
-    line.addOption("from", "Format of the table, where its extension does not tell", "FORMAT");
-    line.addOption("in-order", "Orders of the table: bgr, red-fastest or both", "ORDERS");
-    line.addOption("force", "Replace an existing file");
+    line.addOption("from", "Format of the table; by default, its extension tells.", "FORMAT");
+    line.addOption("in-order", "Order of the table: rgb or bgr, blue-fastest or red-fastest.",
+                   "ORDER");
+    line.addOption("force", "Overwrite OUT.");
     if (const auto status = line.parse(arguments, operands, operands)) {
         return status;
     }
     const auto orders = ordersByName(line.value("in-order"));
     if (!orders) {
-        return line.wrong(QStringLiteral("no order is called %1").arg(line.value("in-order")));
+        return line.wrong(QStringLiteral("found --in-order %1, expected rgb or bgr, blue-fastest "
+                                         "or red-fastest")
+                              .arg(line.value("in-order")));
     }
     job.target = {line.operands().last(), line.isSet("force")};
     job.type = QFileInfo(job.target.path).suffix().toLower().toLatin1();
     if (!QImageWriter::supportedImageFormats().contains(job.type)) {
-        return line.wrong(
-            QStringLiteral("%1 has no extension of an image type").arg(job.target.path));
+        return line.wrong(QStringLiteral("%1: found the extension \"%2\", expected one of an image")
+                              .arg(job.target.path, QString::fromLatin1(job.type)));
     }
     const QString path = line.operands().first();
     const auto format = formatOfInput(path, line.value("from"));
@@ -84,26 +90,21 @@ std::optional<int> cli::begin(CommandLine& line, const QStringList& arguments, i
 
 QImage cli::loadImage(const QString& path) {
     const QFileInfo info(path);
-    if (!info.exists()) {
-        return refuse(path, QStringLiteral("no such file"));
-    }
-    if (!info.isFile()) { // pipes may never end
-        return refuse(path, QStringLiteral("not a file"));
+    if (info.exists() && !info.isFile()) { // pipes may never end
+        return refuse(path, QStringLiteral("is no regular file"));
     }
     QImageReader reader(path);
     reader.setDecideFormatFromContent(true);
     reader.setAutoTransform(true);
     const QSize claimed = reader.size();
-    if (isTooLarge(claimed)) {
-        return refuse(path, QStringLiteral("%1 x %2 pixels are too many")
+    if (pixelsOf(claimed) > MaxPixels) {
+        return refuse(path, QStringLiteral("found %1 x %2 pixels, expected at most %3 of them")
                                 .arg(claimed.width())
-                                .arg(claimed.height()));
+                                .arg(claimed.height())
+                                .arg(MaxPixels));
     }
     const QImage image = reader.read();
-    return image.isNull()
-               ? refuse(path,
-                        QStringLiteral("cannot be read as an image: %1").arg(reader.errorString()))
-               : image;
+    return image.isNull() ? refuse(path, reader.errorString()) : image;
 }
 
 bool cli::saveImage(const ImageJob& job, const QImage& image) {

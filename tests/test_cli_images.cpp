@@ -283,10 +283,14 @@ private Q_SLOTS:
         const QString draw = QStringLiteral("picture");
         row("no image to read", {apply, lut, gone + ".png", out}, 1, gone + ".png: ");
         row("text for an image", {apply, lut, text, out}, 1, text + ": ");
-        row("folder for an image", {apply, lut, m_folder.path(QString()), out}, 1, ": not a file");
+        row("folder for an image", {apply, lut, m_folder.path(QString()), out}, 1,
+            ": is no regular file");
         row("broken table", {apply, broken, image, out}, 1, broken + ":");
         row("no folder to write into", {apply, lut, image, gone + "/out.png"}, 1, gone);
         row("existing output", {apply, lut, image, image}, 1, image + ": ");
+        const QString full = m_folder.path(QStringLiteral("full.png"));
+        QFile::link(QStringLiteral("/dev/full"), full);
+        row("full device", {apply, lut, image, full}, 1, full + ": ");
         row("no image type", {apply, lut, image, gone + ".txt"}, 2, gone + ".txt");
         row("unknown order",
             {apply, QStringLiteral("--in-order"), QStringLiteral("grb"), lut, image, out}, 2,
