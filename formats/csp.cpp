@@ -82,10 +82,14 @@ void readSize3D(LineSource& lines, int& size) {
     }
 }
 
+bool failUnsized(Read_LUTFile& lut) {
+    return tintwell::failUnsized(lut, "a line of one size (1D) or three equal ones (3D)");
+}
+
 /// A complete table leaves the domain as the shapers gave it.
 bool readSamples3D(Read_LUTFile& lut, LineSource& lines) {
     if (lut.size3D < 1) {
-        return false;
+        return failUnsized(lut);
     }
     Walk end = Walk::Short;
     if (tintwell::allocateLattice(lut, lines, Body::Complete)) {
@@ -111,17 +115,17 @@ bool readSamples1D(Read_LUTFile& lut, LineSource& lines) {
 bool Read_LUTFile::Read_Csp(QString path, bool probe) {
     LineSource lines(path);
     if (!lines.isOpen()) {
-        return false;
+        return fail(lines.error());
     }
     applyDefaultOrder(true, false);
 
     if (lines.next() != "CSPLUTV100") {
-        return false;
+        return tintwell::failAtLine(*this, lines, QStringLiteral("\"CSPLUTV100\""));
     }
     const std::string_view kind = lines.next();
     const bool is3D = kind == "3D";
     if (!is3D && kind != "1D") {
-        return false;
+        return tintwell::failAtLine(*this, lines, QStringLiteral("\"1D\" or \"3D\""));
     }
     passLine(lines, "BEGIN METADATA");
     passLine(lines, "END METADATA");
@@ -136,7 +140,7 @@ bool Read_LUTFile::Read_Csp(QString path, bool probe) {
     }
     if (probe) {
         resetDomainMax1D();
-        return hasSize();
+        return hasSize() || failUnsized(*this);
     }
     return is3D ? readSamples3D(*this, lines) : readSamples1D(*this, lines);
 }

@@ -55,14 +55,17 @@ bool Read_LUTFile::Read_Csv(QString path, bool probe) {
 
     LineSource lines(path);
     if (!lines.isOpen()) {
-        return false;
+        return fail(lines.error());
     }
     applyDefaultOrder(true, true);
     Entry entry;
     size1D = countEntries(lines, entry);
     tintwell::setDomain(domainMax1D, fullScale(entry.code));
     if (probe) {
-        return size1D >= leastEntries;
+        return size1D >= leastEntries ||
+               fail(QStringLiteral("found %1 entries, expected at least %2")
+                        .arg(size1D)
+                        .arg(leastEntries));
     }
     if (size1D > 0 && !allocate1D()) {
         resetDomainMax1D();
@@ -82,7 +85,7 @@ bool Read_LUTFile::Read_Csv(QString path, bool probe) {
 
 /// Writes the first channel only. Real numbers will be read again as the integers they begin with.
 bool Write_LUTFile::Write_Csv(QString path, Read_LUTFile& lut) {
-    tintwell::TextFile out(path);
+    tintwell::TextFile out(path, lastError);
     if (!out.isOpen()) {
         return false;
     }

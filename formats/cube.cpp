@@ -104,7 +104,7 @@ bool readHeader(LineSource& lines, Read_LUTFile& lut, CubeHeader& header) {
     while (lines.skipToLetters()) {
         const std::string_view line = lines.next();
         if (!isComment(line) && takeLine(line, lut, header) == LineKind::BadSize) {
-            return false;
+            return tintwell::failAtLine(lut, lines, QStringLiteral("a size of 1 or more"));
         }
     }
     return true;
@@ -143,7 +143,7 @@ bool isPassedOver(std::string_view line, const CubeHeader& header) {
 bool Read_LUTFile::Read_Cube(QString path, bool probe) {
     LineSource lines(path);
     if (!lines.isOpen()) {
-        return false;
+        return fail(lines.error());
     }
     applyDefaultOrder(true, false);
     meshHeader = false;
@@ -191,7 +191,7 @@ bool Read_LUTFile::Read_Cube(QString path, bool probe) {
 }
 
 bool Write_LUTFile::Write_Cube(QString path, Read_LUTFile& lut) {
-    tintwell::TextFile out(path);
+    tintwell::TextFile out(path, lastError);
     if (!out.isOpen()) {
         return false;
     }

@@ -13,7 +13,8 @@
 
 namespace {
 
-constexpr tintwell::SizedLattice davLut = {"# Authors: norvane\n\n", "3DLUTSIZE", true, true};
+constexpr tintwell::SizedLattice davLut = {"# Authors: norvane\n\n", "3DLUTSIZE",
+                                           "a 3DLUTSIZE line", true, true};
 
 } // namespace
 

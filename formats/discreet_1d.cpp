@@ -82,12 +82,12 @@ double readValues(LineSource& lines, float* const* table, int size) {
 bool Read_LUTFile::Read_1dLut_Discreet(QString path, bool probe) {
     LineSource lines(path);
     if (!lines.isOpen()) {
-        return false;
+        return fail(lines.error());
     }
     applyDefaultOrder(true, true);
     readSize(lines, size1D);
     if (probe || size1D < 1) {
-        return hasSize();
+        return hasSize() || tintwell::failUnsized(*this, "a \"LUT: 3\" line");
     }
     if (!allocate1D()) {
         return false;
@@ -102,7 +102,7 @@ bool Read_LUTFile::Read_1dLut_Discreet(QString path, bool probe) {
 }
 
 bool Write_LUTFile::Write_1dLut_Discreet(QString path, Read_LUTFile& lut) {
-    tintwell::TextFile out(path);
+    tintwell::TextFile out(path, lastError);
     if (!out.isOpen()) {
         return false;
     }

@@ -21,16 +21,27 @@ bool exceedsTables(const QSize& size) {
 } // namespace
 
 TileImage loadTileImage(const QString& path) {
-    if (!QFileInfo(path).isFile()) { // pipes may never end
-        return {QSize(0, 0), QImage()};
+    const QFileInfo info(path);
+    if (info.exists() && !info.isFile()) { // pipes may never end
+        return {QSize(0, 0), QImage(), QStringLiteral("is no regular file")};
     }
     QImageReader reader(path);
     const QSize claimed = reader.size();
     if (claimed.isValid() && exceedsTables(claimed)) {
-        return {claimed, QImage()};
+        return {claimed, QImage(), QString()};
     }
     const QImage image = reader.read();
-    return {image.size(), image};
+    return {image.size(), image, image.isNull() ? reader.errorString() : QString()};
+}
+
+bool failWithImage(Read_LUTFile& lut, const TileImage& image, const char* expected) {
+    if (!image.error.isEmpty()) {
+        return lut.fail(image.error);
+    }
+    return lut.fail(QStringLiteral("found an image of %1 x %2 pixels, expected %3")
+                        .arg(image.size.width())
+                        .arg(image.size.height())
+                        .arg(QLatin1String(expected)));
 }
 
 bool storeTiles(Read_LUTFile& lut, const QImage& image, int tilesPerRow) {

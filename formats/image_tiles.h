@@ -12,10 +12,15 @@ namespace tintwell {
 struct TileImage {
     QSize size;    ///< 0 x 0 for what cannot be loaded as an image
     QImage pixels; ///< null for an image larger than any table
+    QString error; ///< why it could not be loaded
 };
 
 /// Loads an image of any type that the toolkit knows.
 TileImage loadTileImage(const QString& path);
+
+/// Sets the container's `lastError` to what the image is and what it should be. Returns false, for
+/// a reader to return.
+bool failWithImage(Read_LUTFile& lut, const TileImage& image, const char* expected);
 
 /// Gives a container the 3D table of `size3D` whose sample (i, j, k) is the pixel at row j and
 /// column k of tile i. Tiles are `size3D` pixels a side and run left to right, \a tilesPerRow of

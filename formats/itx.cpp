@@ -12,7 +12,7 @@
 
 namespace {
 
-constexpr tintwell::SizedLattice itx = {"", "LUT_3D_SIZE", true, false};
+constexpr tintwell::SizedLattice itx = {"", "LUT_3D_SIZE", "a LUT_3D_SIZE line", true, false};
 
 } // namespace
 

@@ -22,7 +22,6 @@
 #include "lut/trace.h"
 
 #include <QFile>
-#include <QFileInfo>
 #include <QXmlStreamReader>
 
 #include <algorithm>
@@ -44,6 +43,7 @@ struct HexTable {
     int maxSize;
     int dimensions;
     float* domainMax;
+    QString& error;
     std::string digits = {};
 
     std::size_t samples() const {
@@ -52,11 +52,10 @@ struct HexTable {
     }
 };
 
-/// The file's whole text; none for what is no file, and for one too large.
-std::optional<QByteArray> contentOf(const QString& path) {
+/// The file's whole text; none, with an error, for what is no file, and for one too large.
+std::optional<QByteArray> contentOf(const QString& path, QString& error) {
     QFile file(path);
-    if (!QFileInfo(path).isFile() || !file.open(QIODevice::ReadOnly | QIODevice::Text) ||
-        file.size() > LineSource::MaxFileSize) {
+    if (!tintwell::openToRead(file, QIODevice::Text, LineSource::MaxFileSize, error)) {
         return std::nullopt;
     }
     return file.readAll();
@@ -106,10 +105,19 @@ bool raiseDomain(const std::string& digits, std::size_t samples, float* max) {
     return true;
 }
 
+/// Sets the error, with the line that the document is read to.
+bool failAt(const QXmlStreamReader& xml, HexTable& table, const QString& what) {
+    table.error = QStringLiteral("%1: %2").arg(xml.lineNumber()).arg(what);
+    return false;
+}
+
 /// Keeps the digits of a `data` element, if there are any. False for those that do not decode.
 bool takeData(QXmlStreamReader& xml, HexTable& table) {
     if (table.size > table.maxSize) {
-        return false;
+        return failAt(xml, table,
+                      QStringLiteral("found a size of %1, expected at most %2")
+                          .arg(table.size)
+                          .arg(table.maxSize));
     }
     std::string digits = readDigits(xml, table.samples() * digitsPerSample);
     if (digits.empty()) {
@@ -117,7 +125,12 @@ bool takeData(QXmlStreamReader& xml, HexTable& table) {
     }
     if (!raiseDomain(digits, table.samples(), table.domainMax)) {
         std::fill_n(table.domainMax, 3, 1.0F);
-        return false;
+        return failAt(xml, table,
+                      QStringLiteral("found %1 characters or less, expected the %2 hexadecimal "
+                                     "digits of %3 samples")
+                          .arg(digits.size())
+                          .arg(table.samples() * digitsPerSample)
+                          .arg(table.samples()));
     }
     table.digits = std::move(digits);
     return true;
@@ -171,7 +184,9 @@ bool readDocument(QByteArray content, HexTable& lattice, HexTable& curve, bool p
 
 bool fill3D(Read_LUTFile& lut, const std::string& digits) {
     if (digits.empty()) {
-        return lut.size3D <= tintwell::MaxEmptySize3D && lut.allocate3D();
+        return lut.size3D <= tintwell::MaxEmptySize3D
+                   ? lut.allocate3D()
+                   : lut.fail(QStringLiteral("found no data for a size of %1").arg(lut.size3D));
     }
     if (!lut.allocate3D()) {
         return false;
@@ -200,15 +215,15 @@ bool fill1D(Read_LUTFile& lut, const std::string& digits) {
 } // namespace
 
 bool Read_LUTFile::Read_Look(QString path, bool probe) {
-    std::optional<QByteArray> content = contentOf(path);
+    std::optional<QByteArray> content = contentOf(path, lastError);
     if (!content) {
         return false;
     }
     qCDebug(formatTrace) << "file:-----" << path;
     applyDefaultOrder(true, false);
 
-    HexTable lattice{size3D, MaxSize3D, 3, domainMax3D};
-    HexTable curve{size1D, MaxSize1D, 1, domainMax1D};
+    HexTable lattice{size3D, MaxSize3D, 3, domainMax3D, lastError};
+    HexTable curve{size1D, MaxSize1D, 1, domainMax1D, lastError};
     if (!readDocument(std::move(*content), lattice, curve, probe)) {
         return false;
     }
@@ -216,5 +231,5 @@ bool Read_LUTFile::Read_Look(QString path, bool probe) {
                                   (size1D <= 0 || fill1D(*this, curve.digits)));
     resetDomainMax1D();
     resetDomainMax3D();
-    return filled && hasSize();
+    return filled && (hasSize() || tintwell::failUnsized(*this, "a LUT element"));
 }

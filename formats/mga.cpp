@@ -69,7 +69,7 @@ bool readHeader(LineSource& lines, Read_LUTFile& lut) {
             traceLine("#:", line);
         } else if (startsWith(line, "channel")) {
             if (!isThreeD(line)) {
-                return false;
+                return failAtLine(lut, lines, QStringLiteral("\"channel 3d\""));
             }
         } else if (startsWith(line, "format")) {
             traceLine("format:", line);
@@ -77,11 +77,11 @@ bool readHeader(LineSource& lines, Read_LUTFile& lut) {
             return true;
         } else if (startsWith(line, "in")) {
             if (!takeCount(line, lut)) {
-                return false;
+                return failAtLine(lut, lines, QStringLiteral("the number of samples"));
             }
         } else if (startsWith(line, "out")) {
             if (!takeCodes(line, lut)) {
-                return false;
+                return failAtLine(lut, lines, QStringLiteral("the number of codes"));
             }
         } else {
             traceLine("unkown:", line);
@@ -101,7 +101,7 @@ bool takeSample(std::string_view line, Triple<double>& sample) {
 bool Read_LUTFile::Read_Mga(QString path, bool probe) {
     LineSource lines(path);
     if (!lines.isOpen()) {
-        return false;
+        return fail(lines.error());
     }
     applyDefaultOrder(true, true);
     if (!readHeader(lines, *this)) {
@@ -109,13 +109,13 @@ bool Read_LUTFile::Read_Mga(QString path, bool probe) {
     }
     if (probe || size3D < 1) {
         resetDomainMax3D();
-        return hasSize();
+        return hasSize() || tintwell::failUnsized(*this, "an \"in\" line");
     }
     return tintwell::readLattice(*this, lines, Triple<double>(), takeSample);
 }
 
 bool Write_LUTFile::Write_Mga(QString path, Read_LUTFile& lut) {
-    tintwell::TextFile out(path);
+    tintwell::TextFile out(path, lastError);
     if (!out.isOpen()) {
         return false;
     }

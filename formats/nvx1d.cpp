@@ -24,23 +24,26 @@ using tintwell::Walk;
 bool Read_LUTFile::Read_NVX1D(QString path, bool probe) {
     LineSource lines(path);
     if (!lines.isOpen()) {
-        return false;
+        return fail(lines.error());
     }
     applyDefaultOrder(true, true);
     tintwell::readNvxHeader(lines, domainMin1D, domainMax1D, size1D);
     if (probe || size1D < 1) {
-        return size1D >= 1;
+        return size1D >= 1 || tintwell::failUnsized(*this, "a Length line");
     }
     if (!allocate1D()) {
         return false;
     }
     Triple<float> sample;
-    if (fillCurve(*this, lines, sample, takeNumbers) != Walk::Complete) {
-        return false;
+    const Walk entries = fillCurve(*this, lines, sample, takeNumbers);
+    if (entries != Walk::Complete) {
+        return entries == Walk::LacksLast ? tintwell::failShort(*this, lines, size1D - 1, size1D)
+                                          : false;
     }
     while (!lines.atEnd()) {
         if (sample.take(lines.next())) {
-            return false;
+            return tintwell::failAtLine(*this, lines,
+                                        QStringLiteral("nothing behind %1 samples").arg(size1D));
         }
     }
     resetDomainMax1D();
@@ -48,7 +51,7 @@ bool Read_LUTFile::Read_NVX1D(QString path, bool probe) {
 }
 
 bool Write_LUTFile::Write_NVX1D(QString path, Read_LUTFile& lut) {
-    tintwell::TextFile out(path);
+    tintwell::TextFile out(path, lastError);
     if (!out.isOpen()) {
         return false;
     }

@@ -25,12 +25,12 @@ using tintwell::walkLattice;
 bool Read_LUTFile::Read_NVX3D(QString path, bool probe) {
     LineSource lines(path);
     if (!lines.isOpen()) {
-        return false;
+        return fail(lines.error());
     }
     applyDefaultOrder(true, true);
     tintwell::readNvxHeader(lines, domainMin3D, domainMax3D, size3D);
     if (probe || size3D < 1) {
-        return size3D >= 1;
+        return size3D >= 1 || tintwell::failUnsized(*this, "a Length line");
     }
     if (!allocateLattice(*this, lines, Body::MayBeShort)) {
         return false;
@@ -47,7 +47,7 @@ bool Read_LUTFile::Read_NVX3D(QString path, bool probe) {
 }
 
 bool Write_LUTFile::Write_NVX3D(QString path, Read_LUTFile& lut) {
-    tintwell::TextFile out(path);
+    tintwell::TextFile out(path, lastError);
     if (!out.isOpen()) {
         return false;
     }

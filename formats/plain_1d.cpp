@@ -26,7 +26,7 @@ bool Read_LUTFile::Read_1dLut(QString path, bool probe) {
 
     LineSource lines(path);
     if (!lines.isOpen()) {
-        return false;
+        return fail(lines.error());
     }
     applyDefaultOrder(true, true);
     size1D = entryCount;
@@ -47,7 +47,7 @@ bool Read_LUTFile::Read_1dLut(QString path, bool probe) {
 
 /// Writes tables of any size, although only the first 256 entries will be read again.
 bool Write_LUTFile::Write_1dLut(QString path, Read_LUTFile& lut) {
-    tintwell::TextFile out(path);
+    tintwell::TextFile out(path, lastError);
     if (!out.isOpen()) {
         return false;
     }

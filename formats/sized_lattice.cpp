@@ -25,13 +25,13 @@ bool readSizedLattice(const SizedLattice& format, const QString& path, bool prob
                       Read_LUTFile& lut) {
     LineSource lines(path);
     if (!lines.isOpen()) {
-        return false;
+        return lut.fail(lines.error());
     }
     lut.applyDefaultOrder(format.dataOrder, format.tableOrder);
     readHeader(lines, format.keyword, lut.size3D);
     if (probe || lut.size3D < 1) {
         lut.resetDomainMax3D();
-        return lut.hasSize();
+        return lut.hasSize() || failUnsized(lut, format.sizeLine);
     }
     // Neither an empty line nor a comment begins with a number.
     return readLattice(lut, lines, Triple<float>(), takeNumbers);
@@ -39,7 +39,7 @@ bool readSizedLattice(const SizedLattice& format, const QString& path, bool prob
 
 bool writeSizedLattice(const SizedLattice& format, const QString& path, const Read_LUTFile& lut,
                        Write_LUTFile& writer) {
-    TextFile out(path);
+    TextFile out(path, writer.lastError);
     if (!out.isOpen()) {
         return false;
     }

@@ -13,6 +13,7 @@ namespace tintwell {
 struct SizedLattice {
     std::string_view preamble; ///< what the writer puts before the size line
     std::string_view keyword;  ///< how the size line begins
+    const char* sizeLine;      ///< what messages call it
     bool dataOrder;            ///< the format's own orders
     bool tableOrder;
 };

@@ -77,7 +77,7 @@ bool takeSample(std::string_view line, int components, Triple<double>& sample) {
 bool Read_LUTFile::Read_Spi1D(QString path, bool probe) {
     LineSource lines(path);
     if (!lines.isOpen()) {
-        return false;
+        return fail(lines.error());
     }
     applyDefaultOrder(true, false);
     int components = 0;
@@ -85,7 +85,7 @@ bool Read_LUTFile::Read_Spi1D(QString path, bool probe) {
     }
     if (probe || size1D < 1) {
         resetDomainMax1D();
-        return hasSize();
+        return hasSize() || tintwell::failUnsized(*this, "a Length line");
     }
     if (!allocate1D()) {
         resetDomainMax1D();
@@ -104,7 +104,7 @@ bool Read_LUTFile::Read_Spi1D(QString path, bool probe) {
 }
 
 bool Write_LUTFile::Write_Spi1D(QString path, Read_LUTFile& lut) {
-    tintwell::TextFile out(path);
+    tintwell::TextFile out(path, lastError);
     if (!out.isOpen()) {
         return false;
     }

@@ -40,14 +40,14 @@ bool findNumbers(LineSource& lines, Numbers&... numbers) {
     return false;
 }
 
-/// Leaves \a size alone where the file ends before it. False for channel counts or sizes that
+/// Leaves the size alone where the file ends before it. False for channel counts or sizes that
 /// differ among themselves.
-bool readHeader(LineSource& lines, int& size) {
+bool readHeader(LineSource& lines, Read_LUTFile& lut) {
     skipSignature(lines);
     int inputs = 0;
     int outputs = 0;
     if (findNumbers(lines, inputs, outputs) && inputs != outputs) {
-        return false;
+        return failAtLine(lut, lines, QStringLiteral("as many inputs as outputs"));
     }
     int width = 0;
     int height = 0;
@@ -56,9 +56,9 @@ bool readHeader(LineSource& lines, int& size) {
         return true;
     }
     if (width != height || width != depth) {
-        return false;
+        return failAtLine(lut, lines, QStringLiteral("three equal sizes"));
     }
-    size = width;
+    lut.size3D = width;
     return true;
 }
 
@@ -82,15 +82,15 @@ struct PlacedSample {
 bool Read_LUTFile::Read_Spi3D(QString path, bool probe) {
     LineSource lines(path);
     if (!lines.isOpen()) {
-        return false;
+        return fail(lines.error());
     }
     applyDefaultOrder(true, true);
-    if (!readHeader(lines, size3D)) {
+    if (!readHeader(lines, *this)) {
         return false;
     }
     if (probe || size3D < 1) {
         resetDomainMax3D();
-        return hasSize();
+        return hasSize() || tintwell::failUnsized(*this, "a line of three sizes");
     }
     if (!allocateLattice(*this, lines, Body::MayBeShort)) {
         return false;
@@ -106,7 +106,7 @@ bool Read_LUTFile::Read_Spi3D(QString path, bool probe) {
 }
 
 bool Write_LUTFile::Write_Spi3D(QString path, Read_LUTFile& lut) {
-    tintwell::TextFile out(path);
+    tintwell::TextFile out(path, lastError);
     if (!out.isOpen()) {
         return false;
     }

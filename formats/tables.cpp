@@ -6,12 +6,38 @@ namespace tintwell {
 
 bool allocateLattice(Read_LUTFile& lut, const LineSource& lines, Body body) {
     const std::int64_t n = lut.size3D;
-    if (n < 1 || n > Read_LUTFile::MaxSize3D) {
-        return false;
-    }
+    const bool readable = n >= 1 && n <= Read_LUTFile::MaxSize3D;
     const bool justified =
         lines.canHold(n * n * n) || (body == Body::MayBeShort && n <= MaxEmptySize3D);
-    return justified && lut.allocate3D();
+    if (readable && !justified) {
+        return lut.fail(QStringLiteral("the file is too short for the %1 samples of its size %2")
+                            .arg(n * n * n)
+                            .arg(n));
+    }
+    return lut.allocate3D();
+}
+
+bool failAtLine(Read_LUTFile& lut, const LineSource& lines, const QString& expected) {
+    constexpr int enough = 60;
+    QString found = lines.currentText();
+    if (found.size() > enough) {
+        found = found.left(enough) + QStringLiteral("...");
+    }
+    return lut.fail(QStringLiteral("%1: found \"%2\", expected %3")
+                        .arg(QString::number(lines.lineNumber()), found, expected));
+}
+
+bool failUnsized(Read_LUTFile& lut, const char* expected) {
+    return lut.fail(
+        QStringLiteral("found no size, expected %1 with one").arg(QLatin1String(expected)));
+}
+
+bool failShort(Read_LUTFile& lut, const LineSource& lines, std::int64_t found,
+               std::int64_t expected) {
+    return lut.fail(QStringLiteral("%1: the file ends after %2 samples, expected %3")
+                        .arg(lines.lineNumber())
+                        .arg(found)
+                        .arg(expected));
 }
 
 } // namespace tintwell

@@ -5,7 +5,10 @@
 #include "formats/text/scan.h"
 #include "lut/read_lutfile.h"
 
+#include <QString>
+
 #include <cmath>
+#include <cstdint>
 #include <string_view>
 
 // What the text formats share in filling a container.
@@ -64,29 +67,54 @@ inline constexpr auto takeNumbers = [](std::string_view line, auto& sample) {
     return sample.take(line);
 };
 
+/// Sets the container's `lastError` to what the line read last holds and what it should. Returns
+/// false, for a reader to return.
+bool failAtLine(Read_LUTFile& lut, const LineSource& lines, const QString& expected);
+
+/// The same for a file without a usable size: \a expected names the line that tells it.
+bool failUnsized(Read_LUTFile& lut, const char* expected);
+
+/// The same for a file that ended after \a found of so many samples.
+bool failShort(Read_LUTFile& lut, const LineSource& lines, std::int64_t found,
+               std::int64_t expected);
+
 /// Fills the 3D table of `size3D` with the samples that \a take(line, sample) accepts. \a sample
-/// ends up as the last one read.
+/// ends up as the last one read. A
+/// short file is told in `lastError`.
 template <typename Number, typename Take>
 Walk fillLattice(Read_LUTFile& lut, LineSource& lines, Triple<Number>& sample, Take&& take) {
-    return walkLattice(lines, lut.size3D, [&](std::string_view line, int i, int j, int k) {
+    const auto place = [&](std::string_view line, int i, int j, int k) {
         if (!take(line, sample)) {
             return false;
         }
         store3D(lut, i, j, k, sample);
         return true;
-    });
+    };
+    std::int64_t found = 0;
+    const Walk end = walkLattice(lines, lut.size3D, place, &found);
+    if (end == Walk::Short) {
+        const std::int64_t n = lut.size3D;
+        failShort(lut, lines, found, n * n * n);
+    }
+    return end;
 }
 
 /// Fills the 1D table of `size1D` likewise.
 template <typename Number, typename Take>
 Walk fillCurve(Read_LUTFile& lut, LineSource& lines, Triple<Number>& sample, Take&& take) {
-    return walkEntries(lines, lut.size1D, [&](std::string_view line, int n) {
+    const auto place = [&](std::string_view line, int n) {
         if (!take(line, sample)) {
             return false;
         }
         store1D(lut, n, sample);
         return true;
-    });
+    };
+    std::int64_t found = 0;
+    const Walk end = walkEntries(lines, lut.size1D, place, &found);
+    if (end == Walk::Short) {
+        failShort(lut, lines, found, lut.size1D);
+    }
+    return end;
 }
 
 /// Ends the read of a format that holds a lattice and nothing behind it: allocates the table and

@@ -38,7 +38,7 @@ bool Read_LUTFile::Read_Texture(QString path, bool probe) {
     const tintwell::TileImage image = tintwell::loadTileImage(path);
     const int tiles = tilesPerRow(image.size);
     if (tiles == 0) {
-        return false;
+        return failWithImage(*this, image, "64 x 64, 512 x 512 or 4096 x 4096");
     }
     applyDefaultOrder(true, false);
     size3D = tiles * tiles;

@@ -113,11 +113,11 @@ bool readHeader(LineSource& lines, bool probe, Read_LUTFile& lut, Header& header
             tintwell::traceLine("#:", line);
         } else if (startsWith(line, "Mesh")) {
             if (!takeMesh(line, lut, header)) {
-                return false;
+                return failAtLine(lut, lines, QStringLiteral("the bits of the mesh"));
             }
         } else if (startsWith(line, "gamma")) {
             if (!takeGamma(line, lut)) {
-                return false;
+                return failAtLine(lut, lines, QStringLiteral("a number"));
             }
         } else if (probe || !lacksScale(lut) || !takeLargest(line, header)) {
             if (const std::size_t count = wordCount(line); count > 1 && count != 3) {
@@ -143,7 +143,7 @@ float inferredScale(double largestSample) {
 bool Read_LUTFile::Read_3dl(QString path, bool probe) {
     LineSource lines(path);
     if (!lines.isOpen()) {
-        return false;
+        return fail(lines.error());
     }
     applyDefaultOrder(true, true);
 
@@ -156,7 +156,7 @@ bool Read_LUTFile::Read_3dl(QString path, bool probe) {
     }
     if (probe || size3D < 1) {
         resetDomainMax3D();
-        return hasSize();
+        return hasSize() || tintwell::failUnsized(*this, "a Mesh line or a shaper line");
     }
     lines.rewind();
     return tintwell::readLattice(*this, lines, header.sample, takeSample);

@@ -92,7 +92,7 @@ bool allocateUnread(const LineSource& lines, Read_LUTFile& lut) {
 bool Read_LUTFile::Read_Cub(QString path, bool probe) {
     LineSource lines(path);
     if (!lines.isOpen()) {
-        return false;
+        return fail(lines.error());
     }
     applyDefaultOrder(true, false);
 
@@ -111,10 +111,12 @@ bool Read_LUTFile::Read_Cub(QString path, bool probe) {
         }
         if (keyword == "iDims" || keyword == "oDims") {
             if (words.next() != "3") {
+                failAtLine(*this, lines, QStringLiteral("three dimensions"));
                 break;
             }
         } else if (keyword == "width") {
             if (!takeWidth(line, *this)) {
+                failAtLine(*this, lines, QStringLiteral("three equal widths"));
                 break;
             }
         } else if (keyword == "lutLength") {
@@ -134,5 +136,8 @@ bool Read_LUTFile::Read_Cub(QString path, bool probe) {
     if (section == Walk::Short || (!probe && !allocateUnread(lines, *this))) {
         return false;
     }
-    return hasSize();
+    if (hasSize() || !lastError.isEmpty()) {
+        return hasSize();
+    }
+    return tintwell::failUnsized(*this, "a width or a lutLength line");
 }

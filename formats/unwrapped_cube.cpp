@@ -13,8 +13,9 @@
 bool Read_LUTFile::Read_IUC(QString path, bool probe) {
     const tintwell::TileImage image = tintwell::loadTileImage(path);
     const qint64 height = image.size.height();
+    lastError = image.error;
     if (image.size.width() != height * height) {
-        return false;
+        return failWithImage(*this, image, "a width of the height squared");
     }
     size3D = image.size.height();
     applyDefaultOrder(true, false);

@@ -76,6 +76,13 @@ Lattice makeLattice(int size) {
         size, [size] { return makePlane(size); }, releaseLattice);
 }
 
+QString outside(const char* what, int found, int most) {
+    return QStringLiteral("found %1 of %2, expected 1 to %3")
+        .arg(QLatin1String(what))
+        .arg(found)
+        .arg(most);
+}
+
 const char* word(bool flag) {
     return flag ? "true" : "false";
 }
@@ -131,20 +138,20 @@ void Read_LUTFile::setSize1D(int size) {
 
 bool Read_LUTFile::allocate3D() {
     if (size3D < 1 || size3D > MaxSize3D) {
-        return false;
+        return fail(outside("a lattice size", size3D, MaxSize3D));
     }
     release3D();
     Data3DCalloc(&data3D, size3D);
-    return data3D != nullptr;
+    return data3D != nullptr || fail(QStringLiteral("the table is too large for the memory"));
 }
 
 bool Read_LUTFile::allocate1D() {
     if (size1D < 1 || size1D > MaxSize1D) {
-        return false;
+        return fail(outside("a length", size1D, MaxSize1D));
     }
     release1D();
     Data1DCalloc(&data1D, size1D);
-    return data1D != nullptr;
+    return data1D != nullptr || fail(QStringLiteral("the table is too large for the memory"));
 }
 
 QString Read_LUTFile::formatStr(int code) {
@@ -166,10 +173,16 @@ bool Read_LUTFile::ReadFile(LUTFILE_ST st, bool probe) {
     qCDebug(formatTrace) << word(defaultOrder) << word(dataOrder) << word(tableOrder);
 
     const tintwell::Format* const format = tintwell::formatOf(st.formatCode);
+    lastError.clear();
     if (format == nullptr) {
-        return false;
+        return fail(QStringLiteral("there is no format of code %1").arg(st.formatCode));
     }
     return (this->*format->read)(st.path, probe);
+}
+
+bool Read_LUTFile::fail(const QString& what) {
+    lastError = what;
+    return false;
 }
 
 void Read_LUTFile::applyDefaultOrder(bool formatDataOrder, bool formatTableOrder) {

@@ -33,6 +33,9 @@ public:
     bool tableOrder = true;    ///< true: (i, j, k) is data3D[i][j][k]; false: data3D[k][j][i]
     bool defaultOrder = false; ///< readers replace both orders by their format's own pair
     bool meshHeader = false;   ///< cube: the file declared integer samples by a Mesh line
+    /// Why the last read failed: "LINE: what", or "what" where no line is to blame. A reader that
+    /// accepts a table it had to give up tells so here, too.
+    QString lastError;
 
     explicit Read_LUTFile(QObject* parent);
     ~Read_LUTFile() override;
@@ -93,6 +96,9 @@ public:
 
     /// Whether a size of either kind is known: what most readers' result comes down to.
     bool hasSize() const { return size3D > 0 || size1D > 0; }
+
+    /// Sets `lastError`. Returns false, for a reader to return.
+    bool fail(const QString& what);
 
     /// The first step of a reader: under `defaultOrder` the format's own pair of orders holds.
     void applyDefaultOrder(bool formatDataOrder, bool formatTableOrder);

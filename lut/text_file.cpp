@@ -2,6 +2,7 @@
 
 #include <filesystem>
 #include <system_error>
+#include <utility>
 
 namespace tintwell {
 
@@ -15,9 +16,12 @@ bool isPipe(const QString& path) {
 
 } // namespace
 
-TextFile::TextFile(const QString& path) : m_file(path), m_block(new char[BlockSize]) {
-    if (!isPipe(path)) {
-        m_file.open(QIODevice::WriteOnly | QIODevice::Text | QIODevice::Unbuffered);
+TextFile::TextFile(const QString& path, QString& error)
+    : m_file(path), m_error(error), m_block(new char[BlockSize]) {
+    if (isPipe(path)) {
+        m_error = QStringLiteral("is a pipe, expected a file");
+    } else if (!m_file.open(QIODevice::WriteOnly | QIODevice::Text | QIODevice::Unbuffered)) {
+        m_error = m_file.errorString();
     }
 }
 
@@ -34,10 +38,10 @@ char* TextFile::alignRight(char* from, char* end, std::ptrdiff_t width) {
 }
 
 void TextFile::flush() {
-    if (isOpen() && m_used > 0) {
-        m_file.write(m_block.get(), static_cast<qint64>(m_used));
+    const auto used = static_cast<qint64>(std::exchange(m_used, 0));
+    if (isOpen() && m_error.isEmpty() && m_file.write(m_block.get(), used) != used) {
+        m_error = m_file.errorString();
     }
-    m_used = 0;
 }
 
 } // namespace tintwell

@@ -20,8 +20,9 @@ namespace tintwell {
 /// What is left goes out with the object.
 class TextFile {
 public:
-    /// Creates or empties the file. A pipe is not opened.
-    explicit TextFile(const QString& path);
+    /// Creates or empties the file. A pipe is not opened. \a error is set where that or a write
+    /// fails, at the latest when the object goes.
+    TextFile(const QString& path, QString& error);
     ~TextFile();
     TextFile(const TextFile&) = delete;
     TextFile& operator=(const TextFile&) = delete;
@@ -76,6 +77,7 @@ private:
     }
 
     QFile m_file;
+    QString& m_error;
     std::unique_ptr<char[]> m_block;
     std::size_t m_used = 0;
 };

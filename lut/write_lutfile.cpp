@@ -25,8 +25,14 @@ bool Write_LUTFile::WriteFile(LUTFILE_ST st, Read_LUTFile& lut) {
     defaultOrder = st.defaultOrder;
     outputScale = st.outputScale;
 
+    lastError.clear();
     const tintwell::Format* const format = tintwell::formatOf(st.formatCode);
-    if (format == nullptr || format->write == nullptr || !hasItsTable(lut, format->kind)) {
+    if (format == nullptr || format->write == nullptr) {
+        lastError = QStringLiteral("no writer has the format code %1").arg(st.formatCode);
+        return false;
+    }
+    if (!hasItsTable(lut, format->kind)) {
+        lastError = QStringLiteral("the table was not read");
         return false;
     }
     return (this->*format->write)(st.path, lut);

@@ -19,6 +19,7 @@ public:
     bool tableOrder = true;       ///< cell (i, j, k) is data[i][j][k] (true) or data[k][j][i]
     bool defaultOrder = false;    ///< the format's own pair of orders replaces the two above
     std::int64_t outputScale = 1; ///< below 2: real numbers; else integers of value x scale
+    QString lastError; ///< why the last write failed, also where a writer returned true: full disks
 
     explicit Write_LUTFile(QObject* parent);
 

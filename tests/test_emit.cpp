@@ -74,7 +74,8 @@ private Q_SLOTS:
         const QString path = folder.path(QStringLiteral("columns"));
         QByteArray expected;
         {
-            tintwell::TextFile out(path);
+            QString error;
+            tintwell::TextFile out(path, error);
             for (const float value : {0.5F, -0.5F, NAN, -INFINITY, 123.0F}) {
                 out.fixedColumn(value);
                 expected += byToolkit(value, QTextStream::FixedNotation, 8);

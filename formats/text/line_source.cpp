@@ -4,7 +4,6 @@
 #include "formats/text/words.h"
 #include "lut/trace.h"
 
-#include <QFile>
 #include <QFileInfo>
 #include <QTextCodec>
 
@@ -54,7 +53,25 @@ bool isWellFormed(const QByteArray& bytes, const QTextCodec& codec) {
     return state.invalidChars == 0 && state.remainingChars == 0;
 }
 
+QString tooLargeForMemory() {
+    return QStringLiteral("the file is too large for the memory");
+}
+
 } // namespace
+
+bool openToRead(QFile& file, QIODevice::OpenMode mode, std::int64_t largest, QString& error) {
+    const QFileInfo info(file);
+    if (info.exists() && !info.isFile()) {
+        error = QStringLiteral("is no regular file");
+    } else if (!file.open(QIODevice::ReadOnly | mode)) {
+        error = file.errorString();
+    } else if (file.size() > largest) {
+        error = QStringLiteral("found %1 bytes, expected at most %2").arg(file.size()).arg(largest);
+    } else {
+        return true;
+    }
+    return false;
+}
 
 void LineSource::Free::operator()(char* text) const {
     std::free(text);
@@ -76,17 +93,14 @@ LineSource::LineSource(const QString& path) {
 }
 
 bool LineSource::read(const QString& path) {
-    // Devices and pipes may never end.
     QFile file(path);
-    if (!QFileInfo(path).isFile() || !file.open(QIODevice::ReadOnly | QIODevice::Unbuffered)) {
+    if (!openToRead(file, QIODevice::Unbuffered, MaxFileSize, m_error)) {
         return false;
     }
     const qint64 size = file.size();
-    if (size > MaxFileSize) {
-        return false;
-    }
     m_text = allocated(size);
     if (m_text == nullptr) {
+        m_error = tooLargeForMemory();
         return false;
     }
     m_start = m_text.get();
@@ -94,6 +108,7 @@ bool LineSource::read(const QString& path) {
     while (used < size) {
         const qint64 count = file.read(m_start + used, size - used);
         if (count < 0) {
+            m_error = file.errorString();
             return false;
         }
         if (count == 0) {
@@ -135,6 +150,7 @@ bool LineSource::convertToUtf8() {
     constexpr std::int64_t growth = 3; // at most: a stray byte becomes a replacement character
     Text text = allocated(growth * size);
     if (text == nullptr) {
+        m_error = tooLargeForMemory();
         return false;
     }
     char* end = text.get();
@@ -176,6 +192,25 @@ bool LineSource::skipToLetters() {
     }
     m_next = letter;
     return true;
+}
+
+const char* LineSource::currentLine() const {
+    const char* start = m_next;
+    while (start != m_start && (start == m_next || start[-1] != '\n')) {
+        --start;
+    }
+    return start;
+}
+
+int LineSource::lineNumber() const {
+    const char* const text = m_start;
+    return static_cast<int>(std::count(text, currentLine(), '\n')) + 1;
+}
+
+QString LineSource::currentText() const {
+    const char* const start = currentLine();
+    const std::string_view line = trimmed({start, static_cast<std::size_t>(m_next - start)});
+    return QString::fromUtf8(line.data(), static_cast<int>(line.size()));
 }
 
 bool LineSource::canHold(std::int64_t lines) const {

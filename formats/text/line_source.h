@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QFile>
 #include <QString>
 
 #include <cstdint>
@@ -7,6 +8,10 @@
 #include <string_view>
 
 namespace tintwell {
+
+/// Opens a regular file of at most \a largest bytes to read: devices and pipes may never end.
+/// False, with the reason in \a error, for anything else.
+bool openToRead(QFile& file, QIODevice::OpenMode mode, std::int64_t largest, QString& error);
 
 /// The lines of a text file, trimmed of surrounding white space.
 ///
@@ -23,6 +28,8 @@ public:
     explicit LineSource(const QString& path);
 
     bool isOpen() const { return m_open; }
+    /// Why it is not open.
+    QString error() const { return m_error; }
     bool atEnd() const { return m_next == m_end; }
     /// The next line; empty at the end.
     std::string_view next();
@@ -30,6 +37,11 @@ public:
     /// Moves on to the next line with a letter in it, or any other character from '@' on; false
     /// when none is left. What it passes are numbers: no keyword can be among them.
     bool skipToLetters();
+
+    // For messages: the number of the line that next() gave, from 1 on, and that line. Both are
+    // found by going through the text once more.
+    int lineNumber() const;
+    QString currentText() const;
 
     /// Whether the file has bytes enough for \a lines non-empty lines, the last of which may lack:
     /// a table that needs more can not be filled, so it need not be allocated.
@@ -43,6 +55,8 @@ private:
 
     static Text allocated(std::int64_t size);
     bool read(const QString& path);
+    /// Where the line that next() gave begins.
+    const char* currentLine() const;
     bool normalise();
     void removeReturns();
     bool convertToUtf8();
@@ -52,6 +66,7 @@ private:
     char* m_end = nullptr;
     const char* m_next = nullptr;
     bool m_open = false;
+    QString m_error;
 };
 
 } // namespace tintwell
