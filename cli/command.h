@@ -41,8 +41,8 @@ public:
     /// Adds an option; one with a \a valueName takes a value.
     void addOption(const char* name, const char* description, const char* valueName = nullptr);
 
-    /// Takes the arguments apart. A status, when there is nothing more to do: help was asked for and
-    /// given, or the usage is wrong and was reported. Needs \a least to \a most operands.
+    /// Takes the arguments apart. A status, when there is nothing more to do: help was asked for
+    /// and given, or the usage is wrong and was reported. Needs \a least to \a most operands.
     std::optional<int> parse(const QStringList& arguments, int least, int most);
 
     bool isSet(const char* option) const;

@@ -23,6 +23,16 @@ std::optional<Orders> ordersByName(const QString& text);
 /// The code of a short name ("cube") or of a code number ("0"); none for what is neither.
 std::optional<int> formatByName(const QString& name);
 
+/// What to say where formatByName() found none.
+QString unknownFormat(const QString& name);
+
+/// The help text of --from.
+inline constexpr const char* fromHelp =
+    "Format of the input, by short name or code; else its extension and content tell.";
+
+/// The file extensions of a format, the one of new files first.
+QStringList extensionsOf(int formatCode);
+
 /// The code of the format of a file to read: by its extension and, where that leaves a choice, by
 /// its content. None, with the error reported, where neither tells.
 std::optional<int> formatOfInput(const QString& path);

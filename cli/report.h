@@ -18,5 +18,6 @@ void noteFile(const QString& path, const QString& what);
 
 /// Shows how far a batch is, on a terminal only, in place of what it showed before.
 void showProgress(int done, int total);
+void endProgress();
 
 } // namespace cli

@@ -1,0 +1,179 @@
+// convert IN... OUT: reads tables and writes them in another format, size or order.
+
+#include "cli/output.h"
+#include "cli/report.h"
+#include "lut/catalogue.h"
+
+#include <QDir>
+#include <QElapsedTimer>
+#include <QFileInfo>
+#include <QRunnable>
+#include <QSet>
+#include <QThread>
+#include <QThreadPool>
+
+#include <atomic>
+#include <limits>
+#include <optional>
+#include <vector>
+
+namespace {
+
+using cli::Orders;
+using cli::Output;
+
+struct Job {
+    QString in;
+    QString out;
+};
+
+struct Conversion {
+    std::optional<int> from; ///< --from; else each input tells
+    int to = 0;
+    Orders inOrders; ///< --in-order
+    Output output;
+};
+
+bool convert(const Conversion& conversion, const Job& job) {
+    const auto from = conversion.from ? conversion.from : cli::formatOfInput(job.in);
+    Read_LUTFile lut(nullptr);
+    return from && cli::readLut(job.in, *from, conversion.inOrders, lut) &&
+           cli::writeTable(conversion.output, conversion.to, job.in, job.out, lut);
+}
+
+/// Where the files of a batch go. Leaves out, with the error reported, those that would take the
+/// place of another.
+std::vector<Job> batchJobs(const QStringList& inputs, const QString& folder, int formatCode) {
+    const QString extension = cli::extensionsOf(formatCode).first();
+    std::vector<Job> jobs;
+    QSet<QString> taken;
+    for (const QString& in : inputs) {
+        const QString name = QFileInfo(in).completeBaseName() + QLatin1Char('.') + extension;
+        if (taken.contains(name)) {
+            cli::reportFile(in, QStringLiteral("another input becomes %1 already").arg(name));
+            continue;
+        }
+        taken.insert(name);
+        jobs.push_back({in, QDir(folder).filePath(name)});
+    }
+    return jobs;
+}
+
+/// Runs every job, \a threads at a time. Returns how many were done.
+int runAll(const Conversion& conversion, const std::vector<Job>& jobs, int threads) {
+    constexpr qint64 patience = 1000;
+    std::atomic<int> ended = 0;
+    std::atomic<int> done = 0;
+    QThreadPool pool;
+    pool.setMaxThreadCount(threads);
+    for (const Job& job : jobs) {
+        pool.start(QRunnable::create([&] {
+            done += convert(conversion, job) ? 1 : 0;
+            ++ended;
+        }));
+    }
+    QElapsedTimer timer;
+    timer.start();
+    while (!pool.waitForDone(100)) {
+        if (timer.elapsed() > patience) {
+            cli::showProgress(ended, static_cast<int>(jobs.size()));
+        }
+    }
+    cli::endProgress();
+    return done;
+}
+
+/// Finds the format of the output, and whether it has the size asked for. Usage, where no input
+/// could mend it.
+std::optional<int> resolveTarget(const cli::CommandLine& line, const QString& out,
+                                 Conversion& conversion) {
+    QString problem;
+    const auto to = cli::formatOfOutput(out, conversion.output.formatName,
+                                        conversion.from.value_or(-1), problem);
+    if (!to) {
+        return line.wrong(problem);
+    }
+    conversion.to = *to;
+    return cli::sizeFits(line, conversion.output, *to) ? std::nullopt
+                                                       : std::optional<int>(cli::Usage);
+}
+
+int convertBatch(const cli::CommandLine& line, Conversion conversion) {
+    const auto threads = line.number("jobs", 1, 256, QThread::idealThreadCount());
+    if (!threads) {
+        return cli::Usage;
+    }
+    if (conversion.output.formatName.isEmpty()) {
+        return line.wrong(QStringLiteral("--output-directory needs --to"));
+    }
+    const auto status = resolveTarget(line, QString(), conversion);
+    if (status) {
+        return *status;
+    }
+    const QString folder = line.value("output-directory");
+    if (!QDir().mkpath(folder)) {
+        cli::reportFile(folder, QStringLiteral("the folder cannot be made"));
+        return cli::Failed;
+    }
+    const QStringList inputs = line.operands();
+    const std::vector<Job> jobs = batchJobs(inputs, folder, conversion.to);
+    const int failed = inputs.size() - runAll(conversion, jobs, *threads);
+    if (failed > 0) {
+        cli::report(QStringLiteral("%1 of %2 files failed").arg(failed).arg(inputs.size()));
+    }
+    return failed == 0 ? cli::Done : cli::Failed;
+}
+
+int convertOne(const cli::CommandLine& line, Conversion conversion) {
+    const QStringList operands = line.operands();
+    if (operands.size() != 2) {
+        return line.wrong(operands.size() < 2
+                              ? QStringLiteral("found no output, expected IN OUT")
+                              : QStringLiteral("several inputs need --output-directory"));
+    }
+    const QString in = operands.first();
+    const QString out = operands.last();
+    if (!conversion.from) {
+        conversion.from = cli::formatOfInput(in);
+    }
+    if (!conversion.from) {
+        return cli::Failed;
+    }
+    if (const auto status = resolveTarget(line, out, conversion)) {
+        return *status;
+    }
+    return convert(conversion, {in, out}) ? cli::Done : cli::Failed;
+}
+
+} // namespace
+
+int cli::runConvert(const Command& self, const QStringList& arguments) {
+    CommandLine line(self);
+    line.addOption("from", fromHelp, "FORMAT");
+    line.addOption("in-order", "Orders of the input, in the words of --out-order.", "ORDER");
+    addOutputOptions(line);
+    line.addOption("output-directory",
+                   "Write every operand into DIR, under its own name with the extension of --to.",
+                   "DIR");
+    line.addOption("jobs", "Convert so many files of a batch at a time; else one a processor.",
+                   "N");
+    if (const auto status = line.parse(arguments, 1, std::numeric_limits<int>::max())) {
+        return *status;
+    }
+    const auto output = outputOptions(line);
+    const auto inOrders = output ? ordersOption(line, "in-order") : std::nullopt;
+    if (!inOrders) {
+        return Usage;
+    }
+    Conversion conversion;
+    conversion.inOrders = *inOrders;
+    conversion.output = *output;
+    if (line.isSet("from")) {
+        conversion.from = formatByName(line.value("from"));
+        if (!conversion.from) {
+            return line.wrong(unknownFormat(line.value("from")));
+        }
+    }
+    return line.isSet("output-directory") ? convertBatch(line, conversion)
+                                          : convertOne(line, conversion);
+}

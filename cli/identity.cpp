@@ -1,0 +1,51 @@
+// identity OUT: a table that changes nothing.
+
+#include "calc/lutcalc.h"
+#include "cli/output.h"
+#include "cli/report.h"
+#include "cli/shape.h"
+
+namespace {
+
+using tintwell::Format;
+
+bool fillIdentity(const Format& format, int size, Read_LUTFile& lut) {
+    if (format.kind == tintwell::TableKind::ThreeD) {
+        lut.setSize3D(size);
+        LutCalc calc;
+        return lut.allocate3D() && (calc.Lut3D_OnebyOne(lut), true);
+    }
+    lut.setSize1D(size);
+    LutCalc calc;
+    return lut.allocate1D() && (calc.Lut1D_OnebyOne(lut), true);
+}
+
+} // namespace
+
+int cli::runIdentity(const Command& self, const QStringList& arguments) {
+    CommandLine line(self);
+    addOutputOptions(line);
+    if (const auto status = line.parse(arguments, 1, 1)) {
+        return *status;
+    }
+    const std::optional<Output> output = outputOptions(line);
+    if (!output) {
+        return Usage;
+    }
+    const QString path = line.operands().first();
+    QString problem;
+    const std::optional<int> code = formatOfOutput(path, output->formatName, -1, problem);
+    if (!code) {
+        return line.wrong(problem);
+    }
+    if (!sizeFits(line, *output, *code)) {
+        return Usage;
+    }
+    const Format& format = *tintwell::formatOf(*code);
+    Read_LUTFile lut(nullptr);
+    if (!fillIdentity(format, sizeIn(format, output->size, usualSize(format.kind)), lut)) {
+        reportFile(path, lut.lastError);
+        return Failed;
+    }
+    return writeTable(*output, *code, path, path, lut) ? Done : Failed;
+}

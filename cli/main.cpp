@@ -1,0 +1,87 @@
+#include "cli/command.h"
+#include "cli/report.h"
+
+#include <QCoreApplication>
+#include <QGuiApplication>
+#include <QLoggingCategory>
+#include <QTextCodec>
+
+#include <algorithm>
+#include <cstdio>
+#include <memory>
+
+#include <langinfo.h>
+
+namespace {
+
+using cli::Command;
+using cli::Toolkit;
+
+constexpr Command commands[] = {
+    {"formats", "", "List the formats", cli::runFormats},
+    {"info", "FILE...", "Tell what tables hold", cli::runInfo},
+    {"convert", "IN... OUT", "Convert tables to another format, size or order", cli::runConvert},
+    {"merge", "FIRST SECOND OUT", "Make one table of two, applied one after the other",
+     cli::runMerge},
+    {"identity", "OUT", "Write a table that changes nothing", cli::runIdentity},
+    {"apply", "LUT IN-IMAGE OUT-IMAGE", "Put an image through a table", cli::runApply},
+    {"picture", "LUT OUT.png", "Draw a table for the eye", cli::runPicture, Toolkit::Fonts},
+};
+
+const Command* commandOf(const QString& name) {
+    const auto* const found =
+        std::find_if(std::begin(commands), std::end(commands),
+                     [&](const Command& command) { return name == QLatin1String(command.name); });
+    return found != std::end(commands) ? found : nullptr;
+}
+
+void showHelp() {
+    std::puts("Usage: tintwell-cli COMMAND [options] ...\n"
+              "Convert colour look-up tables.\n\n"
+              "Commands:");
+    for (const Command& command : commands) {
+        std::printf("  %-9s %-22s  %s.\n", command.name, command.operands, command.summary);
+    }
+    std::puts("\ntintwell-cli COMMAND --help tells the options of a command.\n"
+              "tintwell-cli --version tells the version.\n"
+              "Exit status: 0 done, 1 the work failed, 2 wrong usage.");
+}
+
+int runWithoutCommand(const QString& word) {
+    if (word == QLatin1String("--help") || word == QLatin1String("-h")) {
+        showHelp();
+        return cli::Done;
+    }
+    if (word == QLatin1String("--version")) {
+        std::puts("tintwell-cli " TINTWELL_VERSION);
+        return cli::Done;
+    }
+    cli::report(word.isEmpty() ? QStringLiteral("found no command")
+                               : QStringLiteral("found no command \"%1\"").arg(word));
+    cli::report(QStringLiteral("see tintwell-cli --help"));
+    return cli::Usage;
+}
+
+std::unique_ptr<QCoreApplication> makeApplication(Toolkit toolkit, int& argc, char* argv[]) {
+    if (toolkit == Toolkit::Core) {
+        return std::make_unique<QCoreApplication>(argc, argv);
+    }
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    return std::make_unique<QGuiApplication>(argc, argv);
+}
+
+} // namespace
+
+int main(int argc, char* argv[]) {
+    QLoggingCategory::setFilterRules(QStringLiteral("tintwell.*=false"));
+    const Command* const command = argc > 1 ? commandOf(QString::fromLocal8Bit(argv[1])) : nullptr;
+    const auto app =
+        makeApplication(command != nullptr ? command->toolkit : Toolkit::Core, argc, argv);
+    if (qstrcmp(nl_langinfo(CODESET), "ANSI_X3.4-1968") == 0) {
+        // A script's bare C locale: file names are UTF-8 all the same.
+        QTextCodec::setCodecForLocale(QTextCodec::codecForName("UTF-8"));
+    }
+    const QStringList arguments = QCoreApplication::arguments().mid(1);
+    return command != nullptr ? command->run(*command, arguments)
+                              : runWithoutCommand(arguments.value(0));
+}

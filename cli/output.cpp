@@ -1,0 +1,129 @@
+#include "cli/output.h"
+
+#include "cli/report.h"
+#include "cli/shape.h"
+#include "lut/catalogue.h"
+
+#include <algorithm>
+#include <limits>
+
+namespace cli {
+
+namespace {
+
+using tintwell::Codes;
+using tintwell::Format;
+using tintwell::formatOf;
+
+/// Finer than any real number that is printed with six digits needs.
+constexpr std::int64_t usualCodeScale = 65535;
+
+std::int64_t scaleIn(const Format& format, std::int64_t asked) {
+    if (asked == 0) {
+        return format.codes == Codes::Only ? usualCodeScale : 1;
+    }
+    return format.codes == Codes::None ? 1 : asked;
+}
+
+bool hasUnequalChannels(const Read_LUTFile& lut) {
+    return std::any_of(lut.data1D, lut.data1D + lut.size1D,
+                       [](const float* cell) { return cell[0] != cell[1] || cell[1] != cell[2]; });
+}
+
+void noteQuirks(const Format& format, std::int64_t scale, const QString& path,
+                const Read_LUTFile& lut) {
+    if (scale > 1 && format.codes == Codes::None) {
+        noteFile(path, QStringLiteral("--scale means nothing to %1, which has real numbers only")
+                           .arg(QLatin1String(format.name)));
+    }
+    if (scale > 1 && format.codes == Codes::Unscaled) {
+        noteFile(path, QStringLiteral("the file does not tell its scale; read again, its integers "
+                                      "are clamped"));
+    }
+    if (format.size > 0 && lut.size1D != format.size) {
+        noteFile(path, QStringLiteral("found %1 entries, but readers expect %2")
+                           .arg(lut.size1D)
+                           .arg(format.size));
+    }
+    if (format.codes == Codes::Only && hasUnequalChannels(lut)) {
+        noteFile(path, QStringLiteral("%1 has one curve: only that of red is written")
+                           .arg(QLatin1String(format.name)));
+    }
+}
+
+} // namespace
+
+void addOutputOptions(CommandLine& line) {
+    line.addOption("to", "Format of the output, by short name or code; else its extension tells.",
+                   "FORMAT");
+    line.addOption("size", "Points per axis (3D, 2 to 256) or entries (1D, 2 to 1048576).", "N");
+    line.addOption("out-order",
+                   "Orders of the output: rgb or bgr for the numbers of a sample, red-fastest or "
+                   "blue-fastest for the lattice, or one of each with a comma; else as the format "
+                   "has them.",
+                   "ORDER");
+    line.addOption("scale", "Write integers of value x N where the format has them.", "N");
+    line.addOption("force", "Replace existing files.");
+}
+
+std::optional<Output> outputOptions(const CommandLine& line) {
+    Output output;
+    output.formatName = line.value("to");
+    output.overwrite = line.isSet("force");
+
+    const std::optional<int> size =
+        line.number("size", 2, largestSize(tintwell::TableKind::OneD), 0);
+    const std::optional<int> scale = line.number("scale", 1, std::numeric_limits<int>::max(), 0);
+    if (!size || !scale) {
+        return std::nullopt;
+    }
+    if (*size > 0) {
+        output.size = size;
+    }
+    output.scale = *scale;
+
+    const std::optional<Orders> orders = ordersOption(line, "out-order");
+    if (!orders) {
+        return std::nullopt;
+    }
+    output.orders = *orders;
+    return output;
+}
+
+std::optional<Orders> ordersOption(const CommandLine& line, const char* option) {
+    const std::optional<Orders> orders = ordersByName(line.value(option));
+    if (!orders) {
+        line.wrong(QStringLiteral("found --%1 %2, expected rgb, bgr, red-fastest, blue-fastest, or "
+                                  "one of each pair with a comma")
+                       .arg(QLatin1String(option), line.value(option)));
+    }
+    return orders;
+}
+
+bool sizeFits(const CommandLine& line, const Output& output, int formatCode) {
+    const Format& format = *formatOf(formatCode);
+    const int largest = largestSize(format.kind);
+    if (output.size.value_or(0) <= largest) {
+        return true;
+    }
+    line.wrong(QStringLiteral("found --size %1, expected 2 to %2 for %3")
+                   .arg(*output.size)
+                   .arg(largest)
+                   .arg(QLatin1String(format.name)));
+    return false;
+}
+
+bool writeTable(const Output& output, int formatCode, const QString& source, const QString& path,
+                Read_LUTFile& lut) {
+    const Format& format = *formatOf(formatCode);
+    Read_LUTFile shaped(nullptr);
+    Read_LUTFile* const table = shapeFor(format, output.size, source, lut, shaped);
+    if (table == nullptr) {
+        return false;
+    }
+    noteQuirks(format, output.scale, path, *table);
+    return saveLut({path, output.overwrite}, formatCode, output.orders,
+                   scaleIn(format, output.scale), *table);
+}
+
+} // namespace cli

@@ -1,0 +1,48 @@
+#include "cli/report.h"
+
+#include <cstdio>
+
+#include <unistd.h>
+
+namespace cli {
+
+namespace {
+
+bool onTerminal() {
+    return isatty(STDERR_FILENO) != 0;
+}
+
+/// One call a line: the lines of several threads do not mix. On a terminal it takes the place of
+/// the progress shown there.
+void print(const QString& line, const char* end) {
+    std::fprintf(stderr, "%s%s%s", onTerminal() ? "\r\033[K" : "", qUtf8Printable(line), end);
+}
+
+} // namespace
+
+void report(const QString& what) {
+    print(QStringLiteral("tintwell-cli: ") + what, "\n");
+}
+
+void reportFile(const QString& path, const QString& what) {
+    const bool hasLine = !what.isEmpty() && what.front().isDigit();
+    report(path + (hasLine ? QStringLiteral(":") : QStringLiteral(": ")) + what);
+}
+
+void noteFile(const QString& path, const QString& what) {
+    report(path + QStringLiteral(": note: ") + what);
+}
+
+void showProgress(int done, int total) {
+    if (onTerminal()) {
+        print(QStringLiteral("%1 of %2").arg(done).arg(total), "");
+    }
+}
+
+void endProgress() {
+    if (onTerminal()) {
+        print(QString(), "");
+    }
+}
+
+} // namespace cli
