@@ -1,6 +1,7 @@
 #include "cli/images.h"
 
 #include "calc/look_up_image.h"
+#include "cli/output.h"
 #include "cli/report.h"
 
 #include <QFile>
@@ -60,18 +61,22 @@ void noteLosses(const QString& path, const QImage& image) {
 
 std::optional<int> cli::begin(CommandLine& line, const QStringList& arguments, int operands,
                               ImageJob& job, Read_LUTFile& lut) {
-    line.addOption("from", "Format of the table; by default, its extension tells.", "FORMAT");
-    line.addOption("in-order", "Order of the table: rgb or bgr, blue-fastest or red-fastest.",
+    line.addOption("from", fromHelp, "FORMAT");
+    line.addOption("in-order",
+                   "Orders of the table: rgb or bgr, red-fastest or blue-fastest, or one of each "
+                   "with a comma; else as the format has them.",
                    "ORDER");
-    line.addOption("force", "Overwrite OUT.");
+    line.addOption("force", "Replace an existing file.");
     if (const auto status = line.parse(arguments, operands, operands)) {
         return status;
     }
-    const auto orders = ordersByName(line.value("in-order"));
+    const auto orders = ordersOption(line, "in-order");
     if (!orders) {
-        return line.wrong(QStringLiteral("found --in-order %1, expected rgb or bgr, blue-fastest "
-                                         "or red-fastest")
-                              .arg(line.value("in-order")));
+        return Usage;
+    }
+    const QString from = line.value("from");
+    if (!from.isEmpty() && !formatByName(from)) {
+        return line.wrong(unknownFormat(from));
     }
     job.target = {line.operands().last(), line.isSet("force")};
     job.type = QFileInfo(job.target.path).suffix().toLower().toLatin1();
@@ -80,7 +85,7 @@ std::optional<int> cli::begin(CommandLine& line, const QStringList& arguments, i
                               .arg(job.target.path, QString::fromLatin1(job.type)));
     }
     const QString path = line.operands().first();
-    const auto format = formatOfInput(path, line.value("from"));
+    const auto format = formatOfInput(path, from);
     if (!format || !readLut(path, *format, *orders, lut)) {
         return Failed;
     }

@@ -73,7 +73,7 @@ std::unique_ptr<QCoreApplication> makeApplication(Toolkit toolkit, int& argc, ch
 } // namespace
 
 int main(int argc, char* argv[]) {
-    QLoggingCategory::setFilterRules(QStringLiteral("tintwell.*=false"));
+    QLoggingCategory::setFilterRules(QStringLiteral("*=false")); // the toolkit's warnings, too
     const Command* const command = argc > 1 ? commandOf(QString::fromLocal8Bit(argv[1])) : nullptr;
     const auto app =
         makeApplication(command != nullptr ? command->toolkit : Toolkit::Core, argc, argv);

@@ -5,6 +5,7 @@
 #include <QImage>
 #include <QProcess>
 
+#include <algorithm>
 #include <array>
 
 // The commands that make images with a table: apply and picture.
@@ -283,6 +284,9 @@ private Q_SLOTS:
         const QString draw = QStringLiteral("picture");
         row("no image to read", {apply, lut, gone + ".png", out}, 1, gone + ".png: ");
         row("text for an image", {apply, lut, text, out}, 1, text + ": ");
+        const QString cut = m_folder.file(QStringLiteral("cut.png"),
+                                          m_folder.content(QStringLiteral("good.png")).chopped(20));
+        row("image cut short", {apply, lut, cut, out}, 1, cut + ": ");
         row("folder for an image", {apply, lut, m_folder.path(QString()), out}, 1,
             ": is no regular file");
         row("broken table", {apply, broken, image, out}, 1, broken + ":");
@@ -298,6 +302,8 @@ private Q_SLOTS:
         row("operand missing", {apply, lut, image}, 2, QString());
         row("broken table to draw", {draw, broken, out}, 1, broken + ":");
         row("existing picture", {draw, lut, image}, 1, image + ": ");
+        row("unknown format", {draw, QStringLiteral("--from"), QStringLiteral("jpg"), lut, out}, 2,
+            QStringLiteral("jpg"));
         row("no picture type", {draw, lut, gone + ".txt"}, 2, gone + ".txt");
     }
     void errors() {
@@ -305,9 +311,11 @@ private Q_SLOTS:
         QFETCH(QString, message);
         const Outcome outcome = run(arguments);
         QTEST(outcome.status, "status");
-        QVERIFY2(outcome.errors.startsWith(QLatin1String("tintwell-cli: ")) &&
-                     outcome.errors.contains(message),
-                 qPrintable(outcome.errors));
+        const QStringList lines = outcome.errors.split(QLatin1Char('\n'));
+        const bool told = std::any_of(lines.cbegin(), lines.cend(), [&](const QString& line) {
+            return line.startsWith(QLatin1String("tintwell-cli: ")) && line.contains(message);
+        });
+        QVERIFY2(told, qPrintable(outcome.errors));
         QVERIFY(!QFile::exists(m_folder.path(QStringLiteral("never.png"))));
     }
 
