@@ -162,7 +162,7 @@ int cli::runConvert(const Command& self, const QStringList& arguments) {
     }
     const auto output = outputOptions(line);
     const auto inOrders = output ? ordersOption(line, "in-order") : std::nullopt;
-    if (!inOrders) {
+    if (!inOrders || !fromIsKnown(line)) {
         return Usage;
     }
     Conversion conversion;
@@ -170,9 +170,6 @@ int cli::runConvert(const Command& self, const QStringList& arguments) {
     conversion.output = *output;
     if (line.isSet("from")) {
         conversion.from = formatByName(line.value("from"));
-        if (!conversion.from) {
-            return line.wrong(unknownFormat(line.value("from")));
-        }
     }
     return line.isSet("output-directory") ? convertBatch(line, conversion)
                                           : convertOne(line, conversion);

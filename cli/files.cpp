@@ -39,6 +39,10 @@ QString namesOf(const std::vector<int>& codes) {
     return names.join(QStringLiteral(" or "));
 }
 
+QString unknownFormat(const QString& name) {
+    return QStringLiteral("found no format \"%1\" (see tintwell-cli formats)").arg(name);
+}
+
 QString unknownExtension(const QString& path) {
     return QStringLiteral("found the extension \"%1\", expected one of a format "
                           "(see tintwell-cli formats)")
@@ -123,8 +127,13 @@ std::optional<int> formatByName(const QString& name) {
     return std::nullopt;
 }
 
-QString unknownFormat(const QString& name) {
-    return QStringLiteral("found no format \"%1\" (see tintwell-cli formats)").arg(name);
+bool fromIsKnown(const CommandLine& line) {
+    const QString name = line.value("from");
+    if (line.isSet("from") && !formatByName(name)) {
+        line.wrong(unknownFormat(name));
+        return false;
+    }
+    return true;
 }
 
 std::optional<int> formatOfInput(const QString& path) {
@@ -141,14 +150,7 @@ std::optional<int> formatOfInput(const QString& path) {
 }
 
 std::optional<int> formatOfInput(const QString& path, const QString& name) {
-    if (name.isEmpty()) {
-        return formatOfInput(path);
-    }
-    const std::optional<int> code = formatByName(name);
-    if (!code) {
-        report(unknownFormat(name));
-    }
-    return code;
+    return name.isEmpty() ? formatOfInput(path) : formatByName(name);
 }
 
 std::optional<int> formatOfOutput(const QString& path, const QString& name, int hint,
@@ -188,7 +190,7 @@ bool readLut(const QString& path, int formatCode, const Orders& orders, Read_LUT
         reportFile(path, lut.lastError);
         return false;
     }
-    if (!lut.hasSize() || !lut.hasItsTables()) {
+    if (lut.data3D == nullptr && lut.data1D == nullptr) {
         reportFile(path, lut.lastError.isEmpty() ? QStringLiteral("found no table, expected %1")
                                                        .arg(Read_LUTFile::formatStr(formatCode))
                                                  : lut.lastError);

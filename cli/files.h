@@ -23,12 +23,12 @@ std::optional<Orders> ordersByName(const QString& text);
 /// The code of a short name ("cube") or of a code number ("0"); none for what is neither.
 std::optional<int> formatByName(const QString& name);
 
-/// What to say where formatByName() found none.
-QString unknownFormat(const QString& name);
-
 /// The help text of --from.
 inline constexpr const char* fromHelp =
     "Format of the input, by short name or code; else its extension and content tell.";
+
+/// Whether --from, where it is given, names a format; false with wrong usage reported.
+bool fromIsKnown(const CommandLine& line);
 
 /// The file extensions of a format, the one of new files first.
 QStringList extensionsOf(int formatCode);
@@ -37,7 +37,7 @@ QStringList extensionsOf(int formatCode);
 /// its content. None, with the error reported, where neither tells.
 std::optional<int> formatOfInput(const QString& path);
 
-/// The same for --from: its value, or as formatOfInput() has it when \a name is empty.
+/// The same under --from: the format of the name, or as above when it is empty.
 std::optional<int> formatOfInput(const QString& path, const QString& name);
 
 /// The code of the format of a file to write: --to, or by extension. None, with an error in

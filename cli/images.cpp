@@ -71,12 +71,8 @@ std::optional<int> cli::begin(CommandLine& line, const QStringList& arguments, i
         return status;
     }
     const auto orders = ordersOption(line, "in-order");
-    if (!orders) {
+    if (!orders || !fromIsKnown(line)) {
         return Usage;
-    }
-    const QString from = line.value("from");
-    if (!from.isEmpty() && !formatByName(from)) {
-        return line.wrong(unknownFormat(from));
     }
     job.target = {line.operands().last(), line.isSet("force")};
     job.type = QFileInfo(job.target.path).suffix().toLower().toLatin1();
@@ -85,7 +81,7 @@ std::optional<int> cli::begin(CommandLine& line, const QStringList& arguments, i
                               .arg(job.target.path, QString::fromLatin1(job.type)));
     }
     const QString path = line.operands().first();
-    const auto format = formatOfInput(path, from);
+    const auto format = formatOfInput(path, line.value("from"));
     if (!format || !readLut(path, *format, *orders, lut)) {
         return Failed;
     }

@@ -286,8 +286,8 @@ int cli::runInfo(const Command& self, const QStringList& arguments) {
     if (const auto status = line.parse(arguments, 1, std::numeric_limits<int>::max())) {
         return *status;
     }
-    if (line.isSet("from") && !formatByName(line.value("from"))) {
-        return line.wrong(unknownFormat(line.value("from")));
+    if (!fromIsKnown(line)) {
+        return Usage;
     }
     QJsonArray array;
     int failed = 0;

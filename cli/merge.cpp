@@ -49,7 +49,7 @@ int cli::runMerge(const Command& self, const QStringList& arguments) {
         return *status;
     }
     const std::optional<Output> output = outputOptions(line);
-    if (!output) {
+    if (!output || !fromIsKnown(line)) {
         return Usage;
     }
     const QString path = line.operands().at(2);

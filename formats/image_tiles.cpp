@@ -46,7 +46,10 @@ bool failWithImage(Read_LUTFile& lut, const TileImage& image, const char* expect
 
 bool storeTiles(Read_LUTFile& lut, const QImage& image, int tilesPerRow) {
     const QImage pixels = image.convertToFormat(QImage::Format_RGB888);
-    if (pixels.isNull() || !lut.allocate3D()) {
+    if (pixels.isNull()) {
+        return lut.fail(QStringLiteral("the image is too large for the memory"));
+    }
+    if (!lut.allocate3D()) {
         return false;
     }
     setDomain(lut.domainMax3D, 255);
