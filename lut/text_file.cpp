@@ -39,8 +39,14 @@ char* TextFile::alignRight(char* from, char* end, std::ptrdiff_t width) {
 
 void TextFile::flush() {
     const auto used = static_cast<qint64>(std::exchange(m_used, 0));
-    if (isOpen() && m_error.isEmpty() && m_file.write(m_block.get(), used) != used) {
-        m_error = m_file.errorString();
+    qint64 written = 0;
+    while (isOpen() && m_error.isEmpty() && written < used) {
+        // A write may take what there is room for, and fail the next time only.
+        const qint64 count = m_file.write(m_block.get() + written, used - written);
+        if (count <= 0) {
+            m_error = m_file.errorString();
+        }
+        written += count;
     }
 }
 

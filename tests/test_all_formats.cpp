@@ -87,6 +87,9 @@ class TestAllFormats : public QObject {
             Read_LUTFile lut(nullptr);
             read = lut.ReadFile(
                 samples::request(m_folder.file(QStringLiteral("broken"), content), code), probe);
+            if (!read && lut.lastError.isEmpty()) {
+                qFatal("a reader does not say why it failed");
+            }
             static_cast<void>(sum(lut));
         }
         return read;

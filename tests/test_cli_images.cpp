@@ -1,9 +1,8 @@
-#include "samples.h"
+#include "program.h"
 
 #include "calc/lutcalc.h"
 
 #include <QImage>
-#include <QProcess>
 
 #include <algorithm>
 #include <array>
@@ -15,20 +14,6 @@ class TestCliImages : public QObject {
 
     samples::Folder m_folder;
 
-    struct Outcome {
-        int status;
-        QString errors;
-    };
-
-    static Outcome run(const QStringList& arguments) {
-        QProcess process;
-        process.start(QStringLiteral(TINTWELL_CLI), arguments);
-        if (!process.waitForFinished(120'000) || process.exitStatus() != QProcess::NormalExit) {
-            return {-1, process.errorString()};
-        }
-        return {process.exitCode(), QString::fromUtf8(process.readAllStandardError())};
-    }
-
     /// Takes an image through a table; the result, null when the program failed.
     QImage applied(const QString& lut, const QImage& image, const QStringList& options = {}) const {
         const QString in = m_folder.path(QStringLiteral("in.png"));
@@ -36,7 +21,7 @@ class TestCliImages : public QObject {
         image.save(in);
         const QStringList command = {QStringLiteral("apply"), QStringLiteral("--force"), lut, in,
                                      out};
-        return run(command + options).status == 0 ? QImage(out) : QImage();
+        return samples::run(command + options).status == 0 ? QImage(out) : QImage();
     }
 
     QString lutFile(const char* name, const QByteArray& content) const {
@@ -130,7 +115,7 @@ class TestCliImages : public QObject {
         const QString out = m_folder.path(QStringLiteral("picture.png"));
         const QStringList command = {QStringLiteral("picture"), QStringLiteral("--force"), lut,
                                      out};
-        return run(command + options).status == 0 ? QImage(out) : QImage();
+        return samples::run(command + options).status == 0 ? QImage(out) : QImage();
     }
 
 private Q_SLOTS:
@@ -246,12 +231,12 @@ private Q_SLOTS:
     void sameFile() {
         const QString path = m_folder.path(QStringLiteral("same.png"));
         pixel(200, 100, 40).save(path);
-        QCOMPARE(run({QStringLiteral("apply"), swappingCube(), path, path}).status, 1);
+        QCOMPARE(samples::run({QStringLiteral("apply"), swappingCube(), path, path}).status, 1);
         QCOMPARE(QImage(path).pixel(0, 0), qRgb(200, 100, 40));
-        QCOMPARE(
-            run({QStringLiteral("apply"), QStringLiteral("--force"), swappingCube(), path, path})
-                .status,
-            0);
+        QCOMPARE(samples::run({QStringLiteral("apply"), QStringLiteral("--force"), swappingCube(),
+                               path, path})
+                     .status,
+                 0);
         QCOMPARE(QImage(path).pixel(0, 0), qRgb(40, 100, 100));
     }
 
@@ -259,7 +244,8 @@ private Q_SLOTS:
         const QString in = m_folder.path(QStringLiteral("deep.png"));
         const QString out = m_folder.path(QStringLiteral("deep.bmp"));
         colours(QImage::Format_RGBX64).save(in);
-        const Outcome outcome = run({QStringLiteral("apply"), swappingCube(), in, out});
+        const samples::Outcome outcome =
+            samples::run({QStringLiteral("apply"), swappingCube(), in, out});
         QCOMPARE(outcome.status, 0);
         QVERIFY2(outcome.errors.contains(QLatin1String("deep.bmp: note: ")),
                  qPrintable(outcome.errors));
@@ -309,7 +295,7 @@ private Q_SLOTS:
     void errors() {
         QFETCH(QStringList, arguments);
         QFETCH(QString, message);
-        const Outcome outcome = run(arguments);
+        const samples::Outcome outcome = samples::run(arguments);
         QTEST(outcome.status, "status");
         const QStringList lines = outcome.errors.split(QLatin1Char('\n'));
         const bool told = std::any_of(lines.cbegin(), lines.cend(), [&](const QString& line) {

@@ -84,6 +84,19 @@ private Q_SLOTS:
         QCOMPARE(folder.content(QStringLiteral("columns")), expected);
     }
 
+    void writesThatFailAreTold() {
+        QString error;
+        {
+            tintwell::TextFile out(QStringLiteral("/dev/full"), error);
+            out << "lost";
+            QVERIFY(error.isEmpty());
+        }
+        QCOMPARE(error, QStringLiteral("No space left on device"));
+        QString folderError;
+        const tintwell::TextFile folder(QStringLiteral("/"), folderError);
+        QVERIFY(!folder.isOpen() && !folderError.isEmpty());
+    }
+
     void emitters_data() {
         QTest::addColumn<bool>("rgb");
         QTest::addColumn<int>("scale");

@@ -1,0 +1,49 @@
+# Completion of tintwell-cli for bash.
+
+_tintwell_cli() {
+    local current=${COMP_WORDS[COMP_CWORD]} previous=${COMP_WORDS[COMP_CWORD - 1]}
+    local formats='cube texture unwrapped 3dl mga look discreet lut davlut csp cub itx spi1d spi3d
+        csv nvx1d nvx3d'
+    local orders='rgb bgr red-fastest blue-fastest rgb,red-fastest rgb,blue-fastest
+        bgr,red-fastest bgr,blue-fastest'
+    local output='--to --size --out-order --scale --force'
+    local words
+
+    COMPREPLY=()
+    if [ "$COMP_CWORD" -eq 1 ]; then
+        words='formats info convert merge identity apply picture --help --version'
+        mapfile -t COMPREPLY < <(compgen -W "$words" -- "$current")
+        return
+    fi
+    case $previous in
+    --from | --to)
+        mapfile -t COMPREPLY < <(compgen -W "$formats" -- "$current")
+        return
+        ;;
+    --in-order | --out-order)
+        mapfile -t COMPREPLY < <(compgen -W "$orders" -- "$current")
+        return
+        ;;
+    --output-directory)
+        mapfile -t COMPREPLY < <(compgen -d -- "$current")
+        return
+        ;;
+    --size | --scale | --jobs) return ;;
+    esac
+    if [[ $current != -* ]]; then
+        mapfile -t COMPREPLY < <(compgen -f -- "$current")
+        return
+    fi
+    words='--help --verbose'
+    case ${COMP_WORDS[1]} in
+    formats) words+=' --json' ;;
+    info) words+=' --from --json' ;;
+    convert) words+=" --from --in-order $output --output-directory --jobs" ;;
+    merge) words+=" --from $output" ;;
+    identity) words+=" $output" ;;
+    apply | picture) words+=' --from --in-order --force' ;;
+    esac
+    mapfile -t COMPREPLY < <(compgen -W "$words" -- "$current")
+}
+
+complete -o filenames -F _tintwell_cli tintwell-cli

@@ -1,0 +1,630 @@
+#include "program.h"
+
+#include "calc/lutcalc.h"
+#include "lut/catalogue.h"
+
+#include <QDir>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+
+#include <cmath>
+
+#include <csignal>
+
+#include <sys/resource.h>
+
+// The command-line program, run as its users run it.
+
+using samples::Outcome;
+using samples::run;
+
+namespace {
+
+constexpr int formatCount = static_cast<int>(tintwell::catalogue.size());
+
+QString nameOf(int code) {
+    return tintwell::formatOf(code)->name;
+}
+
+bool is3D(int code) {
+    return Read_LUTFile::formatIs3D(code);
+}
+
+/// A smooth table: no axis and no channel is like another, and 0 and 1 are reached.
+float smooth(int channel, float r, float g, float b) {
+    const float in[] = {r, g, b};
+    return 0.9F * std::pow(in[channel], 1.2F + 0.3F * static_cast<float>(channel)) +
+           0.1F * in[(channel + 1) % 3];
+}
+
+QVector<float> smoothCell(float r, float g, float b) {
+    return {smooth(0, r, g, b), smooth(1, r, g, b), smooth(2, r, g, b)};
+}
+
+void fillSmooth(Read_LUTFile& lut, bool lattice, int size) {
+    const auto last = static_cast<float>(size - 1);
+    if (lattice) {
+        samples::fill3D(lut, size, [last](int i, int j, int k) {
+            return smoothCell(float(i) / last, float(j) / last, float(k) / last);
+        });
+        return;
+    }
+    lut.size1D = size;
+    QVERIFY(lut.allocate1D());
+    for (int n = 0; n < size; ++n) {
+        const float t = float(n) / last;
+        const QVector<float> cell = smoothCell(t, t, t);
+        std::copy(cell.cbegin(), cell.cend(), lut.data1D[n]);
+    }
+}
+
+float distance(const float* a, const float* b) {
+    return std::max({std::fabs(a[0] - b[0]), std::fabs(a[1] - b[1]), std::fabs(a[2] - b[2])});
+}
+
+/// The largest difference of two tables of one kind and size.
+float difference(const Read_LUTFile& a, const Read_LUTFile& b) {
+    if (a.size3D != b.size3D || (a.size3D <= 0 && a.size1D != b.size1D)) {
+        return INFINITY;
+    }
+    float largest = 0;
+    for (int i = 0; i < a.size3D; ++i) {
+        for (int j = 0; j < a.size3D; ++j) {
+            for (int k = 0; k < a.size3D; ++k) {
+                largest = std::max(largest, distance(a.data3D[i][j][k], b.data3D[i][j][k]));
+            }
+        }
+    }
+    for (int n = 0; a.size3D <= 0 && n < a.size1D; ++n) {
+        largest = std::max(largest, distance(a.data1D[n], b.data1D[n]));
+    }
+    return largest;
+}
+
+} // namespace
+
+class TestCli : public QObject {
+    Q_OBJECT
+
+    samples::Folder m_folder;
+
+    static QString data(const char* name) { return QStringLiteral(TINTWELL_TEST_DATA "/") + name; }
+
+    QString path(const QString& name) const { return m_folder.path(name); }
+
+    QString cube() const {
+        return m_folder.file("look.cube", "LUT_3D_SIZE 2\n0 0 0\n1 0 0\n0 1 0\n1 1 0\n"
+                                          "0 0 1\n1 0 1\n0 1 1\n1 0.5 0.25\n");
+    }
+
+    /// Reads with R, G, B in the cells, as files mean it.
+    static void read(const QString& file, int code, Read_LUTFile& lut) {
+        LUTFILE_ST st = samples::request(file, code);
+        if (!is3D(code)) {
+            st = samples::request(file, code, true, true);
+        }
+        QVERIFY2(lut.ReadFile(st, false), qPrintable(file + ": " + lut.lastError));
+    }
+
+    QStringList entries(const QString& folder) const {
+        return QDir(path(folder)).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot);
+    }
+
+    /// A big identity over an old file, in a folder of its own; \a inChild limits the program.
+    Outcome writeOverOld(const QString& folder, const std::function<void()>& inChild) {
+        QDir(m_folder.path("")).mkpath(folder);
+        m_folder.file(folder + "/big.cube", "old");
+        samples::PreparedProcess process;
+        process.inChild = inChild;
+        return samples::finish(process,
+                               {"identity", "--force", "--size", "33", path(folder + "/big.cube")});
+    }
+
+private Q_SLOTS:
+    void helpAndVersion() {
+        const Outcome help = run({"--help"});
+        QCOMPARE(help.status, 0);
+        QVERIFY(help.errors.isEmpty());
+        QCOMPARE(run({"--version"}).output, QString("tintwell-cli 0.1.0\n"));
+        for (const char* command :
+             {"formats", "info", "convert", "merge", "identity", "apply", "picture"}) {
+            QVERIFY(help.output.contains(QString("\n  %1 ").arg(command)));
+            const Outcome own = run({command, "--help"});
+            QCOMPARE(own.status, 0);
+            QVERIFY(
+                own.output.startsWith(QString("Usage: tintwell-cli %1 [options]").arg(command)));
+        }
+    }
+
+    /// What --help tells stands in the man page and in both completions, too.
+    void documentsKnowEveryOption_data() {
+        QTest::addColumn<QString>("document");
+        QTest::newRow("man page") << "docs/tintwell-cli.1";
+        QTest::newRow("bash") << "packaging/completions/tintwell-cli.bash";
+        QTest::newRow("zsh") << "packaging/completions/_tintwell-cli";
+    }
+    void documentsKnowEveryOption() {
+        QFETCH(QString, document);
+        QFile file(QStringLiteral(TINTWELL_SOURCE "/") + document);
+        QVERIFY(file.open(QIODevice::ReadOnly));
+        const QString text = QString::fromUtf8(file.readAll()).remove("\\");
+        for (const QString& line : run({"--help"}).output.split('\n')) {
+            static const QRegularExpression command("^  ([a-z]+) ");
+            const QString name = command.match(line).captured(1);
+            if (name.isEmpty()) {
+                continue;
+            }
+            QVERIFY2(text.contains(name), qPrintable(name));
+            static const QRegularExpression option("\n  (?:-h, )?(--[a-z-]+)");
+            auto options = option.globalMatch(run({name, "--help"}).output);
+            while (options.hasNext()) {
+                const QString found = options.next().captured(1);
+                QVERIFY2(text.contains(found), qPrintable(name + ' ' + found));
+            }
+        }
+    }
+
+    void failures_data() {
+        QTest::addColumn<QString>("arguments"); // % stands for the folder
+        QTest::addColumn<int>("status");
+        QTest::addColumn<QString>("message");
+        m_folder.file("short.cube", "LUT_3D_SIZE 2\n0 0 0\n1 0 0\n0 0 0\n0 0 0\n0 0 0\n0 0 0\n");
+        m_folder.file("tiny.cube", "LUT_3D_SIZE 64\n0 0 0\n");
+        m_folder.file("size.cube", "TITLE \"x\"\r\n\r\nLUT_3D_SIZE none\r\n0 0 0\r\n");
+        m_folder.file("huge.spi1d", "Length 9999999\nComponents 1\n{\n0\n}\n");
+        m_folder.file("sizeless.itx", "0 0 0\n");
+        m_folder.file("kind.csp", "CSPLUTV100\n2D\n");
+        m_folder.file("empty.cube", "");
+        m_folder.file("long.nvx1d", "Length 2\n0 0 0\n1 1 1\n2 2 2\n");
+        m_folder.file("noise.png", "noise");
+        m_folder.file("hex.look", "<look><LUT>\n<size>2</size>\n<data>00</data></LUT></look>");
+        m_folder.file("unknown.abc", "LUT_3D_SIZE 2\n");
+        cube();
+
+        const auto failed = [](const char* name, const char* arguments, const char* message) {
+            QTest::newRow(name) << QString(arguments) << 1 << QString(message);
+        };
+        failed("missing", "convert %/none.cube %/o.cube", "%/none.cube: No such file or directory");
+        failed("folder in", "info --from cube %", "%: is no regular file");
+        failed("short", "info %/short.cube",
+               "%/short.cube:7: the file ends after 6 samples, expected 8");
+        failed("too short", "info %/tiny.cube",
+               "%/tiny.cube: the file is too short for the 262144 samples of its size 64");
+        failed("bad size", "info %/size.cube",
+               "%/size.cube:3: found \"LUT_3D_SIZE none\", expected a size of 1 or more");
+        failed("too long", "info %/huge.spi1d",
+               "%/huge.spi1d: found a length of 9999999, expected 1 to 1048576");
+        failed("no size", "info %/sizeless.itx",
+               "%/sizeless.itx: found no size, expected a LUT_3D_SIZE line with one");
+        failed("no kind", "info %/kind.csp",
+               "%/kind.csp:2: found \"2D\", expected \"1D\" or \"3D\"");
+        failed("empty", "info %/empty.cube", "%/empty.cube: found no table, expected .cube");
+        failed("a sample too many", "info %/long.nvx1d",
+               "%/long.nvx1d:4: found \"2 2 2\", expected nothing behind 2 samples");
+        failed("no image", "info %/noise.png", "%/noise.png: Unsupported image format");
+        failed("bad hex", "info %/hex.look",
+               "%/hex.look:3: found 2 characters or less, expected the 192 hexadecimal digits of 8 "
+               "samples");
+        failed("unknown extension", "info %/unknown.abc",
+               "%/unknown.abc: found the extension \"abc\", expected one of a format (see "
+               "tintwell-cli formats), or --from");
+        failed("exists", "convert %/look.cube %/look.cube",
+               "%/look.cube: exists already (--force replaces it)");
+        failed("no folder", "convert %/look.cube %/no/o.cube",
+               "%/no/o.cube: not written: No such file or directory");
+        failed("folder out", "convert --to cube --force %/look.cube %",
+               "%: is a folder, expected a file");
+        failed("merge, missing", "merge %/look.cube %/none.3dl %/o.cube",
+               "%/none.3dl: No such file or directory");
+        failed("disk full", "convert --to spi3d %/look.cube /dev/full",
+               "/dev/full: not written: No space left on device");
+
+        const auto wrong = [](const char* name, const char* arguments, const char* message) {
+            QTest::newRow(name) << QString(arguments) << 2 << QString(message);
+        };
+        wrong("no command", "", "found no command");
+        wrong("unknown command", "burn %/look.cube", "found no command \"burn\"");
+        wrong("unknown option", "info --colour %/look.cube", "Unknown option 'colour'.");
+        wrong("no value", "convert %/look.cube %/o.cube --size", "Missing value after '--size'.");
+        wrong("too few", "info", "found 0 operands, expected FILE...");
+        wrong("too many", "merge a b c d", "found 4 operands, expected FIRST SECOND OUT");
+        wrong("no output", "convert %/look.cube", "found no output, expected IN OUT");
+        wrong("many inputs", "convert a.cube b.cube c.cube",
+              "several inputs need --output-directory");
+        wrong("no format for many", "convert %/look.cube --output-directory %",
+              "--output-directory needs --to");
+        wrong("unknown --from", "info --from tube %/look.cube",
+              "found no format \"tube\" (see tintwell-cli formats)");
+        wrong("code beyond", "convert --to 17 %/look.cube %/o.cube",
+              "found no format \"17\" (see tintwell-cli formats)");
+        wrong("read only", "convert %/look.cube %/o.3dl",
+              "the format 3dl is read, but not written");
+        wrong("ambiguous output", "convert %/look.cube %/o.lut",
+              "%/o.lut: the format may be discreet or lut, expected --to");
+        wrong("no number", "identity %/o.cube --size many",
+              "found --size many, expected a whole number from 2 to 1048576");
+        wrong("no lattice", "identity %/o.cube --size 257",
+              "found --size 257, expected 2 to 256 for cube");
+        wrong("bad order", "convert --in-order gbr %/look.cube %/o.cube",
+              "found --in-order gbr, expected rgb, bgr, red-fastest, blue-fastest, or one of each "
+              "pair with a comma");
+    }
+    void failures() {
+        QFETCH(QString, arguments);
+        QFETCH(QString, message);
+        const QString folder = path("");
+        const Outcome outcome = run(arguments.replace('%', folder).split(' ', Qt::SkipEmptyParts));
+        QTEST(outcome.status, "status");
+        QCOMPARE(outcome.errors.split('\n').first(),
+                 "tintwell-cli: " + message.replace('%', folder));
+        QVERIFY(outcome.output.isEmpty());
+        QVERIFY(!QFile::exists(path("o.cube")));
+    }
+
+    void formats() {
+        const QStringList lines = run({"formats"}).output.trimmed().split('\n');
+        QCOMPARE(lines.size(), formatCount + 1);
+        const QJsonArray formats =
+            QJsonDocument::fromJson(run({"formats", "--json"}).output.toUtf8()).array();
+        QCOMPARE(formats.size(), formatCount);
+        for (int code = 0; code < formatCount; ++code) {
+            const QJsonObject format = formats[code].toObject();
+            QCOMPARE(format["code"].toInt(), code);
+            QCOMPARE(format["name"].toString(), nameOf(code));
+            QCOMPARE(format["label"].toString(), Read_LUTFile::formatStr(code));
+            QCOMPARE(format["kind"].toString(), QString(is3D(code) ? "3D" : "1D"));
+            QVERIFY(lines[code + 1].contains(nameOf(code)));
+        }
+    }
+
+    void info() {
+        const QString curve =
+            m_folder.file("curve.nvx1d", "From 0.0 2.0\nLength 3\n0 0.5 1\n0.5 0.5 1\n2 0.5 1\n");
+        const Outcome outcome = run({"info", "--json", data("sample.cube"), curve});
+        QCOMPARE(outcome.status, 0);
+        const QJsonArray files = QJsonDocument::fromJson(outcome.output.toUtf8()).array();
+        const QJsonObject lattice = files[0].toObject();
+        QCOMPARE(lattice["format"].toString(), QString("cube"));
+        QCOMPARE(lattice["order"].toString(), QString("rgb,red-fastest"));
+        QCOMPARE(lattice["header"].toArray().first().toString(),
+                 QString("TITLE \"two points, warmer\""));
+        QCOMPARE(lattice["tables"].toArray().first().toObject()["size"].toInt(), 2);
+
+        const QJsonObject table = files[1].toObject()["tables"].toArray().first().toObject();
+        QCOMPARE(table["kind"].toString(), QString("1D"));
+        QCOMPARE(table["domainMax"].toArray(), QJsonArray({2, 2, 2}));
+        QCOMPARE(table["least"].toArray(), QJsonArray({0, 0.25, 0.5}));
+        QCOMPARE(table["most"].toArray(), QJsonArray({1, 0.25, 0.5}));
+        QCOMPARE(table["identity"].toBool(), false);
+        QCOMPARE(files[1].toObject()["notes"].toArray().size(), 2);
+
+        const Outcome one = run({"info", path("none.cube"), data("texture.png")});
+        QCOMPARE(one.status, 1); // and yet the other file is told of
+        QVERIFY(one.output.contains("identity  yes"));
+    }
+
+    void contentDecidesBetweenFormats_data() {
+        QTest::addColumn<QString>("format");
+        QTest::newRow("sample_discreet.lut") << "discreet";
+        QTest::newRow("sample_plain.lut") << "lut";
+        QTest::newRow("texture.png") << "texture";
+        QTest::newRow("unwrapped.png") << "unwrapped";
+    }
+    void contentDecidesBetweenFormats() {
+        QFETCH(QString, format);
+        const Outcome outcome = run({"info", data(QTest::currentDataTag())});
+        QVERIFY(outcome.output.contains("format    " + format + " ("));
+    }
+
+    void resamples() {
+        Read_LUTFile source(nullptr);
+        fillSmooth(source, true, 9);
+        QVERIFY(Write_LUTFile(nullptr).WriteFile(samples::request(path("nine.cube"), 0), source));
+        QCOMPARE(run({"convert", path("nine.cube"), path("five.cube"), "--size", "5"}).status, 0);
+        Read_LUTFile five(nullptr);
+        read(path("five.cube"), 0, five);
+        Read_LUTFile expected(nullptr);
+        fillSmooth(expected, true, 5);
+        QVERIFY(difference(five, expected) < 2e-6F);
+    }
+
+    void orders() {
+        cube();
+        const auto written = [this](const QStringList& options) {
+            QStringList arguments = {"convert", "--force", path("look.cube"), path("o.cube")};
+            const Outcome outcome = run(arguments + options);
+            return outcome.status == 0 ? m_folder.content("o.cube").split('\n').mid(2, 8)
+                                       : QByteArrayList{outcome.errors.toUtf8()};
+        };
+        const QByteArrayList plain = written({});
+        QCOMPARE(plain[1], QByteArray("1.000000 0.000000 0.000000"));
+        QCOMPARE(plain[7], QByteArray("1.000000 0.500000 0.250000"));
+        const QByteArrayList bgr = written({"--out-order", "bgr"});
+        QCOMPARE(bgr[1], QByteArray("0.000000 0.000000 1.000000"));
+        QCOMPARE(written({"--in-order", "bgr"}), bgr);
+        const QByteArrayList blueFastest = written({"--out-order", "blue-fastest"});
+        QCOMPARE(blueFastest[1], plain[4]);
+        QCOMPARE(blueFastest[6], plain[3]);
+        QCOMPARE(written({"--in-order", "blue-fastest"}), blueFastest);
+        QCOMPARE(written({"--in-order", "bgr,blue-fastest", "--out-order", "blue-fastest,bgr"}),
+                 plain);
+    }
+
+    void ordersOfCurves() {
+        const QString curve = m_folder.file(
+            "order.spi1d", "From 0 1\nLength 2\nComponents 3\n{\n0 0.1 0.2\n0.8 0.9 1\n}\n");
+        const auto entry = [&](const QString& option, const QString& order) {
+            run({"convert", "--force", curve, path("o.nvx1d"), option, order});
+            return m_folder.content("o.nvx1d").split('\n').value(2).trimmed();
+        };
+        QCOMPARE(entry("--in-order", "rgb"), QByteArray("0 0.1 0.2"));
+        QCOMPARE(entry("--out-order", "red-fastest"), QByteArray("0 0.1 0.2"));
+        QCOMPARE(entry("--in-order", "bgr"), QByteArray("0.2 0.1 0"));
+        QCOMPARE(entry("--out-order", "bgr,blue-fastest"), QByteArray("0.2 0.1 0"));
+    }
+
+    void scales() {
+        const auto lineOf = [this](const QString& file, const QString& scale) {
+            run({"convert", "--force", cube(), path(file), "--scale", scale});
+            return m_folder.content(file).trimmed().split('\n').last();
+        };
+        QCOMPARE(lineOf("o.mga", "1023").simplified(), QByteArray("7 1023 511 255"));
+        QCOMPARE(lineOf("o.spi3d", "1023"), QByteArray("1 1 1 1.000000 0.500000 0.250000"));
+        const Outcome outcome = run({"convert", "--force", cube(), path("o.itx"), "--scale", "9"});
+        QCOMPARE(outcome.status, 0);
+        QVERIFY(outcome.errors.contains("o.itx: note: --scale means nothing to itx"));
+    }
+
+    void kindsMeet() {
+        Read_LUTFile curves(nullptr);
+        fillSmooth(curves, false, 50);
+        LUTFILE_ST st = samples::request(path("curves.nvx1d"), 15);
+        QVERIFY(Write_LUTFile(nullptr).WriteFile(st, curves));
+        const Outcome expanded =
+            run({"convert", path("curves.nvx1d"), path("lattice.spi3d"), "--size", "50"});
+        QCOMPARE(expanded.status, 0);
+        QVERIFY(expanded.errors.contains("note: the 1D table becomes a lattice of 50 points"));
+        Read_LUTFile lattice(nullptr);
+        read(path("lattice.spi3d"), 13, lattice);
+        for (int i = 0; i < 50; ++i) {
+            const float* const cell = lattice.data3D[i][49 - i][7];
+            QVERIFY(std::fabs(cell[0] - curves.data1D[i][0]) < 2e-6F);
+            QVERIFY(std::fabs(cell[1] - curves.data1D[49 - i][1]) < 2e-6F);
+            QVERIFY(std::fabs(cell[2] - curves.data1D[7][2]) < 2e-6F);
+        }
+        const Outcome flat =
+            run({"convert", path("lattice.spi3d"), path("grey.nvx1d"), "--size", "50"});
+        QVERIFY(flat.errors.contains("note: of the 3D table only the grey axis is kept"));
+        Read_LUTFile grey(nullptr);
+        read(path("grey.nvx1d"), 15, grey);
+        QVERIFY(difference(grey, curves) < 1e-5F);
+    }
+
+    /// From every format that is read into every format of its kind that is written, and back.
+    void roundTrips_data() {
+        QTest::addColumn<int>("from");
+        QTest::addColumn<int>("to");
+        for (int from = 0; from < formatCount; ++from) {
+            for (int to = 0; to < formatCount; ++to) {
+                if (tintwell::formatOf(to)->write != nullptr && is3D(from) == is3D(to)) {
+                    QTest::addRow("%s to %s", qPrintable(nameOf(from)), qPrintable(nameOf(to)))
+                        << from << to;
+                }
+            }
+        }
+    }
+    void roundTrips() {
+        constexpr const char* samplesOfFormats[formatCount] = {
+            "sample.cube",   "texture.png",  "unwrapped.png",       "sample.3dl",
+            "sample.mga",    "sample.look",  "sample_discreet.lut", "sample_plain.lut",
+            "sample.davlut", "sample.csp",   "sample.cub",          "sample.itx",
+            "sample.spi1d",  "sample.spi3d", "sample.csv",          "sample.nvx1d",
+            "sample.nvx3d"};
+        QFETCH(int, from);
+        QFETCH(int, to);
+        const QString source = data(samplesOfFormats[from]);
+        const QString target = path("round");
+        // Integers of so many levels round down, the real numbers of the rest at the sixth digit.
+        const bool codes = tintwell::formatOf(to)->codes == tintwell::Codes::Only;
+        const Outcome outcome =
+            run({"convert", "--force", "--from", nameOf(from), "--to", nameOf(to), source, target});
+        QCOMPARE(outcome.status, 0);
+
+        Read_LUTFile before(nullptr);
+        read(source, from, before);
+        Read_LUTFile after(nullptr);
+        read(target, to, after);
+        if (to == 7) { // 256 entries, whatever there was
+            Read_LUTFile resampled(nullptr);
+            resampled.size1D = 256;
+            QVERIFY(resampled.allocate1D());
+            std::fill_n(before.domainMin1D, 3, 0.0F);
+            LutCalc().Lut1D_Out(before, resampled);
+            QVERIFY(difference(resampled, after) < 2e-6F);
+            return;
+        }
+        if (to == 6) { // the largest value is the scale
+            float largest = 0;
+            for (int n = 0; n < before.size1D; ++n) {
+                largest = std::max(
+                    {largest, before.data1D[n][0], before.data1D[n][1], before.data1D[n][2]});
+            }
+            for (int n = 0; n < before.size1D; ++n) {
+                std::for_each_n(before.data1D[n], 3, [&](float& value) { value /= largest; });
+            }
+        }
+        for (int n = 0; codes && n < before.size1D; ++n) {
+            before.data1D[n][1] = before.data1D[n][2] = before.data1D[n][0];
+        }
+        QVERIFY2(difference(before, after) < (codes ? 1.6e-5F : 2e-6F),
+                 qPrintable(QString::number(double(difference(before, after)))));
+    }
+
+    void identities_data() {
+        QTest::addColumn<QStringList>("options");
+        QTest::addColumn<QString>("size");
+        QTest::newRow("i.cube") << QStringList() << "33 x 33 x 33";
+        QTest::newRow("i.spi3d") << QStringList{"--size", "5"} << "5 x 5 x 5";
+        QTest::newRow("i.spi1d") << QStringList() << "1024 entries";
+        QTest::newRow("i.lut") << QStringList{"--to", "7"} << "256 entries";
+        QTest::newRow("i.csv") << QStringList{"--size", "4096", "--scale", "4095"}
+                               << "4096 entries";
+    }
+    void identities() {
+        QFETCH(QStringList, options);
+        QFETCH(QString, size);
+        const QString file = path(QTest::currentDataTag());
+        QCOMPARE(run(QStringList{"identity", file} + options).status, 0);
+        const QString told = run({"info", file}).output;
+        QVERIFY2(told.contains("size      " + size) && told.contains("identity  yes"),
+                 qPrintable(told));
+    }
+
+    void merges() {
+        Read_LUTFile smoothLut(nullptr);
+        fillSmooth(smoothLut, true, 5);
+        const LUTFILE_ST st = samples::request(path("first.cube"), 0);
+        QVERIFY(Write_LUTFile(nullptr).WriteFile(st, smoothLut));
+        QCOMPARE(run({"merge", path("first.cube"), cube(), path("both.spi3d")}).status, 0);
+        Read_LUTFile merged(nullptr);
+        read(path("both.spi3d"), 13, merged);
+        Read_LUTFile second(nullptr);
+        read(cube(), 0, second);
+        Read_LUTFile expected(nullptr);
+        expected.size3D = 5;
+        QVERIFY(expected.allocate3D());
+        LutCalc().Lut3D_Merge(smoothLut, second, expected);
+        QVERIFY(difference(merged, expected) < 5e-6F);
+
+        // A curve on either side, and its inverse behind it.
+        const QString square =
+            m_folder.file("half.spi1d", "From 0 1\nLength 3\nComponents 1\n{\n0\n0.25\n1\n}\n");
+        const QString root =
+            m_folder.file("root.spi1d", "From 0 1\nLength 5\nComponents 1\n{\n0\n0.5\n"
+                                        "0.666666\n0.833333\n1\n}\n");
+        QCOMPARE(run({"merge", square, root, path("one.cube"), "--size", "9"}).status, 0);
+        QVERIFY(run({"info", path("one.cube")}).output.contains("9 x 9 x 9"));
+    }
+
+    void batches() {
+        for (int n = 0; n < 6; ++n) {
+            QFile::copy(data("sample.cube"), path(QString("batch%1.cube").arg(n)));
+        }
+        m_folder.file("batch3.cube", "LUT_3D_SIZE 2\n0 0 0\n");
+        QStringList inputs;
+        for (int n = 0; n < 6; ++n) {
+            inputs += path(QString("batch%1.cube").arg(n));
+        }
+        const QStringList options = {"convert",         "--to",   "spi3d", "--output-directory",
+                                     path("batch/out"), "--jobs", "4"};
+        const Outcome outcome = run(options + inputs);
+        QCOMPARE(outcome.status, 1);
+        QCOMPARE(outcome.errors,
+                 QString("tintwell-cli: %1:2: the file ends after 1 samples, expected 8\n"
+                         "tintwell-cli: 1 of 6 files failed\n")
+                     .arg(inputs[3]));
+        QVERIFY(outcome.output.isEmpty());
+        QCOMPARE(entries("batch/out"), QStringList({"batch0.spi3d", "batch1.spi3d", "batch2.spi3d",
+                                                    "batch4.spi3d", "batch5.spi3d"}));
+
+        QDir(path("")).mkpath("other");
+        QFile::copy(data("sample.cube"), path("other/batch0.cube"));
+        const Outcome twice = run({"convert", "--force", "--to", "spi3d", "--output-directory",
+                                   path("batch/out"), inputs[0], path("other/batch0.cube")});
+        QCOMPARE(twice.status, 1);
+        QVERIFY(twice.errors.contains("another input becomes batch0.spi3d already"));
+    }
+
+    void replacesOnlyWhenAsked() {
+        const QString file = m_folder.file("kept.cube", "old");
+        QFile::setPermissions(file, QFile::ReadOwner | QFile::WriteOwner);
+        QCOMPARE(run({"identity", file}).status, 1);
+        QCOMPARE(m_folder.content("kept.cube"), QByteArray("old"));
+        QCOMPARE(run({"identity", "--size", "2", "--force", file}).status, 0);
+        QVERIFY(m_folder.content("kept.cube").contains("LUT_3D_SIZE 2"));
+        QVERIFY(!(QFile::permissions(file) & QFile::ReadOther));
+        QCOMPARE(run({"convert", "--force", "--size", "3", file, file}).status, 0);
+        QVERIFY(m_folder.content("kept.cube").contains("LUT_3D_SIZE 3"));
+
+        const QString link = path("link.cube");
+        QVERIFY(QFile::link(file, link));
+        QCOMPARE(run({"convert", "--force", "--size", "4", file, link}).status, 0);
+        QVERIFY(QFileInfo(link).isSymLink());
+        QVERIFY(m_folder.content("kept.cube").contains("LUT_3D_SIZE 4"));
+    }
+
+    void failedWritesKeepTheOldFile() {
+        const rlimit small = {8192, 8192};
+        const Outcome outcome = writeOverOld("limited", [small] {
+            signal(SIGXFSZ, SIG_IGN);
+            setrlimit(RLIMIT_FSIZE, &small);
+        });
+        QCOMPARE(outcome.status, 1);
+        QCOMPARE(outcome.errors,
+                 "tintwell-cli: " + path("limited/big.cube") + ": not written: File too large\n");
+        QCOMPARE(m_folder.content("limited/big.cube"), QByteArray("old"));
+        QCOMPARE(entries("limited"), QStringList{"big.cube"});
+    }
+
+    /// The limit kills the program in the middle of the file.
+    void interruptedWritesKeepTheOldFile() {
+        const rlimit small = {8192, 8192};
+        const rlimit noCore = {0, 0};
+        const Outcome outcome = writeOverOld("killed", [small, noCore] {
+            signal(SIGXFSZ, SIG_DFL);
+            setrlimit(RLIMIT_CORE, &noCore);
+            setrlimit(RLIMIT_FSIZE, &small);
+        });
+        QCOMPARE(outcome.status, -1);
+        QCOMPARE(m_folder.content("killed/big.cube"), QByteArray("old"));
+    }
+
+    void fullDisksKeepTheOldFile() {
+        QDir(path("")).mkpath("disk");
+        const QStringList mount = {"-t", "tmpfs", "-o", "size=64k", "tmpfs", path("disk")};
+        if (QProcess::execute("mount", mount) != 0) {
+            QSKIP("no file system of a limited size can be mounted here");
+        }
+        const Outcome outcome = writeOverOld("disk", [] {});
+        const QByteArray kept = m_folder.content("disk/big.cube");
+        const QStringList left = entries("disk");
+        QProcess::execute("umount", {path("disk")});
+        QCOMPARE(outcome.status, 1);
+        QVERIFY(outcome.errors.endsWith("not written: No space left on device\n"));
+        QCOMPARE(kept, QByteArray("old"));
+        QCOMPARE(left, QStringList{"big.cube"});
+    }
+
+    void printsToFullDisks() {
+        samples::PreparedProcess process;
+        process.setStandardOutputFile("/dev/full");
+        const Outcome outcome = samples::finish(process, {"formats"});
+        QCOMPARE(outcome.status, 1);
+        QCOMPARE(outcome.errors,
+                 QString("tintwell-cli: standard output: not written: No space left on device\n"));
+    }
+
+    void tracesWhenAsked() {
+        samples::PreparedProcess process;
+        QProcessEnvironment plain = QProcessEnvironment::systemEnvironment();
+        plain.remove("QT_LOGGING_RULES");
+        process.setProcessEnvironment(plain);
+        QVERIFY(samples::finish(process, {"info", "--verbose", data("sample.cube")})
+                    .errors.contains("file:-----"));
+        QVERIFY(samples::finish(process, {"info", data("sample.cube")}).errors.isEmpty());
+    }
+
+    void namesAreUtf8InEveryLocale() {
+        const QString name = path(QString::fromUtf8("dämmerung.cube"));
+        samples::PreparedProcess process;
+        QProcessEnvironment bare = QProcessEnvironment::systemEnvironment();
+        bare.insert("LC_ALL", "C");
+        process.setProcessEnvironment(bare);
+        QCOMPARE(samples::finish(process, {"identity", "--size", "2", name}).status, 0);
+        QVERIFY(QFile::exists(name));
+    }
+};
+
+QTEST_GUILESS_MAIN(TestCli)
+#include "test_cli.moc"
