@@ -6,10 +6,9 @@ namespace tintwell {
 
 bool allocateLattice(Read_LUTFile& lut, const LineSource& lines, Body body) {
     const std::int64_t n = lut.size3D;
-    const bool readable = n >= 1 && n <= Read_LUTFile::MaxSize3D;
-    const bool justified =
-        lines.canHold(n * n * n) || (body == Body::MayBeShort && n <= MaxEmptySize3D);
-    if (readable && !justified) {
+    const bool couldBeRead = n >= 1 && n <= Read_LUTFile::MaxSize3D;
+    if (couldBeRead && !lines.canHold(n * n * n) &&
+        (body == Body::Complete || n > MaxEmptySize3D)) {
         return lut.fail(QStringLiteral("the file is too short for the %1 samples of its size %2")
                             .arg(n * n * n)
                             .arg(n));
