@@ -9,8 +9,9 @@ class OneFormat {
 public:
     explicit OneFormat(int code) : m_code(code) {}
 
-    /// In the format's own orders.
+    /// In the format's own orders, which the container must not have had before.
     bool read(Read_LUTFile& lut, const QByteArray& text, bool probe = false) const {
+        lut.dataOrder = lut.tableOrder = false;
         return lut.ReadFile(request(m_folder.file(QStringLiteral("in"), text), m_code), probe);
     }
 
@@ -20,8 +21,11 @@ public:
         return lut.ReadFile(request(path, m_code, dataOrder, tableOrder), false);
     }
 
+    /// Likewise: it is the writer that must put these orders in place of those asked for.
     QByteArray written(Read_LUTFile& lut, int scale = 1) const {
-        return written(lut, request(m_folder.path(QStringLiteral("out")), m_code), scale);
+        LUTFILE_ST st = request(m_folder.path(QStringLiteral("out")), m_code, false, false);
+        st.defaultOrder = true;
+        return written(lut, st, scale);
     }
 
     QByteArray writtenInOrders(Read_LUTFile& lut, bool dataOrder, bool tableOrder,
@@ -41,6 +45,11 @@ private:
     int m_code;
 };
 
+/// Sample (i, j, k), wherever the orders have put it.
+inline QVector<float> sampleAt(const Read_LUTFile& lut, int i, int j, int k) {
+    return cell(lut.tableOrder ? lut.data3D[i][j][k] : lut.data3D[k][j][i]);
+}
+
 /// A 1D table's cells, one after the other.
 inline QVector<float> curve(const Read_LUTFile& lut) {
     QVector<float> values;
@@ -58,29 +67,50 @@ inline void fill1D(Read_LUTFile& lut, const QVector<float>& values) {
     }
 }
 
-/// What a 1D reader makes of a text: whether it reads, the size, and, where given, the cells.
-inline void curveColumns() {
+/// What a reader makes of a text: whether it reads, the size, and, where given, the values: those
+/// of sample (0, 0, 1) for a lattice, all of them for a curve.
+inline void textColumns() {
     QTest::addColumn<QByteArray>("text");
     QTest::addColumn<bool>("reads");
     QTest::addColumn<int>("size");
-    QTest::addColumn<QVector<float>>("cells");
+    QTest::addColumn<QVector<float>>("values");
 }
 
-inline void curveRow(const char* name, const QByteArray& text, bool reads, int size,
-                     const QVector<float>& cells = {}) {
-    QTest::newRow(name) << text << reads << size << cells;
+inline void textRow(const char* name, const QByteArray& text, bool reads, int size,
+                    const QVector<float>& values = {}) {
+    QTest::newRow(name) << text << reads << size << values;
+}
+
+inline void compareLattice(const OneFormat& format) {
+    QFETCH(QByteArray, text);
+    QFETCH(QVector<float>, values);
+    Read_LUTFile lut(nullptr);
+    QTEST(format.read(lut, text), "reads");
+    QTEST(lut.size3D, "size");
+    if (!values.isEmpty()) {
+        QCOMPARE(sampleAt(lut, 0, 0, 1), values);
+    }
 }
 
 inline void compareCurve(const OneFormat& format) {
     QFETCH(QByteArray, text);
-    QFETCH(QVector<float>, cells);
+    QFETCH(QVector<float>, values);
     Read_LUTFile lut(nullptr);
     QTEST(format.read(lut, text), "reads");
     QTEST(lut.size1D, "size");
-    if (!cells.isEmpty()) {
-        QCOMPARE(curve(lut), cells);
+    if (!values.isEmpty()) {
+        QCOMPARE(curve(lut), values);
         QCOMPARE(cell(lut.domainMax1D), QVector<float>({1, 1, 1}));
     }
+}
+
+/// Sample lines whose first number counts them, in steps of 1/32 from 0.
+inline QByteArray numbered(int from, int to) {
+    QByteArray lines;
+    for (int n = from; n < to; ++n) {
+        lines += QByteArray::number(n / 32.0) + " 0.5 0.25\n";
+    }
+    return lines;
 }
 
 } // namespace samples

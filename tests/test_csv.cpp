@@ -55,16 +55,6 @@ private Q_SLOTS:
         QCOMPARE(samples::cell(lut.domainMax1D), QVector<float>({1, 1, 1}));
     }
 
-    void readsALongRamp() {
-        Read_LUTFile lut(nullptr);
-        QVERIFY(m_format.read(lut, "Index,Code\n" + ramp(1024)));
-        const QVector<float> values = grey(lut);
-        QCOMPARE(values.size(), 1024);
-        for (int n = 0; n < 1024; ++n) {
-            QCOMPARE(values[n], float(n) / 1023);
-        }
-    }
-
     /// A probe leaves the full scale in the domain.
     void lastCodeTellsTheScale_data() {
         QTest::addColumn<QByteArray>("lastCode");

@@ -135,19 +135,26 @@ private Q_SLOTS:
     }
 
     void curves_data() {
-        samples::curveColumns();
+        samples::textColumns();
         const QByteArray two = hex(0) + hex(0.5F) + hex(1) + hex(4) + hex(1) + hex(-1);
         const QVector<float> asBgr = {1, 0.5F, 0, 0, 1, 1};
-        samples::curveRow("alone", look(table("2", two, "LUT1D")), true, 2, asBgr);
-        samples::curveRow("before a lattice",
-                          look(table("2", two, "LUT1D") + table("1", points(0, 1))), true, 2,
-                          asBgr);
-        samples::curveRow("without data", look("<LUT1D><size>1</size></LUT1D>"), true, 1,
-                          {0, 0, 0});
-        samples::curveRow("short", look(table("3", two, "LUT1D")), false, 3);
-        samples::curveRow("too long", look(table("99999999", two, "LUT1D")), false, 99999999);
+        samples::textRow("alone", look(table("2", two, "LUT1D")), true, 2, asBgr);
+        samples::textRow("before a lattice",
+                         look(table("2", two, "LUT1D") + table("1", points(0, 1))), true, 2, asBgr);
+        samples::textRow("without data", look("<LUT1D><size>1</size></LUT1D>"), true, 1, {0, 0, 0});
+        samples::textRow("short", look(table("3", two, "LUT1D")), false, 3);
+        samples::textRow("too long", look(table("99999999", two, "LUT1D")), false, 99999999);
     }
     void curves() { samples::compareCurve(m_format); }
+
+    /// Nothing stays of a table that does not decode, not even where its domain ended.
+    void domainAfterBadDigits() {
+        Read_LUTFile lut(nullptr);
+        QVERIFY(!m_format.read(lut, look(table("2", hex(4) + points(0, 7) + "bad"))));
+        QCOMPARE(samples::cell(lut.domainMax3D), QVector<float>({1, 1, 1}));
+        QVERIFY(!m_format.read(lut, look(table("2", hex(4) + points(0, 1) + "bad", "LUT1D"))));
+        QCOMPARE(samples::cell(lut.domainMax1D), QVector<float>({1, 1, 1}));
+    }
 
     void givenOrders() {
         const QByteArray text = look(table("2", points(0, 8)) + table("1", points(0, 1), "LUT1D"));

@@ -1,8 +1,8 @@
-#include "samples.h"
+#include "one_format.h"
+
+#include <limits>
 
 namespace {
-
-constexpr int threeDl = 3;
 
 /// Samples that count the file's order in their first channel.
 QByteArray numbered(int from, int to) {
@@ -13,93 +13,59 @@ QByteArray numbered(int from, int to) {
     return text;
 }
 
+QVector<float> second(float scale) {
+    return {1 / scale, 2 / scale, 4 / scale};
+}
+
 } // namespace
 
 class TestThreeDl : public QObject {
     Q_OBJECT
 
-    samples::Folder m_folder;
-
-    bool read(Read_LUTFile& lut, const QByteArray& text, bool probe = false) {
-        return lut.ReadFile(
-            samples::request(m_folder.file(QStringLiteral("in.3dl"), text), threeDl), probe);
-    }
+    const samples::OneFormat m_format{3};
 
 private Q_SLOTS:
-    void initTestCase() { samples::requireExpectedLocale(); }
-
-    /// Whether the file \a text reads, its size, its sample (0, 0, 1), and the scale of that.
-    void content_data() {
-        QTest::addColumn<QByteArray>("text");
-        QTest::addColumn<bool>("reads");
-        QTest::addColumn<int>("size");
-        QTest::addColumn<float>("scale");
-        QTest::addColumn<QVector<float>>("sample");
-        const auto row = [](const char* name, const QByteArray& text, bool reads, int size,
-                            float scale = 1, const QVector<float>& sample = {}) {
-            QTest::newRow(name) << text << reads << size << scale << sample;
-        };
+    void lattice_data() {
+        samples::textColumns();
+        using samples::textRow;
         const QByteArray shaper = "0 1023\n";
         const QByteArray eight = numbered(0, 8);
-        const QVector<float> second = {1, 2, 4};
 
-        row("size by the shaper", shaper + eight, true, 2, 7, second);
-        row("size by Mesh", "3DMESH\nMesh 1 10\n0 512 600 1023\n" + numbered(0, 27), true, 3, 1023,
-            second);
-        row("Mesh behind the samples", shaper + eight + numbered(8, 27) + "Mesh 1 12\n", true, 3,
-            4095, second);
-        row("the first shaper tells the size", shaper + eight + "0 1 2 3\n", true, 2, 7, second);
-        row("size behind the samples", eight + shaper, true, 2, 7, second);
-        row("as other systems write it",
-            QByteArray("\xEF\xBB\xBF# c\n" + shaper + eight)
-                .replace("\n", "\r\n")
-                .replace(" ", " \t"),
-            true, 2, 7, second);
-        row("lines that take no place",
-            shaper + "0 2 4\n\n# 1 1\n1\n1 1\n1 1 1 1\nMesh 1 10\ngamma 1 1\n3DMESH\na b c\n" +
-                numbered(1, 27),
-            true, 3, 1023, second);
-        row("a partial line keeps the rest", shaper + "7 2 4\n1 x 9\n" + numbered(2, 8), true, 2, 7,
-            second);
-        row("other white space parts words, not numbers",
-            shaper +
-                "7 2 4\n1\xE2\x80\x83"
-                "5 5\n" +
-                numbered(2, 8),
-            true, 2, 7, second);
-        row("the first pass carries over", shaper + "0 x x\n1 x x\n" + numbered(2, 8), true, 2, 7,
-            second);
-        row("but not under a scale", "Mesh 0 3\n0 x x\n1 x x\n" + numbered(2, 8), true, 2, 7,
-            {1, 0, 0});
-        row("last sample lacks", shaper + numbered(0, 7), true, 2, 7, second);
-        row("two samples lack", shaper + numbered(0, 6), false, 2);
-        row("lines past the last sample", shaper + eight + "9 9 9\n", true, 2, 15, second);
-        row("no size", eight, false, 0);
-        row("size of three words", "0 512 1023\n" + numbered(0, 27), false, 0);
-        row("size too large", "Mesh 8 10\n" + eight, false, 257);
-        row("size absurd", "Mesh 31 10\n" + eight, false, std::numeric_limits<int>::max());
-        row("Mesh alone", shaper + eight + "Mesh\n", false, 2);
-        row("Mesh without numbers", "Mesh x 10\n" + shaper + eight, false, 0);
-        row("Mesh without its blank", "Mesh\t1 10\n" + shaper + eight, false, 0);
-        row("Mesh without a scale", "Mesh 0\n" + eight, true, 2, 7, second);
-        row("Mesh of one bit", "Mesh 0 1\n" + eight, true, 2, 7, second);
-        row("a second Mesh keeps the bits", "Mesh 4 4\nMesh 0\n" + eight, true, 2, 15, second);
-        row("gamma without a number", shaper + "gamma x\n" + eight, false, 2);
+        textRow("size by the shaper", shaper + eight, true, 2, second(7));
+        textRow("size by Mesh", "3DMESH\nMesh 1 10\n0 512 600 1023\n" + numbered(0, 27), true, 3,
+                second(1023));
+        textRow("Mesh behind the samples", shaper + numbered(0, 27) + "Mesh 1 12\n", true, 3,
+                second(4095));
+        textRow("the first shaper tells the size", shaper + eight + "0 1 2 3\n", true, 2,
+                second(7));
+        textRow("size behind the samples", eight + shaper, true, 2, second(7));
+        textRow("header lines between samples",
+                shaper + "0 2 4\n1\n1 1\n1 1 1 1\nMesh 1 10\ngamma 1 1\n3DMESH\na b c\n" +
+                    numbered(1, 27),
+                true, 3, second(1023));
+        textRow("other white space parts words, not numbers",
+                shaper +
+                    "7 2 4\n1\xE2\x80\x83"
+                    "5 5\n" +
+                    numbered(2, 8),
+                true, 2, second(7));
+        textRow("the first pass carries over", shaper + "0 x x\n1 x x\n" + numbered(2, 8), true, 2,
+                second(7));
+        textRow("lines past the last sample", shaper + eight + "9 9 9\n", true, 2, second(15));
+        textRow("last sample lacks", shaper + numbered(0, 7), true, 2, second(7));
+        textRow("no size", eight, false, 0);
+        textRow("size of three words", "0 512 1023\n" + numbered(0, 27), false, 0);
+        textRow("size too large", "Mesh 8 10\n" + eight, false, 257);
+        textRow("size absurd", "Mesh 31 10\n" + eight, false, std::numeric_limits<int>::max());
+        textRow("Mesh alone", shaper + eight + "Mesh\n", false, 2);
+        textRow("Mesh without numbers", "Mesh x 10\n" + shaper + eight, false, 0);
+        textRow("Mesh without its blank", "Mesh\t1 10\n" + shaper + eight, false, 0);
+        textRow("Mesh without a scale", "Mesh 0\n" + eight, true, 2, second(7));
+        textRow("Mesh of one bit", "Mesh 0 1\n" + eight, true, 2, second(7));
+        textRow("a second Mesh keeps the bits", "Mesh 4 4\nMesh 0\n" + eight, true, 2, second(15));
+        textRow("gamma without a number", shaper + "gamma x\n" + eight, false, 2);
     }
-    void content() {
-        QFETCH(QByteArray, text);
-        QFETCH(float, scale);
-        QFETCH(QVector<float>, sample);
-        Read_LUTFile lut(nullptr);
-        QTEST(read(lut, text), "reads");
-        QTEST(lut.size3D, "size");
-        if (!sample.isEmpty()) {
-            const float* const cell = lut.data3D[0][0][1];
-            QCOMPARE(samples::cell(cell),
-                     QVector<float>({sample[0] / scale, sample[1] / scale, sample[2] / scale}));
-            QCOMPARE(samples::cell(lut.domainMax3D), QVector<float>({1, 1, 1}));
-        }
-    }
+    void lattice() { samples::compareLattice(m_format); }
 
     /// What the largest sample of a file without Mesh is stored as.
     void inferredScale_data() {
@@ -110,7 +76,6 @@ private Q_SLOTS:
         };
         row("0.1", 0.1F);
         row("0.25", 0.25F / 3);
-        row("1.0", 1.0F / 3);
         row("3.9", 1);
         row("4", 4.0F / 7);
         row("1000", 1000.0F / 1023);
@@ -125,21 +90,25 @@ private Q_SLOTS:
         for (const QByteArray& line :
              {largest + " 0 0\n", "0 " + largest + " 0\n", "0 0 " + largest}) {
             Read_LUTFile lut(nullptr);
-            QVERIFY(read(lut, "0 1\n" + QByteArray("0 0 0\n").repeated(7) + line));
+            QVERIFY(m_format.read(lut, "0 1\n" + QByteArray("0 0 0\n").repeated(7) + line));
             const float* const cell = lut.data3D[1][1][1];
             QTEST(cell[0] + cell[1] + cell[2], "stored");
+            QCOMPARE(samples::cell(lut.domainMax3D), QVector<float>({1, 1, 1}));
         }
     }
 
     void shaperAndGamma() {
         Read_LUTFile lut(nullptr);
-        QVERIFY(read(lut, "0 256 x 1024\ngamma 2.5\n0 512\n", true));
+        QVERIFY(m_format.read(lut, "0 256 x 1024\ngamma 2.5\n0 512\n", true));
         QCOMPARE(lut.size3D, 4);
         QCOMPARE(lut.gamma, 2.5);
         QCOMPARE(lut.shaperIn[1], 0.5); // of the largest so far, on whichever line
         QCOMPARE(lut.shaperIn[2], 0.0);
         QCOMPARE(lut.shaperIn[3], 1.0);
-        QVERIFY(lut.data3D == nullptr);
+        Read_LUTFile named(nullptr);
+        QVERIFY(m_format.read(named, "3DMESH 7 7 7\n", true)); // a shaper like any other
+        QCOMPARE(named.size3D, 4);
+        QCOMPARE(named.gamma, 1.0);
     }
 
     void longShaper() {
@@ -148,23 +117,14 @@ private Q_SLOTS:
             shaper += QByteArray::number(n) + ' ';
         }
         Read_LUTFile lut(nullptr);
-        QVERIFY(read(lut, shaper, true));
+        QVERIFY(m_format.read(lut, shaper, true));
         QCOMPARE(lut.size3D, 300);
         QCOMPARE(lut.shaperIn[255], 256.0 / 300);
-        QCOMPARE(lut.gamma, 1.0);
+        QCOMPARE(lut.gamma, 1.0); // the field behind
         Read_LUTFile full(nullptr);
-        QVERIFY(!read(full, shaper + '\n' + numbered(0, 8)));
+        QVERIFY(!m_format.read(full, shaper + '\n' + numbered(0, 8)));
         Read_LUTFile meshed(nullptr);
-        QVERIFY(read(meshed, shaper + "\nMesh 0 3\n" + numbered(0, 8)));
-    }
-
-    void readsTheSample() {
-        Read_LUTFile lut(nullptr);
-        QVERIFY(lut.ReadFile(
-            samples::request(QStringLiteral(TINTWELL_TEST_DATA "/sample.3dl"), threeDl), false));
-        QCOMPARE(lut.size3D, 3);
-        QCOMPARE(samples::cell(lut.data3D[2][1][0]),
-                 QVector<float>({1022.0F / 1023, 511.0F / 1023, 40.0F / 1023}));
+        QVERIFY(m_format.read(meshed, shaper + "\nMesh 0 3\n" + numbered(0, 8)));
     }
 };
 
