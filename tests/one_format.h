@@ -60,11 +60,7 @@ inline QVector<float> curve(const Read_LUTFile& lut) {
 }
 
 inline void fill1D(Read_LUTFile& lut, const QVector<float>& values) {
-    lut.size1D = values.size() / 3;
-    QVERIFY(lut.allocate1D());
-    for (int n = 0; n < values.size(); ++n) {
-        lut.data1D[n / 3][n % 3] = values[n];
-    }
+    fill1D(lut, values.size() / 3, [&](int n) { return values.mid(3 * n, 3); });
 }
 
 /// What a reader makes of a text: whether it reads, the size, and, where given, the values: those

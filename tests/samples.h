@@ -10,6 +10,7 @@
 
 #include <clocale>
 #include <functional>
+#include <random>
 
 namespace samples {
 
@@ -65,6 +66,30 @@ inline void fill3D(Read_LUTFile& lut, int size,
             }
         }
     }
+}
+
+inline void fillRandom(Read_LUTFile& lut, int size, unsigned seed, float min = 0, float max = 1) {
+    std::mt19937 random(seed);
+    std::uniform_real_distribution<float> real(min, max);
+    fill3D(lut, size, [&](int, int, int) {
+        return QVector<float>({real(random), real(random), real(random)});
+    });
+}
+
+/// Likewise a 1D table.
+inline void fill1D(Read_LUTFile& lut, int size, const std::function<QVector<float>(int)>& value) {
+    lut.size1D = size;
+    QVERIFY(lut.allocate1D());
+    for (int n = 0; n < size; ++n) {
+        const QVector<float> cell = value(n);
+        std::copy(cell.cbegin(), cell.cend(), lut.data1D[n]);
+    }
+}
+
+/// A table of zeros.
+inline void empty3D(Read_LUTFile& lut, int size) {
+    lut.size3D = size;
+    QVERIFY(lut.allocate3D());
 }
 
 inline QVector<float> cell(const float* from) {

@@ -129,6 +129,21 @@ private Q_SLOTS:
         QVERIFY(writer.WriteFile(samples::request(target, 0), lut)); // of the 3D table alone
     }
 
+    void tablesOfAnEarlierReadAreReleased() {
+        const samples::Folder folder;
+        Read_LUTFile lut(nullptr);
+        for (const int size : {2, 5}) {
+            const QByteArray text = "LUT_3D_SIZE " + QByteArray::number(size) + "\nLUT_1D_SIZE " +
+                                    QByteArray::number(size) + '\n' +
+                                    QByteArray("1 1 1\n").repeated(size * size * size + size);
+            const QString path = folder.file(QStringLiteral("a.cube"), text);
+            QVERIFY(lut.ReadFile(samples::request(path, 0), false));
+            const int last = size - 1;
+            QCOMPARE(samples::cell(lut.data3D[last][last][last]), QVector<float>({1, 1, 1}));
+            QCOMPARE(samples::cell(lut.data1D[last]), QVector<float>({1, 1, 1}));
+        }
+    }
+
     void dispatchPassesFlagsOn() {
         Read_LUTFile lut(nullptr);
         LUTFILE_ST st = samples::request(QString(), 17, false, false);

@@ -6,15 +6,6 @@
 
 namespace {
 
-void makeCurve(Read_LUTFile& lut, int size, const std::function<QVector<float>(int)>& value) {
-    lut.size1D = size;
-    QVERIFY(lut.allocate1D());
-    for (int i = 0; i < size; ++i) {
-        const QVector<float> entry = value(i);
-        std::copy(entry.cbegin(), entry.cend(), lut.data1D[i]);
-    }
-}
-
 QVector<float> squares(int i) {
     const auto x = float(i);
     return {x * x, -x, 1 / (1 + x)};
@@ -45,20 +36,43 @@ private Q_SLOTS:
         QCOMPARE(through(lut, 0.125F, 0.8125F, 1), QVector<float>({0.125F, 0.8125F, 1}));
         QCOMPARE(through(lut, -1, 2, NAN), QVector<float>({0, 1, 0}));
         Read_LUTFile point(nullptr);
-        makeCurve(point, 1, squares);
+        samples::fill1D(point, 1, squares);
         m_calc.Lut1D_OnebyOne(point);
         QCOMPARE(point.data1D[0][0], 0.0F);
     }
 
     void channelsAndDomainsAreTheirOwn() {
         Read_LUTFile lut(nullptr);
-        makeCurve(lut, 5, squares);
+        samples::fill1D(lut, 5, squares);
         const float min[] = {-1, 0, 0};
         const float max[] = {1, 4, 0}; // the last without width
         std::copy_n(min, 3, lut.domainMin1D);
         std::copy_n(max, 3, lut.domainMax1D);
         QCOMPARE(through(lut, 0.25F, 1.5F, 0), QVector<float>({6.5F, -1.5F, 1}));
         QCOMPARE(through(lut, -1, 9, 1), QVector<float>({0, -4, 0.2F}));
+    }
+
+    /// The reciprocal of the width comes first, then times the last entry, and each step rounds.
+    void orderOfOperations() {
+        constexpr int size = 34;
+        Read_LUTFile lut(nullptr);
+        samples::fill1D(lut, size, squares);
+        std::fill_n(lut.domainMin1D, 3, -0.1F);
+        std::fill_n(lut.domainMax1D, 3, 1.3F);
+        volatile float factor = 1.3F - -0.1F;
+        factor = 1 / factor;
+        factor = factor * (size - 1);
+        for (int n = 0; n < 1000; ++n) {
+            const float value = float(n) / 999;
+            volatile float x = value - -0.1F;
+            x = x * factor;
+            const int lower = int(x);
+            const float* const low = lut.data1D[lower];
+            const float* const high = lut.data1D[std::min(lower + 1, size - 1)];
+            volatile float y = (high[2] - low[2]);
+            y = y * (x - float(lower));
+            QVERIFY(through(lut, value, value, value)[2] == y + low[2]);
+        }
     }
 
     void resampling_data() {
@@ -74,8 +88,8 @@ private Q_SLOTS:
         QFETCH(int, to);
         Read_LUTFile src(nullptr);
         Read_LUTFile dst(nullptr);
-        makeCurve(src, from, squares);
-        makeCurve(dst, to, squares);
+        samples::fill1D(src, from, squares);
+        samples::fill1D(dst, to, squares);
         m_calc.Lut1D_Out(src, dst);
         for (int i = 0; i < to; ++i) {
             const float t = to > 1 ? float(i) / float(to - 1) : 0;
@@ -91,11 +105,10 @@ private Q_SLOTS:
     void expansionTakesTheRowBelow() {
         Read_LUTFile curve(nullptr);
         Read_LUTFile lut(nullptr);
-        makeCurve(curve, 1024, [](int i) {
+        samples::fill1D(curve, 1024, [](int i) {
             return QVector<float>({float(i), float(i) + 0.25F, float(i) + 0.5F});
         });
-        lut.size3D = 33;
-        QVERIFY(lut.allocate3D());
+        samples::empty3D(lut, 33);
         m_calc.Lut1D_to_Lut3D(curve.data1D, 1024, lut);
         QCOMPARE(samples::cell(lut.data3D[1][2][3]), QVector<float>({31, 63.25F, 95.5F}));
         QCOMPARE(samples::cell(lut.data3D[32][0][31]), QVector<float>({1023, 0.25F, 991.5F}));
@@ -104,30 +117,28 @@ private Q_SLOTS:
         m_calc.Lut1D_to_Lut3D(curve.data1D, 1, lut);
         QCOMPARE(samples::cell(lut.data3D[32][32][32]), QVector<float>({0, 0.25F, 0.5F}));
         Read_LUTFile point(nullptr);
-        point.size3D = 1;
-        QVERIFY(point.allocate3D());
+        samples::empty3D(point, 1);
         m_calc.Lut1D_to_Lut3D(curve.data1D, 1024, point);
         QCOMPARE(samples::cell(point.data3D[0][0][0]), QVector<float>({0, 0.25F, 0.5F}));
     }
 
     void greyDiagonal() {
         Read_LUTFile lut(nullptr);
-        lut.size3D = 9;
-        QVERIFY(lut.allocate3D());
+        samples::empty3D(lut, 9);
         m_calc.Lut3D_OnebyOne(lut);
         lut.data3D[4][4][4][1] = 0.625F;
         Read_LUTFile curve(nullptr);
-        makeCurve(curve, 17, squares);
+        samples::fill1D(curve, 17, squares);
         m_calc.Lut3D_to_Lut1D(lut, curve);
         QCOMPARE(samples::cell(curve.data1D[8]), QVector<float>({0.5F, 0.625F, 0.5F}));
         QCOMPARE(samples::cell(curve.data1D[7]), QVector<float>({0.4375F, 0.5F, 0.4375F}));
         QCOMPARE(samples::cell(curve.data1D[16]), QVector<float>({1, 1, 1}));
         // There and back: the diagonal of a separable table is the curves that made it.
         Read_LUTFile source(nullptr);
-        makeCurve(source, 9, squares);
+        samples::fill1D(source, 9, squares);
         m_calc.Lut1D_to_Lut3D(source.data1D, 9, lut);
         Read_LUTFile back(nullptr);
-        makeCurve(back, 9, [](int) { return QVector<float>({0, 0, 0}); });
+        samples::fill1D(back, 9, [](int) { return QVector<float>({0, 0, 0}); });
         m_calc.Lut3D_to_Lut1D(lut, back);
         for (int i = 0; i < 9; ++i) {
             QCOMPARE(samples::cell(back.data1D[i]), samples::cell(source.data1D[i]));
@@ -159,9 +170,8 @@ private Q_SLOTS:
         QFETCH(float, sample);
         QFETCH(int, bits);
         Read_LUTFile lut(nullptr);
-        makeCurve(lut, 1, [&](int) { return QVector<float>({0.25F, sample, sample}); });
-        lut.size3D = 1;
-        QVERIFY(lut.allocate3D());
+        samples::fill1D(lut, 1, [&](int) { return QVector<float>({0.25F, sample, sample}); });
+        samples::empty3D(lut, 1);
         std::copy_n(lut.data1D[0], 3, lut.data3D[0][0][0]);
         unsigned short words[3] = {};
         m_calc.Lut1D_to_Uart(words, bits, lut);
@@ -197,7 +207,7 @@ private Q_SLOTS:
         }
 
         Read_LUTFile curve(nullptr);
-        makeCurve(curve, 2, squares);
+        samples::fill1D(curve, 2, squares);
         const unsigned short given[] = {0, 1, 1023, 512, 65535, 2};
         m_calc.Uart_to_Lut1D(given, 10, curve);
         QCOMPARE(samples::cell(curve.data1D[1]),

@@ -130,6 +130,7 @@ private Q_SLOTS:
             return bytes;
         };
         QTEST(text([&](QTextStream& out) {
+                  out.setFieldWidth(20);
                   writer.White3D(m_lattice, out, 0, 0, 0, scale, sep);
                   QCOMPARE(out.realNumberNotation(), QTextStream::FixedNotation);
                   QCOMPARE(out.fieldWidth(), 0);

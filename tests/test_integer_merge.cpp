@@ -45,17 +45,8 @@ Codes bySorting(const Read_LUTFile& lut, const Codes& in) {
 }
 
 void makeIdentity(Read_LUTFile& lut, int size) {
-    lut.size3D = size;
-    QVERIFY(lut.allocate3D());
+    samples::empty3D(lut, size);
     LutCalc().Lut3D_OnebyOne(lut);
-}
-
-void fillRandom(Read_LUTFile& lut, int size, unsigned seed) {
-    std::mt19937 random(seed);
-    std::uniform_real_distribution<float> real(0, 1);
-    samples::fill3D(lut, size, [&](int, int, int) {
-        return QVector<float>({real(random), real(random), real(random)});
-    });
 }
 
 /// How far two tables lie apart at most.
@@ -88,7 +79,7 @@ private Q_SLOTS:
         QFETCH(int, size);
         std::mt19937 random(7);
         Read_LUTFile lut(nullptr);
-        fillRandom(lut, size, 8);
+        samples::fillRandom(lut, size, 8);
         const unsigned long step = 255UL / static_cast<unsigned long>(lut.size3D - 1);
         for (int n = 0; n < 20'000; ++n) {
             Codes in = {random() % 256, random() % 256, random() % 256};
@@ -111,6 +102,15 @@ private Q_SLOTS:
         makeIdentity(identity, 17);
         QCOMPARE(lookedUp(identity, {120, 121, 122}), (Codes{127, 127, 129}));
         QCOMPARE(lookedUp(identity, {255, 1000, 0}), (Codes{255, 255, 0})); // past the last point
+    }
+
+    void negativeSamplesWrap() {
+        Read_LUTFile lut(nullptr);
+        samples::fill3D(lut, 2, [](int, int, int) { return QVector<float>({-1, -0.5F, 0}); });
+        const unsigned long minus255 = 0UL - 255;
+        const unsigned long minus127 = 0UL - 127;
+        const Codes at = {7, 8, 9};
+        QCOMPARE(lookedUp(lut, at), (Codes{minus255 * 255 / 255, minus127 * 255 / 255, 0}));
     }
 
     void integersRefuseUnfitTables() {
@@ -145,7 +145,7 @@ private Q_SLOTS:
         Read_LUTFile identity(nullptr);
         Read_LUTFile resampled(nullptr);
         Read_LUTFile merged(nullptr);
-        fillRandom(table, size, 9);
+        samples::fillRandom(table, size, 9);
         makeIdentity(identity, 17);
         resampled.size3D = merged.size3D = resultSize;
         QVERIFY(resampled.allocate3D() && merged.allocate3D());
@@ -161,12 +161,11 @@ private Q_SLOTS:
         Read_LUTFile first(nullptr);
         Read_LUTFile second(nullptr);
         Read_LUTFile merged(nullptr);
-        fillRandom(first, 4, 10);
-        fillRandom(second, 6, 11);
+        samples::fillRandom(first, 4, 10);
+        samples::fillRandom(second, 6, 11);
         first.data3D[1][1][1][0] = 7; // not clamped between the two, but by the second's domain
         second.domainMax3D[1] = 2;
-        merged.size3D = 7;
-        QVERIFY(merged.allocate3D());
+        samples::empty3D(merged, 7);
         LutCalc calc;
         calc.Lut3D_Merge(first, second, merged);
         for (const auto& [i, j, k] : {std::array{0, 0, 0}, {2, 2, 2}, {1, 4, 6}, {6, 5, 3}}) {

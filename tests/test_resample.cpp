@@ -9,14 +9,6 @@
 
 namespace {
 
-void fillRandom(Read_LUTFile& lut, int size, unsigned seed) {
-    std::mt19937 random(seed);
-    std::uniform_real_distribution<float> real(-0.5F, 1.5F);
-    samples::fill3D(lut, size, [&](int, int, int) {
-        return QVector<float>({real(random), real(random), real(random)});
-    });
-}
-
 /// The same look-up by barycentric coordinates in double precision: walk from the lower corner
 /// along the axes in falling order of their fractions.
 std::array<double, 3> bySorting(const Read_LUTFile& lut, const float* in) {
@@ -66,7 +58,7 @@ private Q_SLOTS:
         std::mt19937 random(3);
         std::uniform_real_distribution<float> real(-0.7F, 2.3F);
         Read_LUTFile lut(nullptr);
-        fillRandom(lut, 5, 1);
+        samples::fillRandom(lut, 5, 1, -0.5F, 1.5F);
         const float minima[] = {-0.25F, 0.0F, 0.5F};
         const float maxima[] = {1.0F, 2.0F, 1.75F};
         std::copy_n(minima, 3, lut.domainMin3D);
@@ -108,7 +100,7 @@ private Q_SLOTS:
         QFETCH(int, second);
         QFETCH(int, third);
         Read_LUTFile lut(nullptr);
-        fillRandom(lut, 2, 2);
+        samples::fillRandom(lut, 2, 2, -0.5F, 1.5F);
         QVector<float> f = at;
         std::sort(f.begin(), f.end(), std::greater<>());
         const auto corner = [&](int bits) {
@@ -127,9 +119,33 @@ private Q_SLOTS:
         QCOMPARE(looked(lut, at[0], at[1], at[2]), expected);
     }
 
+    /// The reciprocal of the width comes first, then times the last point, and each step rounds.
+    void orderOfOperations() {
+        constexpr int size = 34;
+        Read_LUTFile lut(nullptr);
+        samples::fill3D(lut, size, [](int i, int, int) {
+            return QVector<float>({float(i * i), 0, 0});
+        });
+        std::fill_n(lut.domainMin3D, 3, -0.1F);
+        std::fill_n(lut.domainMax3D, 3, 1.3F);
+        volatile float factor = 1.3F - -0.1F;
+        factor = 1 / factor;
+        factor = factor * (size - 1);
+        for (int n = 0; n < 1000; ++n) {
+            const float value = float(n) / 999;
+            volatile float x = value - -0.1F;
+            x = x * factor;
+            const int lower = int(x);
+            const float fraction = x - float(lower);
+            volatile float low = float(lower * lower) * (1 - fraction);
+            volatile float high = float((lower + 1) * (lower + 1)) * fraction;
+            QVERIFY(looked(lut, value, -1, -1)[0] == low + high);
+        }
+    }
+
     void nodesAndEdges() {
         Read_LUTFile lut(nullptr);
-        fillRandom(lut, 5, 4);
+        samples::fillRandom(lut, 5, 4, -0.5F, 1.5F);
         QCOMPARE(looked(lut, 0.25F, 0.5F, 0.75F), samples::cell(lut.data3D[1][2][3]));
         QCOMPARE(looked(lut, 1, 1, 1), samples::cell(lut.data3D[4][4][4]));
         QCOMPARE(looked(lut, -3, 0.5F, 7), samples::cell(lut.data3D[0][2][4]));
@@ -154,11 +170,10 @@ private Q_SLOTS:
         QFETCH(int, to);
         Read_LUTFile src(nullptr);
         Read_LUTFile dst(nullptr);
-        fillRandom(src, from, 5);
+        samples::fillRandom(src, from, 5, -0.5F, 1.5F);
         src.domainMax3D[0] = 1.3F; // the new lattice covers 0..1 all the same
         src.domainMin3D[2] = -0.1F;
-        dst.size3D = to;
-        QVERIFY(dst.allocate3D());
+        samples::empty3D(dst, to);
         dst.dataOrder = dst.tableOrder = false; // neither is looked at
         m_calc.Lut3D_Out(src, dst);
         const auto last = float(to - 1);
@@ -177,9 +192,8 @@ private Q_SLOTS:
         Read_LUTFile empty(nullptr);
         Read_LUTFile src(nullptr);
         Read_LUTFile point(nullptr);
-        fillRandom(src, 3, 6);
-        point.size3D = 1;
-        QVERIFY(point.allocate3D());
+        samples::fillRandom(src, 3, 6, -0.5F, 1.5F);
+        samples::empty3D(point, 1);
         m_calc.Lut3D_Out(empty, point);
         m_calc.Lut3D_Out(src, empty);
         QCOMPARE(samples::cell(point.data3D[0][0][0]), QVector<float>({0, 0, 0}));
