@@ -40,6 +40,7 @@ private Q_SLOTS:
         row("an index alone carries the code before", "0,2\n1\n2 ,0\n3,x\n4,3\n",
             {2.0F / 3, 2.0F / 3, 2.0F / 3, 2.0F / 3, 1});
         row("an index alone at first carries the last code", "0\n1,1\n2,3\n", {1, 1.0F / 3, 1});
+        row("the place behind the last", "0,1\n2,1\n", {1, 0});
         row("places outside count, and their codes carry", "-1,0\n0,1\n9,3\n1\n",
             {1.0F / 3, 1, 0, 0});
         row("clamped", "0,-5\n1,9\n2,3\n", {0, 1, 1});

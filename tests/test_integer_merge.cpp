@@ -49,20 +49,6 @@ void makeIdentity(Read_LUTFile& lut, int size) {
     LutCalc().Lut3D_OnebyOne(lut);
 }
 
-/// How far two tables lie apart at most.
-float distance(const Read_LUTFile& a, const Read_LUTFile& b) {
-    float largest = 0;
-    for (int n = 0; n < a.size3D * a.size3D * a.size3D; ++n) {
-        const int k = n % a.size3D;
-        const int j = n / a.size3D % a.size3D;
-        const int i = n / a.size3D / a.size3D;
-        for (int c = 0; c < 3; ++c) {
-            largest = std::max(largest, std::abs(a.data3D[i][j][k][c] - b.data3D[i][j][k][c]));
-        }
-    }
-    return largest;
-}
-
 } // namespace
 
 class TestIntegerMerge : public QObject {
@@ -129,32 +115,6 @@ private Q_SLOTS:
         Read_LUTFile point(nullptr);
         makeIdentity(point, 1);
         QCOMPARE(samples::cell(point.data3D[0][0][0]), QVector<float>({0, 0, 0}));
-    }
-
-    void mergingWithTheIdentity_data() {
-        QTest::addColumn<int>("size");
-        QTest::addColumn<int>("resultSize");
-        QTest::newRow("same size") << 9 << 9;
-        QTest::newRow("larger") << 5 << 12;
-        QTest::newRow("single point") << 3 << 1;
-    }
-    void mergingWithTheIdentity() {
-        QFETCH(int, size);
-        QFETCH(int, resultSize);
-        Read_LUTFile table(nullptr);
-        Read_LUTFile identity(nullptr);
-        Read_LUTFile resampled(nullptr);
-        Read_LUTFile merged(nullptr);
-        samples::fillRandom(table, size, 9);
-        makeIdentity(identity, 17);
-        resampled.size3D = merged.size3D = resultSize;
-        QVERIFY(resampled.allocate3D() && merged.allocate3D());
-        LutCalc calc;
-        calc.Lut3D_Out(table, resampled);
-        calc.Lut3D_Merge(table, identity, merged);
-        QVERIFY(distance(merged, resampled) < 2e-6F);
-        calc.Lut3D_Merge(identity, table, merged);
-        QVERIFY(distance(merged, resampled) < 2e-5F);
     }
 
     void mergeIsTwoLookUps() {

@@ -86,6 +86,7 @@ private Q_SLOTS:
                  table("7", "") + "</x>" + plain),
             true, 2, third);
         row("shaders alone", "<shaders>" + plain + "</shaders>", false, 0);
+        row("ASC alone", "<ASC>" + plain + "</ASC>", false, 0);
         row("other children",
             look("<LUT a='1'>text<x><size>9</size></x><size>2</size><!-- c -->"
                  "<data>" +
@@ -150,9 +151,10 @@ private Q_SLOTS:
     /// Nothing stays of a table that does not decode, not even where its domain ended.
     void domainAfterBadDigits() {
         Read_LUTFile lut(nullptr);
-        QVERIFY(!m_format.read(lut, look(table("2", hex(4) + points(0, 7) + "bad"))));
+        QVERIFY(!m_format.read(lut, look(table("2", (hex(4) + points(0, 8)).left(191) + 'g'))));
         QCOMPARE(samples::cell(lut.domainMax3D), QVector<float>({1, 1, 1}));
-        QVERIFY(!m_format.read(lut, look(table("2", hex(4) + points(0, 1) + "bad", "LUT1D"))));
+        QVERIFY(
+            !m_format.read(lut, look(table("2", (hex(4) + points(0, 2)).left(47) + 'g', "LUT1D"))));
         QCOMPARE(samples::cell(lut.domainMax1D), QVector<float>({1, 1, 1}));
     }
 
