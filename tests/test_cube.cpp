@@ -6,8 +6,6 @@ class TestCube : public QObject {
     const samples::OneFormat m_format{0};
 
 private Q_SLOTS:
-    void initTestCase() { samples::requireExpectedLocale(); }
-
     void lattice_data() {
         samples::textColumns();
         using samples::numbered;

@@ -58,8 +58,8 @@ private Q_SLOTS:
         Read_LUTFile lut(nullptr);
         samples::fill1D(lut, size, squares);
         std::fill_n(lut.domainMin1D, 3, -0.1F);
-        std::fill_n(lut.domainMax1D, 3, 1.3F);
-        volatile float factor = 1.3F - -0.1F;
+        std::fill_n(lut.domainMax1D, 3, 1.1F);
+        volatile float factor = 1.1F - -0.1F;
         factor = 1 / factor;
         factor = factor * (size - 1);
         for (int n = 0; n < 1000; ++n) {

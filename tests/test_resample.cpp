@@ -69,7 +69,7 @@ private Q_SLOTS:
         Read_LUTFile lut(nullptr);
         samples::fillRandom(lut, size, 1, -0.5F, 1.5F);
         const float minima[] = {-0.1F, 0.0F, 0.5F};
-        const float maxima[] = {1.3F, 2.0F, 1.75F};
+        const float maxima[] = {1.1F, 2.0F, 1.75F};
         std::copy_n(minima, 3, lut.domainMin3D);
         std::copy_n(maxima, 3, lut.domainMax3D);
         for (int n = 0; n < 20'000; ++n) {
