@@ -270,8 +270,8 @@ class TestAllFormats : public QObject {
     }
 
     static const LineFormat& lineFormat() {
-        const int* const row = static_cast<int*>(QTest::qData("row", qMetaTypeId<int>()));
-        return lineFormats[*row];
+        QFETCH(int, row);
+        return lineFormats[row];
     }
 
     /// Reads the format's table of its own size.
@@ -526,7 +526,7 @@ private Q_SLOTS:
     void brokenFilesAreSurvived() {
         QFETCH(int, code);
         const QByteArray content = contentOf(code);
-        const int step = isImage(code) ? content.size() / 40 + 1 : content.size() / 700 + 1;
+        const int step = isImage(code) ? content.size() / 40 + 1 : content.size() / 300 + 1;
         for (int length = 0; length < content.size(); length += step) {
             survives(content.left(length), code);
         }
@@ -548,7 +548,7 @@ private Q_SLOTS:
                                        "# #",
                                        QByteArray("\0\xff\xfe", 3),
                                        QByteArray("7 ").repeated(300)};
-        const int lineStep = lines.size() / 60 + 1;
+        const int lineStep = lines.size() / 30 + 1;
         for (int n = 0; n < lines.size(); n += n < 20 ? 1 : lineStep) {
             QByteArrayList changed = lines;
             changed.removeAt(n);
