@@ -87,7 +87,7 @@ QByteArray headerOf(const LineFormat& format, int size) {
         .replace("%s", "BEGIN METADATA\nEND METADATA\n" + shapers)
         .replace("%1", QByteArray::number(size))
         .replace("%2", QByteArray::number(size - 2))
-        .replace("%3", QByteArray::number(size * size * size));
+        .replace("%3", QByteArray::number(qint64{size} * size * size));
 }
 
 QByteArray prefixOf(const char* pattern, int size, int n) {
