@@ -97,14 +97,16 @@ Read_LUTFile::~Read_LUTFile() {
 }
 
 void Read_LUTFile::release3D() {
-    if (size3D > 0) {
-        releaseLattice(std::exchange(data3D, nullptr), size3D);
+    const int size = data3D == m_lattice.table ? m_lattice.size : size3D;
+    if (size > 0) {
+        releaseLattice(std::exchange(data3D, nullptr), size);
     }
 }
 
 void Read_LUTFile::release1D() {
-    if (size1D > 0) {
-        releaseRow(std::exchange(data1D, nullptr), size1D);
+    const int size = data1D == m_curve.table ? m_curve.size : size1D;
+    if (size > 0) {
+        releaseRow(std::exchange(data1D, nullptr), size);
     }
 }
 
@@ -142,6 +144,7 @@ bool Read_LUTFile::allocate3D() {
     }
     release3D();
     Data3DCalloc(&data3D, size3D);
+    m_lattice = {data3D, size3D};
     return data3D != nullptr || fail(QStringLiteral("the table is too large for the memory"));
 }
 
@@ -151,6 +154,7 @@ bool Read_LUTFile::allocate1D() {
     }
     release1D();
     Data1DCalloc(&data1D, size1D);
+    m_curve = {data1D, size1D};
     return data1D != nullptr || fail(QStringLiteral("the table is too large for the memory"));
 }
 

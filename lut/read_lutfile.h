@@ -107,8 +107,19 @@ public:
     void resetDomainMax1D();
 
 private:
+    /// A table that this container has allocated, and the size it was given: `size3D` and `size1D`
+    /// may have changed since.
+    template <typename Table>
+    struct Allocation {
+        Table table = nullptr;
+        int size = 0;
+    };
+
     void release3D();
     void release1D();
+
+    Allocation<float****> m_lattice;
+    Allocation<float**> m_curve;
 };
 
 namespace tintwell {
