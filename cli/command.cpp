@@ -9,16 +9,14 @@
 namespace cli {
 
 CommandLine::CommandLine(const Command& command) : m_command(command) {
-    addOption("help", "Show this help.");
+    m_parser.addOption(
+        {{QStringLiteral("h"), QStringLiteral("help")}, QStringLiteral("Show this help.")});
     addOption("verbose", "Trace what readers do on standard error.");
 }
 
 void CommandLine::addOption(const char* name, const char* description, const char* valueName) {
-    QStringList names{QLatin1String(name)};
-    if (qstrcmp(name, "help") == 0) {
-        names.prepend(QStringLiteral("h"));
-    }
-    m_parser.addOption({names, QString::fromUtf8(description), QLatin1String(valueName)});
+    m_parser.addOption(
+        {QLatin1String(name), QString::fromUtf8(description), QLatin1String(valueName)});
 }
 
 std::optional<int> CommandLine::parse(const QStringList& arguments, int least, int most) {

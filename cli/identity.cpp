@@ -7,17 +7,16 @@
 
 namespace {
 
-using tintwell::Format;
-
-bool fillIdentity(const Format& format, int size, Read_LUTFile& lut) {
-    if (format.kind == tintwell::TableKind::ThreeD) {
-        lut.setSize3D(size);
-        LutCalc calc;
-        return lut.allocate3D() && (calc.Lut3D_OnebyOne(lut), true);
+bool makeIdentity(tintwell::TableKind kind, int size, Read_LUTFile& lut) {
+    if (!cli::allocate(kind, size, lut)) {
+        return false;
     }
-    lut.setSize1D(size);
-    LutCalc calc;
-    return lut.allocate1D() && (calc.Lut1D_OnebyOne(lut), true);
+    if (kind == tintwell::TableKind::ThreeD) {
+        LutCalc().Lut3D_OnebyOne(lut);
+    } else {
+        LutCalc().Lut1D_OnebyOne(lut);
+    }
+    return true;
 }
 
 } // namespace
@@ -41,9 +40,9 @@ int cli::runIdentity(const Command& self, const QStringList& arguments) {
     if (!sizeFits(line, *output, *code)) {
         return Usage;
     }
-    const Format& format = *tintwell::formatOf(*code);
+    const tintwell::Format& format = *tintwell::formatOf(*code);
     Read_LUTFile lut(nullptr);
-    if (!fillIdentity(format, sizeIn(format, output->size, usualSize(format.kind)), lut)) {
+    if (!makeIdentity(format.kind, sizeIn(format, output->size, usualSize(format.kind)), lut)) {
         reportFile(path, lut.lastError);
         return Failed;
     }

@@ -20,9 +20,9 @@ bool mergeInto(Read_LUTFile& first, Read_LUTFile& second, int size, Read_LUTFile
     Read_LUTFile madeOfSecond(nullptr);
     Read_LUTFile* firstLattice = nullptr;
     Read_LUTFile* secondLattice = nullptr;
-    merged.setSize3D(size);
     if (!ensureLattice(first, size, madeOfFirst, firstLattice) ||
-        !ensureLattice(second, size, madeOfSecond, secondLattice) || !merged.allocate3D()) {
+        !ensureLattice(second, size, madeOfSecond, secondLattice) ||
+        !cli::allocate(tintwell::TableKind::ThreeD, size, merged)) {
         return false;
     }
     LutCalc().Lut3D_Merge(*firstLattice, *secondLattice, merged);

@@ -13,15 +13,6 @@ namespace {
 using tintwell::Format;
 using tintwell::TableKind;
 
-bool allocate(TableKind kind, int size, Read_LUTFile& lut) {
-    if (kind == TableKind::ThreeD) {
-        lut.setSize3D(size);
-        return lut.allocate3D();
-    }
-    lut.setSize1D(size);
-    return lut.allocate1D();
-}
-
 /// A lattice index takes the entry at its own place.
 void expand(Read_LUTFile& curves, Read_LUTFile& lattice) {
     // The row taken is the one at or below a quotient that rounding may leave just short of its
@@ -61,6 +52,15 @@ void noteLosses(const Format& format, const QString& path, const Read_LUTFile& l
 }
 
 } // namespace
+
+bool allocate(TableKind kind, int size, Read_LUTFile& lut) {
+    if (kind == TableKind::ThreeD) {
+        lut.setSize3D(size);
+        return lut.allocate3D();
+    }
+    lut.setSize1D(size);
+    return lut.allocate1D();
+}
 
 int sizeIn(const Format& format, std::optional<int> asked, int otherwise) {
     return asked.value_or(format.size > 0 ? format.size : otherwise);

@@ -22,6 +22,9 @@ constexpr int usualSize(tintwell::TableKind kind) {
     return kind == tintwell::TableKind::ThreeD ? 33 : 1024;
 }
 
+/// Gives a container a table of zeros; false, with its `lastError` set, when memory runs out.
+bool allocate(tintwell::TableKind kind, int size, Read_LUTFile& lut);
+
 /// Fills \a shaped with the 3D table of \a size points per axis of \a lut: resampled, or its curves
 /// as a lattice.
 bool makeLattice(Read_LUTFile& lut, int size, Read_LUTFile& shaped);
