@@ -20,9 +20,11 @@
 #include <algorithm>
 #include <cmath>
 #include <cstddef>
+#include <cstdint>
 #include <iterator>
 #include <limits>
 #include <string_view>
+#include <vector>
 
 using tintwell::LineSource;
 using tintwell::scan;
@@ -40,7 +42,12 @@ struct Header {
     int outBits = 0;
     double largestPosition = 0;
     double largestSample = 0;
-    Triple<double> sample; // the second pass begins with what the first left
+    Triple<double> sample; // the last before the scale was known: a second pass begins with it
+
+    /// Every sample, as a second pass would find it, which is why there seldom is one.
+    std::vector<Triple<float>> samples;
+    Triple<double> current;
+    bool startsPartial = false; ///< a second pass is needed: its first sample lacks numbers
 };
 
 int latticeSize(int inBits) {
@@ -82,24 +89,46 @@ void takeShaper(std::string_view line, Read_LUTFile& lut, Header& header) {
     }
 }
 
-/// False for a line of other than three words, or without a number.
-bool takeSample(std::string_view line, Triple<double>& sample) {
-    return tintwell::scanWords(line, sample.r, sample.g, sample.b) > 0;
-}
-
-/// False as takeSample() has it.
-bool takeLargest(std::string_view line, Header& header) {
-    Triple<double>& sample = header.sample;
-    if (!takeSample(line, sample)) {
-        return false;
-    }
-    header.largestSample =
-        std::max(sample.b, std::max(sample.g, std::max(sample.r, header.largestSample)));
-    return true;
-}
-
 bool lacksScale(const Read_LUTFile& lut) {
     return lut.domainMax3D[0] < 1.1F;
+}
+
+/// Returns how many numbers a line of three words begins with; 0 for any other line.
+int scanSample(std::string_view line, Triple<double>& sample) {
+    return tintwell::scanWords(line, sample.r, sample.g, sample.b);
+}
+
+/// False for a line that is no sample.
+bool takeSample(std::string_view line, Triple<double>& sample) {
+    return scanSample(line, sample) > 0;
+}
+
+void raiseLargest(const Triple<double>& sample, double& largest) {
+    largest = std::max(sample.b, std::max(sample.g, std::max(sample.r, largest)));
+}
+
+/// Keeps a sample, and learns from it while the scale is not known. False as takeSample() has it.
+bool keepSample(std::string_view line, bool scaleIsKnown, Header& header) {
+    constexpr std::size_t enough = std::size_t{1} << 24U; // for the largest lattice
+    const int count = scanSample(line, header.current);
+    if (count == 0) {
+        return false;
+    }
+    header.startsPartial |= header.samples.empty() && count < 3;
+    if (header.samples.size() < enough) {
+        header.samples.push_back({static_cast<float>(header.current.r),
+                                  static_cast<float>(header.current.g),
+                                  static_cast<float>(header.current.b)});
+    }
+    if (!scaleIsKnown) {
+        if (count == 3) {
+            header.sample = header.current;
+        } else {
+            scanSample(line, header.sample);
+        }
+        raiseLargest(header.sample, header.largestSample);
+    }
+    return true;
 }
 
 /// Classifies every line. False for a keyword without its number.
@@ -119,7 +148,7 @@ bool readHeader(LineSource& lines, bool probe, Read_LUTFile& lut, Header& header
             if (!takeGamma(line, lut)) {
                 return failAtLine(lut, lines, QStringLiteral("a number"));
             }
-        } else if (probe || !lacksScale(lut) || !takeLargest(line, header)) {
+        } else if (probe || !keepSample(line, !lacksScale(lut), header)) {
             if (const std::size_t count = wordCount(line); count > 1 && count != 3) {
                 takeShaper(line, lut, header);
             }
@@ -136,6 +165,21 @@ float inferredScale(double largestSample) {
         scale = 2 * scale + 1;
     }
     return static_cast<float>(scale);
+}
+
+/// Only the last sample may lack.
+bool fill(Read_LUTFile& lut, const LineSource& lines, const std::vector<Triple<float>>& samples) {
+    auto sample = samples.begin();
+    tintwell::visitLattice(lut.size3D, [&](int i, int j, int k) {
+        if (sample == samples.end()) {
+            return false;
+        }
+        tintwell::store3D(lut, i, j, k, *sample++);
+        return true;
+    });
+    const std::int64_t n = lut.size3D;
+    const auto found = static_cast<std::int64_t>(samples.size());
+    return found >= n * n * n - 1 || tintwell::failShort(lut, lines, found, n * n * n);
 }
 
 } // namespace
@@ -158,6 +202,12 @@ bool Read_LUTFile::Read_3dl(QString path, bool probe) {
         resetDomainMax3D();
         return hasSize() || tintwell::failUnsized(*this, "a Mesh line or a shaper line");
     }
-    lines.rewind();
-    return tintwell::readLattice(*this, lines, header.sample, takeSample);
+    if (header.startsPartial) {
+        lines.rewind();
+        return tintwell::readLattice(*this, lines, header.sample, takeSample);
+    }
+    const bool filled = allocateLattice(*this, lines, tintwell::Body::Complete) &&
+                        fill(*this, lines, header.samples);
+    resetDomainMax3D();
+    return filled;
 }
