@@ -117,7 +117,8 @@ void LutCalc::Lut3D_Merge(Read_LUTFile& first, Read_LUTFile& second, Read_LUTFil
 }
 
 void LutCalc::Lut3D_OnebyOne(Read_LUTFile& lut) {
-    const std::vector<float> grid = tintwell::unitPositions(lut.size3D);
+    const std::vector<float> positions = tintwell::unitPositions(lut.size3D);
+    const float* const grid = positions.data();
     tintwell::visitLattice(lut.size3D, [&](int i, int j, int k) {
         const float sample[] = {grid[i], grid[j], grid[k]};
         std::copy_n(sample, 3, lut.data3D[i][j][k]);

@@ -104,8 +104,8 @@ bool readSamples3D(Read_LUTFile& lut, LineSource& lines) {
 
 bool readSamples1D(Read_LUTFile& lut, LineSource& lines) {
     Triple<float> sample;
-    const bool filled =
-        lut.allocate1D() && tintwell::fillCurve(lut, lines, sample, takeNumbers) != Walk::Short;
+    const bool filled = tintwell::allocateCurve(lut, lines, Body::Complete) &&
+                        tintwell::fillCurve(lut, lines, sample, takeNumbers) != Walk::Short;
     lut.resetDomainMax1D();
     return filled;
 }

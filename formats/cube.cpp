@@ -159,7 +159,7 @@ bool Read_LUTFile::Read_Cube(QString path, bool probe) {
         return true;
     }
     if ((size3D > 0 && !allocateLattice(*this, lines, Body::Complete)) ||
-        (size1D > 0 && !allocate1D())) {
+        (size1D > 0 && !tintwell::allocateCurve(*this, lines, Body::MayBeShort))) {
         resetDomainMax3D();
         return false;
     }

@@ -89,7 +89,7 @@ bool Read_LUTFile::Read_1dLut_Discreet(QString path, bool probe) {
     if (probe || size1D < 1) {
         return hasSize() || tintwell::failUnsized(*this, "a \"LUT: 3\" line");
     }
-    if (!allocate1D()) {
+    if (!tintwell::allocateCurve(*this, lines, tintwell::Body::MayBeShort)) {
         return false;
     }
     tintwell::setDomain(domainMax1D, static_cast<float>(readValues(lines, data1D, size1D)));

@@ -1,5 +1,6 @@
 #include "formats/hex_float.h"
 
+#include <cstddef>
 #include <cstdint>
 #include <cstring>
 
@@ -19,7 +20,7 @@ bool hexasciitoint(char& out, char c) {
 
 bool hexasciitofloat(float& out, const char* text) {
     std::uint32_t bits = 0;
-    for (unsigned byte = 0; byte < 4; ++byte) {
+    for (std::size_t byte = 0; byte < 4; ++byte) {
         char high = 0;
         char low = 0;
         if (!hexasciitoint(high, text[2 * byte]) || !hexasciitoint(low, text[2 * byte + 1])) {

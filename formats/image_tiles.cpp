@@ -55,10 +55,10 @@ bool storeTiles(Read_LUTFile& lut, const QImage& image, int tilesPerRow) {
     setDomain(lut.domainMax3D, 255);
     const int n = lut.size3D;
     for (int i = 0; i < n; ++i) {
-        const int left = i % tilesPerRow * n;
+        const int left = 3 * (i % tilesPerRow * n); // in bytes
         const int top = i / tilesPerRow * n;
         for (int j = 0; j < n; ++j) {
-            const uchar* rgb = pixels.constScanLine(top + j) + 3 * left;
+            const uchar* rgb = pixels.constScanLine(top + j) + left;
             for (int k = 0; k < n; ++k, rgb += 3) {
                 lut.White3D(i, j, k, rgb[0], rgb[1], rgb[2], lut.domainMin3D, lut.domainMax3D);
             }

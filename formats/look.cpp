@@ -17,6 +17,7 @@
 
 #include "formats/hex_float.h"
 #include "formats/tables.h"
+#include "formats/text/xml_document.h"
 #include "lut/lattice.h"
 #include "lut/read_lutfile.h"
 #include "lut/trace.h"
@@ -154,14 +155,25 @@ bool readTable(QXmlStreamReader& xml, HexTable& table, bool probe) {
 }
 
 /// Reads up to the end of the document, or of its well-formed part.
-bool readDocument(QByteArray content, HexTable& lattice, HexTable& curve, bool probe) {
+bool readDocument(const QByteArray& content, HexTable& lattice, HexTable& curve, bool probe) {
+    QString document = tintwell::decodedXml(content);
+    if (tintwell::overburdensXmlReader(document)) {
+        lattice.error = QStringLiteral("found a document that would overburden the XML reader");
+        return false;
+    }
     // The XML reader withholds a text that the file breaks off in until something ends it.
-    content += "<!---->";
-    QXmlStreamReader xml(content);
+    document += QLatin1String("<!---->");
+    QXmlStreamReader xml(document);
     xml.setEntityExpansionLimit(0); // a document's own entities could swell its text beyond measure
     bool inside = false;
     while (!xml.atEnd()) {
-        if (xml.readNext() != QXmlStreamReader::StartElement) {
+        const QXmlStreamReader::TokenType token = xml.readNext();
+        if (token == QXmlStreamReader::DTD && xml.text().contains(QLatin1Char('['))) {
+            // What it declares would burden every element behind it.
+            return failAt(xml, lattice,
+                          QStringLiteral("found a document type with declarations, expected none"));
+        }
+        if (token != QXmlStreamReader::StartElement) {
             continue;
         }
         if (xml.name() == QLatin1String("LUT")) {
@@ -201,11 +213,16 @@ bool fill3D(Read_LUTFile& lut, const std::string& digits) {
 }
 
 bool fill1D(Read_LUTFile& lut, const std::string& digits) {
+    if (digits.empty()) {
+        return lut.size1D <= tintwell::MaxEmptySize1D
+                   ? lut.allocate1D()
+                   : lut.fail(QStringLiteral("found no data for a length of %1").arg(lut.size1D));
+    }
     if (!lut.allocate1D()) {
         return false;
     }
     Triple<float> sample;
-    for (int n = 0; n < lut.size1D && !digits.empty(); ++n) {
+    for (int n = 0; n < lut.size1D; ++n) {
         decode(digits, static_cast<std::size_t>(n), sample);
         tintwell::store1D(lut, n, sample);
     }
@@ -215,7 +232,7 @@ bool fill1D(Read_LUTFile& lut, const std::string& digits) {
 } // namespace
 
 bool Read_LUTFile::Read_Look(QString path, bool probe) {
-    std::optional<QByteArray> content = contentOf(path, lastError);
+    const std::optional<QByteArray> content = contentOf(path, lastError);
     if (!content) {
         return false;
     }
@@ -224,7 +241,7 @@ bool Read_LUTFile::Read_Look(QString path, bool probe) {
 
     HexTable lattice{size3D, MaxSize3D, 3, domainMax3D, lastError};
     HexTable curve{size1D, MaxSize1D, 1, domainMax1D, lastError};
-    if (!readDocument(std::move(*content), lattice, curve, probe)) {
+    if (!readDocument(*content, lattice, curve, probe)) {
         return false;
     }
     const bool filled = probe || ((size3D <= 0 || fill3D(*this, lattice.digits)) &&

@@ -31,7 +31,7 @@ bool Read_LUTFile::Read_NVX1D(QString path, bool probe) {
     if (probe || size1D < 1) {
         return size1D >= 1 || tintwell::failUnsized(*this, "a Length line");
     }
-    if (!allocate1D()) {
+    if (!tintwell::allocateCurve(*this, lines, tintwell::Body::Complete)) {
         return false;
     }
     Triple<float> sample;

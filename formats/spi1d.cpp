@@ -87,7 +87,7 @@ bool Read_LUTFile::Read_Spi1D(QString path, bool probe) {
         resetDomainMax1D();
         return hasSize() || tintwell::failUnsized(*this, "a Length line");
     }
-    if (!allocate1D()) {
+    if (!tintwell::allocateCurve(*this, lines, tintwell::Body::MayBeShort)) {
         resetDomainMax1D();
         return false;
     }

@@ -55,12 +55,16 @@ inline int cubeRoot(long samples) {
 /// Whether a file must hold (almost) every sample of its lattice.
 enum class Body { Complete, MayBeShort };
 
-/// The largest lattice, in points per axis, that may stand empty: a few bytes can ask for it.
+/// The largest lattice, in points per axis, and the longest curve that may stand empty: a few bytes
+/// can ask for them.
 inline constexpr int MaxEmptySize3D = 100;
+inline constexpr int MaxEmptySize1D = 1 << 18;
 
 /// Allocates the 3D table of `size3D`. False for a size beyond the limit, and for one that the file
 /// has not bytes enough to fill: a short body may leave a lattice up to MaxEmptySize3D unfilled.
 bool allocateLattice(Read_LUTFile& lut, const LineSource& lines, Body body);
+/// The same for the 1D table of `size1D`.
+bool allocateCurve(Read_LUTFile& lut, const LineSource& lines, Body body);
 
 /// A sample line of three numbers: all that most formats ask.
 inline constexpr auto takeNumbers = [](std::string_view line, auto& sample) {

@@ -24,6 +24,7 @@
 #include <string>
 #include <string_view>
 
+using tintwell::allocateCurve;
 using tintwell::allocateLattice;
 using tintwell::Body;
 using tintwell::LineSource;
@@ -59,7 +60,7 @@ void takeLength(std::string_view line, Read_LUTFile& lut) {
 }
 
 Walk readShaper(LineSource& lines, Read_LUTFile& lut, Triple<float>& sample) {
-    if (lut.data1D == nullptr && !lut.allocate1D()) {
+    if (lut.data1D == nullptr && !allocateCurve(lut, lines, Body::Complete)) {
         return Walk::Short;
     }
     // The width itself maps to 1, although the last lattice point is one less.
@@ -84,7 +85,7 @@ bool allocateUnread(const LineSource& lines, Read_LUTFile& lut) {
     if (lut.size3D > 0 && lut.data3D == nullptr && !allocateLattice(lut, lines, Body::MayBeShort)) {
         return false;
     }
-    return lut.size1D <= 0 || lut.data1D != nullptr || lut.allocate1D();
+    return lut.size1D <= 0 || lut.data1D != nullptr || allocateCurve(lut, lines, Body::MayBeShort);
 }
 
 } // namespace

@@ -86,11 +86,11 @@ void StreamSink::real(float value) {
         out << value;
         return;
     }
-    std::array<char, MaxNumberText> text{};
+    std::array<char, MaxNumberText> printed{};
     const char* const end = out.realNumberNotation() == QTextStream::FixedNotation
-                                ? printFixed(text.data(), value)
-                                : printSmart(text.data(), value);
-    out << QLatin1String(text.data(), static_cast<int>(end - text.data()));
+                                ? printFixed(printed.data(), value)
+                                : printSmart(printed.data(), value);
+    out << QLatin1String(printed.data(), static_cast<int>(end - printed.data()));
 }
 
 void StreamSink::integer(std::int64_t value) {

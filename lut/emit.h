@@ -29,9 +29,9 @@ inline constexpr auto digitPairs = [] {
 }();
 
 inline void printSixDigits(char* to, std::uint32_t value) {
-    std::memcpy(to, &digitPairs[2 * (value / 10'000)], 2);
-    std::memcpy(to + 2, &digitPairs[2 * (value / 100 % 100)], 2);
-    std::memcpy(to + 4, &digitPairs[2 * (value % 100)], 2);
+    std::memcpy(to, &digitPairs[std::size_t{2} * (value / 10'000)], 2);
+    std::memcpy(to + 2, &digitPairs[std::size_t{2} * (value / 100 % 100)], 2);
+    std::memcpy(to + 4, &digitPairs[std::size_t{2} * (value % 100)], 2);
 }
 
 // Both print a float as the toolkit's text stream does at its default precision of 6: the exact

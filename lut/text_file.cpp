@@ -29,7 +29,7 @@ TextFile::~TextFile() {
     flush();
 }
 
-char* TextFile::alignRight(char* from, char* end, std::ptrdiff_t width) {
+char* TextFile::alignRight(char* from, const char* end, std::ptrdiff_t width) {
     const auto length = static_cast<std::size_t>(end - from);
     const std::size_t blanks = static_cast<std::size_t>(width) - length;
     std::memmove(from + blanks, from, length);

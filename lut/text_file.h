@@ -60,9 +60,9 @@ public:
     void text(std::string_view sep) { *this << sep; }
 
 private:
-    static constexpr std::size_t BlockSize = 256 * 1024;
+    static constexpr std::size_t BlockSize = std::size_t{256} * 1024;
 
-    static char* alignRight(char* from, char* end, std::ptrdiff_t width);
+    static char* alignRight(char* from, const char* end, std::ptrdiff_t width);
     void flush();
 
     char* room(std::size_t size) {

@@ -70,7 +70,8 @@ private Q_SLOTS:
         for (int n = 0; n < 20'000; ++n) {
             Codes in = {random() % 256, random() % 256, random() % 256};
             if (n % 3 == 0) { // force ties of the remainders
-                in[n % 2 + 1] = in[0] % step + in[n % 2 + 1] / step * step;
+                unsigned long& other = in[n % 2 == 0 ? 1 : 2];
+                other = in[0] % step + other / step * step;
             }
             QCOMPARE(lookedUp(lut, in), bySorting(lut, in));
         }

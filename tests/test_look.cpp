@@ -22,6 +22,19 @@ QByteArray table(const QByteArray& size, const QByteArray& data, const QByteArra
     return '<' + name + "><size>" + size + "</size><data>" + data + "</data></" + name + '>';
 }
 
+QByteArray attributes(int count) {
+    QByteArray text;
+    for (int n = 0; n < count; ++n) {
+        text += 'a' + QByteArray::number(n) + "='>' ";
+    }
+    return text;
+}
+
+QByteArray utf16(const QByteArray& text) {
+    const QString wide = QString::fromLatin1(text);
+    return QByteArray(reinterpret_cast<const char*>(wide.utf16()), 2 * wide.size());
+}
+
 QByteArray look(const QByteArray& content) {
     return "<?xml version=\"1.0\"?>\n<look>" + content + "</look>\n";
 }
@@ -119,8 +132,25 @@ private Q_SLOTS:
         row("breaks off too early", look(plain).chopped(40), false, 2);
         row("malformed behind the table", look(plain + "</x>" + table("1", "")), true, 2, third);
         row("entities of its own",
-            "<!DOCTYPE LUT [<!ENTITY e \"" + points(0, 8) + "\">]>" + table("2", "&e;"), true, 2,
-            none);
+            "<!DOCTYPE LUT [<!ENTITY e \"" + points(0, 8) + "\">]>" + table("2", "&e;"), false, 0);
+        row("document type of its own", "<!DOCTYPE look SYSTEM 'look.dtd'>" + plain, true, 2,
+            third);
+        row("in UTF-16", QByteArray("\xFF\xFE") + utf16(look(plain)), true, 2, third);
+        row("in the encoding it declares",
+            "<?xml version='1.0' encoding='ISO-8859-1'?><gr\xFCn>" + plain + "</gr\xFCn>", true, 2,
+            third);
+        row("many attributes", look("<x " + attributes(64) + "/>" + plain), true, 2, third);
+        row("too many", look("<x " + attributes(65) + "/>" + plain), false, 0);
+        row("deep elements",
+            look(QByteArray("<x>").repeated(255) + QByteArray("</x>").repeated(255) + plain), true,
+            2, third);
+        row("too deep",
+            look(QByteArray("<x>").repeated(256) + QByteArray("</x>").repeated(256) + plain), false,
+            0);
+        row("many elements", look(QByteArray("<x/><y b='/'></y>").repeated(999) + plain), true, 2,
+            third);
+        row("signs outside tags", look("<!-- " + QByteArray(99, '=') + " -->" + plain), true, 2,
+            third);
         row("nothing", "", false, 0);
     }
     void lattice() {

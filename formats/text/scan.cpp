@@ -7,7 +7,7 @@
 #include <string>
 #include <system_error>
 
-#include <locale.h>
+#include <locale.h> // NOLINT(modernize-deprecated-headers): <clocale> has no newlocale
 
 namespace tintwell::detail {
 

@@ -1,0 +1,71 @@
+#pragma once
+
+#include "lut/lutfile_st.h"
+
+#include <QString>
+
+#include <cstddef>
+#include <cstdint>
+#include <string_view>
+
+class QByteArray;
+class Read_LUTFile;
+
+// What the fuzz targets share. Each defines fuzz::run(); the harness turns Qt's messages off and
+// hands the input over.
+
+namespace fuzz {
+
+/// One run of a target, of which nothing may remain.
+void run(std::string_view input);
+
+/// Ends the run with a finding unless \a holds.
+void require(bool holds, const char* what);
+
+/// A file in memory, which holds the input of a run or takes its output.
+class MemoryFile {
+public:
+    explicit MemoryFile(std::string_view content = {});
+    ~MemoryFile();
+    MemoryFile(const MemoryFile&) = delete;
+    MemoryFile& operator=(const MemoryFile&) = delete;
+
+    /// Names the file to whoever opens files by their path.
+    QString path() const;
+    QByteArray content() const;
+
+private:
+    int m_descriptor;
+};
+
+/// Takes choices off the front of an input, a character each: 'a' is the first.
+class Choices {
+public:
+    explicit Choices(std::string_view input) : m_rest(input) {}
+
+    int oneOf(int count);
+    std::string_view rest() const { return m_rest; }
+
+private:
+    std::string_view m_rest;
+};
+
+/// Holds what happens in its life to the limit for a file under one MiB: 64 MiB of heap, counted in
+/// the C library's blocks.
+class HeapWatch {
+public:
+    static constexpr std::ptrdiff_t Limit = 64 << 20;
+
+    HeapWatch();
+    ~HeapWatch();
+    HeapWatch(const HeapWatch&) = delete;
+    HeapWatch& operator=(const HeapWatch&) = delete;
+};
+
+LUTFILE_ST request(const QString& path, int code);
+
+/// Reads every cell, so that the sanitizer sees a table that is smaller than it says. A container
+/// that \a mustBeWhole has a table for each size.
+void touch(const Read_LUTFile& lut, bool mustBeWhole = false);
+
+} // namespace fuzz

@@ -1,0 +1,86 @@
+// The line source against the toolkit's text stream.
+
+#include "harness.h"
+
+#include "formats/text/line_source.h"
+#include "formats/text/words.h"
+
+#include <QFile>
+#include <QTextStream>
+
+#include <algorithm>
+
+namespace {
+
+QByteArrayList linesByToolkit(const QString& path) {
+    QFile file(path);
+    fuzz::require(file.open(QIODevice::ReadOnly | QIODevice::Text), "the input opens");
+    QTextStream stream(&file);
+    stream.setCodec("UTF-8");
+    QByteArrayList lines;
+    while (!stream.atEnd()) {
+        lines << stream.readLine().trimmed().toUtf8();
+    }
+    return lines;
+}
+
+QByteArrayList linesOf(tintwell::LineSource& source) {
+    QByteArrayList lines;
+    while (!source.atEnd()) {
+        const std::string_view line = source.next();
+        lines << QByteArray(line.data(), static_cast<int>(line.size()));
+    }
+    return lines;
+}
+
+std::string_view view(const QByteArray& line) {
+    return {line.data(), static_cast<std::size_t>(line.size())};
+}
+
+bool hasLetter(const QByteArray& line) {
+    return std::any_of(line.begin(), line.end(),
+                       [](char c) { return static_cast<unsigned char>(c) >= '@'; });
+}
+
+void compareLettered(tintwell::LineSource& source, const QByteArrayList& lines) {
+    source.rewind();
+    for (const QByteArray& line : lines) {
+        if (hasLetter(line)) {
+            fuzz::require(source.skipToLetters() && source.next() == view(line),
+                          "each line with letters is found");
+        }
+    }
+    fuzz::require(!source.skipToLetters() && source.atEnd(), "and no other");
+}
+
+void compareWords(const QByteArray& line) {
+    const std::string_view text = view(line);
+    const QStringList expected = QString::fromUtf8(line.data(), line.size())
+                                     .simplified()
+                                     .split(QLatin1Char(' '), Qt::SkipEmptyParts);
+    tintwell::WordReader words(text);
+    for (const QString& word : expected) {
+        const std::string_view found = words.next();
+        fuzz::require(word.toUtf8() == QByteArray(found.data(), static_cast<int>(found.size())),
+                      "words are those of the toolkit");
+    }
+    fuzz::require(words.next().empty(), "there are no more words");
+    fuzz::require(tintwell::wordCount(text) == static_cast<std::size_t>(expected.size()),
+                  "as many words are counted");
+}
+
+} // namespace
+
+void fuzz::run(std::string_view input) {
+    const MemoryFile file(input);
+    tintwell::LineSource source(file.path());
+    require(source.isOpen(), "a regular file opens");
+    const QByteArrayList lines = linesOf(source);
+    require(lines == linesByToolkit(file.path()), "lines are those of the toolkit");
+    source.rewind();
+    require(linesOf(source) == lines, "a second pass sees the same");
+    compareLettered(source, lines);
+    for (const QByteArray& line : lines) {
+        compareWords(line);
+    }
+}

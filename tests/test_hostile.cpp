@@ -1,0 +1,281 @@
+#include "samples.h"
+
+#include <QDir>
+
+#include <atomic>
+#include <ctime>
+#include <thread>
+
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace {
+
+constexpr int formatCount = 17;
+constexpr int lookCode = 5;
+constexpr int mebibyte = 1 << 20;
+
+#ifdef __SANITIZE_ADDRESS__
+constexpr double slowdown = 5;
+#else
+constexpr double slowdown = 1;
+#endif
+
+const QDir& data() {
+    static const QDir folder(QStringLiteral(TINTWELL_TEST_DATA));
+    return folder;
+}
+
+QByteArray contentOf(const QString& path) {
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+/// Probes and reads with one reader. Any result will do, but a prompt one.
+void verifyPrompt(const QString& path, int code) {
+    constexpr double limit = 2 * slowdown; // seconds of this process, not of the machine
+    for (const bool probe : {true, false}) {
+        const std::clock_t start = std::clock();
+        Read_LUTFile lut(nullptr);
+        lut.ReadFile(samples::request(path, code), probe);
+        const double seconds = double(std::clock() - start) / CLOCKS_PER_SEC;
+        QVERIFY2(seconds < limit,
+                 qPrintable(QStringLiteral("code %1: %2 s").arg(code).arg(seconds)));
+    }
+}
+
+void verifyPrompt(const QString& path) {
+    for (int code = 0; code < formatCount; ++code) {
+        verifyPrompt(path, code);
+    }
+}
+
+QByteArray numbered(const QByteArray& before, const QByteArray& behind,
+                    int limit = mebibyte - 100) {
+    QByteArray text;
+    for (int n = 0; text.size() < limit; ++n) {
+        text += before + QByteArray::number(n, 36) + behind;
+    }
+    return text;
+}
+
+QByteArray inUtf16(const QByteArray& text) {
+    QByteArray bytes("\xFF\xFE");
+    for (const char c : text) {
+        bytes += c;
+        bytes += '\0';
+    }
+    return bytes;
+}
+
+} // namespace
+
+class TestHostile : public QObject {
+    Q_OBJECT
+
+    samples::Folder m_folder;
+
+    /// Paths that lead to no regular file.
+    QStringList oddPaths() const {
+        const QString fifo = m_folder.path(QStringLiteral("fifo"));
+        const QString dangling = m_folder.path(QStringLiteral("dangling"));
+        const QString loop = m_folder.path(QStringLiteral("loop"));
+        mkfifo(qPrintable(fifo), 0600);
+        QFile::link(m_folder.path(QStringLiteral("no/where")), dangling);
+        QFile::link(loop, loop);
+        return {fifo,      dangling,
+                loop,      m_folder.path(QString()),
+                QString(), QStringLiteral("/no/such/file")};
+    }
+
+private Q_SLOTS:
+    /// Whatever once broke a reader stands in tests/data/regressions.
+    void regressions_data() {
+        QTest::addColumn<QString>("path");
+        const QDir folder(data().filePath(QStringLiteral("regressions")));
+        for (const QString& name : folder.entryList(QDir::Files, QDir::Name)) {
+            QTest::newRow(qPrintable(name)) << folder.filePath(name);
+        }
+    }
+    void regressions() {
+        QFETCH(QString, path);
+        verifyPrompt(path);
+    }
+
+    /// A MiB of one line of a sample, with and without its line feed, behind all lines before it.
+    void swollenSamples_data() {
+        QTest::addColumn<int>("code");
+        QTest::addColumn<QByteArray>("content");
+        const char* const names[formatCount] = {"sample.cube",
+                                                nullptr,
+                                                nullptr,
+                                                "sample.3dl",
+                                                "sample.mga",
+                                                "sample.look",
+                                                "sample_discreet.lut",
+                                                "sample_plain.lut",
+                                                "sample.davlut",
+                                                "sample.csp",
+                                                "sample.cub",
+                                                "sample.itx",
+                                                "sample.spi1d",
+                                                "sample.spi3d",
+                                                "sample.csv",
+                                                "sample.nvx1d",
+                                                "sample.nvx3d"};
+        for (int code = 0; code < formatCount; ++code) {
+            if (names[code] == nullptr) {
+                continue;
+            }
+            const QByteArrayList lines = contentOf(data().filePath(names[code])).split('\n');
+            QByteArray before;
+            for (int n = 0; n < lines.size() && n < 14; ++n) {
+                const auto row = [&](const char* how, const QByteArray& unit) {
+                    const int count = (mebibyte - before.size() - 1) / unit.size();
+                    QTest::addRow("%s line %d %s", names[code], n, how)
+                        << code << before + unit.repeated(count);
+                };
+                row("by the line", lines[n] + '\n');
+                row("in a row", lines[n] + ' ');
+                before += lines[n] + '\n';
+            }
+        }
+    }
+    void swollenSamples() {
+        QFETCH(int, code);
+        QFETCH(QByteArray, content);
+        verifyPrompt(m_folder.file(QStringLiteral("swollen"), content), code);
+    }
+
+    void swollenText_data() {
+        QTest::addColumn<QByteArray>("content");
+        const auto row = [](const char* name, const QByteArray& unit) {
+            QTest::newRow(name) << unit.repeated((mebibyte - 1) / unit.size());
+        };
+        row("line feeds", "\n");
+        row("blanks", " ");
+        row("line separators", "\xE2\x80\xA8");
+        row("wide blanks", "\xE3\x80\x80\n");
+        row("broken UTF-8", "\xE3\x80");
+        row("digits", "1");
+        row("nan", "nan ");
+        row("nan by the line", "nan nan nan\n");
+        row("hexadecimal floats", "0x1.8p1 0x1p1 0x0.1\n");
+        row("NUL", QByteArray("\0", 1));
+        QTest::newRow("UTF-16") << inUtf16(QByteArray("1\n").repeated(mebibyte / 4 - 1));
+    }
+    void swollenText() {
+        QFETCH(QByteArray, content);
+        verifyPrompt(m_folder.file(QStringLiteral("swollen"), content));
+    }
+
+    void burdensomeDocuments_data() {
+        QTest::addColumn<QByteArray>("content");
+        const QByteArray attributes = "<a " + numbered("a", "='' ") + "/>";
+        QTest::newRow("attributes of one tag") << attributes;
+        QTest::newRow("behind a quoted end") << "<a b='>' " + attributes.mid(3);
+        QTest::newRow("behind a comment") << "<!-- don't --><!-- \" -->" + attributes;
+        QTest::newRow("in UTF-16") << inUtf16(attributes.left(mebibyte / 2 - 1));
+        QTest::newRow("of an encoding with escapes")
+            << "<?xml version='1.0' encoding='UTF-7'?>" +
+                   QByteArray(attributes).replace("=", "+AD0-").left(mebibyte - 100);
+        QTest::newRow("of an unknown encoding")
+            << "<?xml version='1.0' encoding='none'?>" + attributes;
+        QTest::newRow("some on every tag")
+            << ("<b " + numbered("a", "='' ", 500) + "/>").repeated(mebibyte / 520).prepend("<a>");
+        QTest::newRow("name spaces") << numbered("<a xmlns:b", "='u'>", mebibyte / 2) +
+                                            QByteArray("<b0:a/>").repeated(60'000);
+        QTest::newRow("declared attributes") << "<!DOCTYPE a [<!ATTLIST b " +
+                                                    numbered("a", " CDATA ''", mebibyte / 2) +
+                                                    ">]><a>" + QByteArray("<b/>").repeated(100'000);
+        QTest::newRow("declared entities") << "<!DOCTYPE a [" +
+                                                  numbered("<!ENTITY % a", " ''>", mebibyte / 2) +
+                                                  QByteArray("%a1;").repeated(100'000) + "]><a/>";
+        QTest::newRow("nested tags") << QByteArray("<a>").repeated(mebibyte / 3);
+        QTest::newRow("references") << "<a>" + QByteArray("&amp;").repeated(mebibyte / 6);
+        QTest::newRow("comments") << "<a>" + QByteArray("<!---->").repeated(mebibyte / 8);
+    }
+    void burdensomeDocuments() {
+        QFETCH(QByteArray, content);
+        QVERIFY(content.size() <= mebibyte);
+        verifyPrompt(m_folder.file(QStringLiteral("burdensome"), content), lookCode);
+    }
+
+    void oddPathsAreNotRead() {
+        QStringList paths = oddPaths();
+        paths << QStringLiteral("/dev/zero");
+        for (const QString& path : paths) {
+            for (int code = 0; code < formatCount; ++code) {
+                Read_LUTFile lut(nullptr);
+                const bool emptyImage = code == 2;
+                QCOMPARE(lut.ReadFile(samples::request(path, code), false), emptyImage);
+                QVERIFY(lut.data3D == nullptr && lut.data1D == nullptr);
+            }
+        }
+    }
+
+    void oddPathsAreNotWritten() {
+        Read_LUTFile lut(nullptr);
+        samples::fill3D(lut, 2, [](int, int, int) { return QVector<float>{0, 0.5F, 1}; });
+        for (const QString& path : oddPaths()) {
+            for (int code = 0; code < formatCount; ++code) {
+                QVERIFY2(!Write_LUTFile(nullptr).WriteFile(samples::request(path, code), lut),
+                         qPrintable(path));
+            }
+        }
+    }
+
+    void readOnlyFolder() {
+        const QString folder = m_folder.path(QStringLiteral("read-only"));
+        QVERIFY(QDir().mkdir(folder));
+        QCOMPARE(chmod(qPrintable(folder), 0500), 0);
+        const bool isRoot = geteuid() == 0; // permissions do not bind the superuser
+        Read_LUTFile lut(nullptr);
+        samples::fill3D(lut, 2, [](int, int, int) { return QVector<float>{0, 0.5F, 1}; });
+        const LUTFILE_ST st = samples::request(folder + QStringLiteral("/out.cube"), 0);
+        QCOMPARE(Write_LUTFile(nullptr).WriteFile(st, lut), isRoot);
+        QCOMPARE(chmod(qPrintable(folder), 0700), 0);
+    }
+
+    void unreadableFile() {
+        const QByteArray content = contentOf(data().filePath(QStringLiteral("sample.cube")));
+        const QString path = m_folder.file(QStringLiteral("unreadable"), content);
+        QCOMPARE(chmod(qPrintable(path), 0), 0);
+        const bool isRoot = geteuid() == 0;
+        Read_LUTFile lut(nullptr);
+        QCOMPARE(lut.ReadFile(samples::request(path, 0), false), isRoot);
+    }
+
+    /// Another program empties and refills the file while readers are at it.
+    void shrinkingFile_data() {
+        QTest::addColumn<int>("code");
+        for (int code = 0; code < formatCount; ++code) {
+            QTest::addRow("%d", code) << code;
+        }
+    }
+    void shrinkingFile() {
+        QFETCH(int, code);
+        const QByteArray header =
+            "LUT_3D_SIZE 64\n3DLUTSIZE 64\nLength 64\nSPILUT\n3 3\n64 64 64\n";
+        const QString path = m_folder.file(QStringLiteral("shrinking"),
+                                           header + QByteArray("0 0 0 1 1 1\n").repeated(80'000));
+        const off_t size = QFileInfo(path).size();
+        std::atomic<bool> done{false};
+        std::thread other([&] {
+            while (!done) {
+                for (const off_t length : {off_t{0}, size, size / 3, size, off_t{1}, size}) {
+                    static_cast<void>(truncate(qPrintable(path), length));
+                }
+            }
+        });
+        for (int n = 0; n < 20; ++n) {
+            Read_LUTFile lut(nullptr);
+            lut.ReadFile(samples::request(path, code), n % 4 == 0);
+        }
+        done = true;
+        other.join();
+    }
+};
+
+QTEST_GUILESS_MAIN(TestHostile)
+#include "test_hostile.moc"
