@@ -45,10 +45,11 @@ Word toCode(float value) {
 /// Calls \a visit(pixel) until it returns false. True when every pixel was visited.
 template <typename Word, typename Visit>
 bool visitPixels(QImage& image, Visit&& visit) {
+    constexpr std::ptrdiff_t channels = 4;
     for (int y = 0; y < image.height(); ++y) {
         auto* pixel = reinterpret_cast<Word*>(image.scanLine(y));
-        const Word* const end = pixel + std::ptrdiff_t{4} * image.width();
-        for (; pixel != end; pixel += 4) {
+        const Word* const end = pixel + channels * image.width();
+        for (; pixel != end; pixel += channels) {
             if (!visit(pixel)) {
                 return false;
             }

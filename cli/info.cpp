@@ -119,11 +119,11 @@ QStringList headerOf(const QString& path) {
     tintwell::LineSource lines(path);
     while (lines.isOpen() && !lines.atEnd() && header.size() < enough) {
         const std::string_view line = lines.next();
-        const QString text =
+        const QString words =
             QString::fromUtf8(line.data(), static_cast<int>(line.size())).left(longest);
-        if (hasWords(text) && isPlain(text)) {
-            header += text;
-        } else if (!text.isEmpty() && !text.startsWith(QLatin1Char('#'))) {
+        if (hasWords(words) && isPlain(words)) {
+            header += words;
+        } else if (!words.isEmpty() && !words.startsWith(QLatin1Char('#'))) {
             break;
         }
     }
