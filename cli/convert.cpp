@@ -131,8 +131,8 @@ int convertOne(const cli::CommandLine& line, Conversion conversion) {
                               ? QStringLiteral("found no output, expected IN OUT")
                               : QStringLiteral("several inputs need --output-directory"));
     }
-    const QString in = operands.first();
-    const QString out = operands.last();
+    const QString& in = operands.first();
+    const QString& out = operands.last();
     if (!conversion.from) {
         conversion.from = cli::formatOfInput(in);
     }

@@ -133,7 +133,7 @@ QString replaceFile(const Target& target, const QFileInfo& place,
     if (!file.isOpen()) {
         return systemError();
     }
-    const QString error = write(file.path());
+    QString error = write(file.path());
     if (!error.isEmpty()) {
         return error;
     }

@@ -176,7 +176,7 @@ std::string_view LineSource::next() {
 
 bool LineSource::skipToLetters() {
     const char* letter = m_next;
-    const std::ptrdiff_t stride = 4 * 8;
+    const std::ptrdiff_t stride = 32;
     while (m_end - letter >= stride &&
            !hasLetters(loadEight(letter) | loadEight(letter + 8) | loadEight(letter + 16) |
                        loadEight(letter + 24))) {
