@@ -125,6 +125,7 @@ private Q_SLOTS:
         QCOMPARE(tintwell::withoutBlanks(" 3 \u3000 d"), std::string("3d"));
         QCOMPARE(tintwell::toInt(" +17\t"), 17);
         QCOMPARE(tintwell::toInt("17.0"), 0);
+        QCOMPARE(tintwell::toInt("\uFEFF17"), 0);
     }
 
     void walksKeepTheEndRule_data() {
