@@ -83,21 +83,6 @@ int runAll(const Conversion& conversion, const std::vector<Job>& jobs, int threa
     return done;
 }
 
-/// Finds the format of the output, and whether it has the size asked for. Usage, where no input
-/// could mend it.
-std::optional<int> resolveTarget(const cli::CommandLine& line, const QString& out,
-                                 Conversion& conversion) {
-    QString problem;
-    const auto to = cli::formatOfOutput(out, conversion.output.formatName,
-                                        conversion.from.value_or(-1), problem);
-    if (!to) {
-        return line.wrong(problem);
-    }
-    conversion.to = *to;
-    return cli::sizeFits(line, conversion.output, *to) ? std::nullopt
-                                                       : std::optional<int>(cli::Usage);
-}
-
 int convertBatch(const cli::CommandLine& line, Conversion conversion) {
     const auto threads = line.number("jobs", 1, 256, QThread::idealThreadCount());
     if (!threads) {
@@ -106,10 +91,11 @@ int convertBatch(const cli::CommandLine& line, Conversion conversion) {
     if (conversion.output.formatName.isEmpty()) {
         return line.wrong(QStringLiteral("--output-directory needs --to"));
     }
-    const auto status = resolveTarget(line, QString(), conversion);
-    if (status) {
-        return *status;
+    const auto to = cli::targetFormat(line, conversion.output, QString());
+    if (!to) {
+        return cli::Usage;
     }
+    conversion.to = *to;
     const QString folder = line.value("output-directory");
     if (!QDir().mkpath(folder)) {
         cli::reportFile(folder, QStringLiteral("the folder cannot be made"));
@@ -139,9 +125,11 @@ int convertOne(const cli::CommandLine& line, Conversion conversion) {
     if (!conversion.from) {
         return cli::Failed;
     }
-    if (const auto status = resolveTarget(line, out, conversion)) {
-        return *status;
+    const auto to = cli::targetFormat(line, conversion.output, out, conversion.from);
+    if (!to) {
+        return cli::Usage;
     }
+    conversion.to = *to;
     return convert(conversion, {in, out}) ? cli::Done : cli::Failed;
 }
 

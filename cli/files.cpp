@@ -14,11 +14,8 @@ namespace cli {
 
 namespace {
 
-using tintwell::catalogue;
-using tintwell::Format;
+using tintwell::formatCount;
 using tintwell::formatOf;
-
-constexpr int formatCount = static_cast<int>(catalogue.size());
 
 std::vector<int> formatsOfExtension(const QString& path) {
     const QString extension = QFileInfo(path).suffix().toLower();

@@ -12,21 +12,17 @@
 
 namespace {
 
-using tintwell::catalogue;
 using tintwell::Format;
-
-constexpr int formatCount = static_cast<int>(catalogue.size());
-
-const char* kindOf(const Format& format) {
-    return format.kind == tintwell::TableKind::ThreeD ? "3D" : "1D";
-}
+using tintwell::formatCount;
+using tintwell::kindName;
 
 void printTable() {
     std::puts("CODE  NAME       KIND  READS  WRITES  EXTENSIONS                 LABEL");
     for (int code = 0; code < formatCount; ++code) {
         const Format& format = *tintwell::formatOf(code);
-        std::printf("%4d  %-9s  %-4s  %-5s  %-6s  %-25s  %s\n", code, format.name, kindOf(format),
-                    "yes", format.write != nullptr ? "yes" : "no", format.extensions, format.label);
+        std::printf("%4d  %-9s  %-4s  %-5s  %-6s  %-25s  %s\n", code, format.name,
+                    kindName(format.kind), "yes", format.write != nullptr ? "yes" : "no",
+                    format.extensions, format.label);
     }
 }
 
@@ -38,7 +34,7 @@ QJsonArray asJson() {
             {QStringLiteral("code"), code},
             {QStringLiteral("name"), QLatin1String(format.name)},
             {QStringLiteral("label"), QString::fromUtf8(format.label)},
-            {QStringLiteral("kind"), QLatin1String(kindOf(format))},
+            {QStringLiteral("kind"), QLatin1String(kindName(format.kind))},
             {QStringLiteral("reads"), true},
             {QStringLiteral("writes"), format.write != nullptr},
             {QStringLiteral("extensions"), QJsonArray::fromStringList(cli::extensionsOf(code))},

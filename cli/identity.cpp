@@ -32,12 +32,8 @@ int cli::runIdentity(const Command& self, const QStringList& arguments) {
         return Usage;
     }
     const QString path = line.operands().first();
-    QString problem;
-    const std::optional<int> code = formatOfOutput(path, output->formatName, -1, problem);
+    const std::optional<int> code = targetFormat(line, *output, path);
     if (!code) {
-        return line.wrong(problem);
-    }
-    if (!sizeFits(line, *output, *code)) {
         return Usage;
     }
     const tintwell::Format& format = *tintwell::formatOf(*code);

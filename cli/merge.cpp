@@ -1,39 +1,85 @@
 // merge FIRST SECOND OUT: one table that does what two do, one after the other.
 
+#include "calc/lattice_axis.h"
 #include "calc/lutcalc.h"
 #include "cli/output.h"
 #include "cli/report.h"
 #include "cli/shape.h"
+#include "lut/lattice.h"
 
 #include <algorithm>
 
 namespace {
 
-/// Lattices alone can be merged: curves become one.
-bool ensureLattice(Read_LUTFile& lut, int size, Read_LUTFile& made, Read_LUTFile*& lattice) {
-    lattice = lut.size3D > 0 ? &lut : &made;
-    return lut.size3D > 0 || cli::makeLattice(lut, size, made);
+using tintwell::Format;
+using tintwell::TableKind;
+using tintwell::unitPosition;
+
+void lookUp(const float* in, float* out, Read_LUTFile& lut) {
+    if (lut.size3D > 0) {
+        LutCalc().Lut3D_Tetrahedral(in, out, lut);
+    } else {
+        LutCalc().Lut1D_liner(in, out, lut);
+    }
 }
 
-bool mergeInto(Read_LUTFile& first, Read_LUTFile& second, int size, Read_LUTFile& merged) {
-    Read_LUTFile madeOfFirst(nullptr);
-    Read_LUTFile madeOfSecond(nullptr);
-    Read_LUTFile* firstLattice = nullptr;
-    Read_LUTFile* secondLattice = nullptr;
-    if (!ensureLattice(first, size, madeOfFirst, firstLattice) ||
-        !ensureLattice(second, size, madeOfSecond, secondLattice) ||
-        !cli::allocate(tintwell::TableKind::ThreeD, size, merged)) {
+void lookUpBoth(const float* in, float* out, Read_LUTFile& first, Read_LUTFile& second) {
+    float between[3];
+    lookUp(in, between, first);
+    lookUp(between, out, second);
+}
+
+void mergeLattice(Read_LUTFile& first, Read_LUTFile& second, Read_LUTFile& merged) {
+    if (first.size3D > 0 && second.size3D > 0) {
+        LutCalc().Lut3D_Merge(first, second, merged);
+        return;
+    }
+    const int n = merged.size3D;
+    tintwell::visitLattice(n, [&](int i, int j, int k) {
+        const float point[] = {unitPosition(i, n), unitPosition(j, n), unitPosition(k, n)};
+        lookUpBoth(point, merged.data3D[i][j][k], first, second);
+        return true;
+    });
+}
+
+void mergeCurves(Read_LUTFile& first, Read_LUTFile& second, Read_LUTFile& merged) {
+    for (int i = 0; i < merged.size1D; ++i) {
+        const float t = unitPosition(i, merged.size1D);
+        const float grey[] = {t, t, t};
+        lookUpBoth(grey, merged.data1D[i], first, second);
+    }
+}
+
+/// The larger of the two in the kind of the result, or the usual size where neither is of it.
+int largerSize(TableKind kind, const Read_LUTFile& first, const Read_LUTFile& second) {
+    const int larger = kind == TableKind::ThreeD ? std::max(first.size3D, second.size3D)
+                                                 : std::max(first.size1D, second.size1D);
+    return larger > 0 ? larger : cli::usualSize(kind);
+}
+
+/// A lattice stands for a file that has both kinds.
+bool openOne(const QString& path, const QString& formatName, Read_LUTFile& lut) {
+    if (!cli::openLut(path, formatName, lut)) {
         return false;
     }
-    LutCalc().Lut3D_Merge(*firstLattice, *secondLattice, merged);
+    if (lut.size3D > 0 && lut.size1D > 0) {
+        cli::noteBothKinds(path, TableKind::ThreeD);
+        lut.setSize1D(0);
+    }
     return true;
 }
 
-/// As asked, or the larger lattice of the two; curves alone are worth the usual one.
-int latticeSize(std::optional<int> asked, const Read_LUTFile& first, const Read_LUTFile& second) {
-    const int larger = std::max(first.size3D, second.size3D);
-    const int found = larger > 0 ? larger : cli::usualSize(tintwell::TableKind::ThreeD);
-    return std::min(asked.value_or(found), Read_LUTFile::MaxSize3D);
+void noteKinds(TableKind kind, int size, const QString& path, const Read_LUTFile& first,
+               const Read_LUTFile& second) {
+    const bool anyLattice = first.size3D > 0 || second.size3D > 0;
+    if (kind == TableKind::OneD && anyLattice) {
+        cli::noteFile(
+            path, QStringLiteral("of the merged table only the grey axis is kept, in %1 entries")
+                      .arg(size));
+    } else if (kind == TableKind::ThreeD && !anyLattice) {
+        cli::noteFile(
+            path, QStringLiteral("the 1D tables become a lattice of %1 points per axis").arg(size));
+    }
 }
 
 } // namespace
@@ -53,25 +99,29 @@ int cli::runMerge(const Command& self, const QStringList& arguments) {
         return Usage;
     }
     const QString path = line.operands().at(2);
-    QString problem;
-    const std::optional<int> code = formatOfOutput(path, output->formatName, -1, problem);
+    const std::optional<int> code = targetFormat(line, *output, path);
     if (!code) {
-        return line.wrong(problem);
-    }
-    if (!sizeFits(line, *output, *code)) {
         return Usage;
     }
     Read_LUTFile first(nullptr);
     Read_LUTFile second(nullptr);
     const QString from = line.value("from");
-    if (!openLut(line.operands().at(0), from, first) ||
-        !openLut(line.operands().at(1), from, second)) {
+    if (!openOne(line.operands().at(0), from, first) ||
+        !openOne(line.operands().at(1), from, second)) {
         return Failed;
     }
+    const Format& format = *tintwell::formatOf(*code);
+    const int size = sizeIn(format, output->size, largerSize(format.kind, first, second));
     Read_LUTFile merged(nullptr);
-    if (!mergeInto(first, second, latticeSize(output->size, first, second), merged)) {
-        reportFile(path, QStringLiteral("the tables are too large for the memory"));
+    if (!allocate(format.kind, size, merged)) {
+        reportFile(path, merged.lastError);
         return Failed;
     }
+    if (format.kind == TableKind::ThreeD) {
+        mergeLattice(first, second, merged);
+    } else {
+        mergeCurves(first, second, merged);
+    }
+    noteKinds(format.kind, size, path, first, second);
     return writeTable(*output, *code, path, path, merged) ? Done : Failed;
 }

@@ -51,6 +51,18 @@ void noteQuirks(const Format& format, std::int64_t scale, const QString& path,
     }
 }
 
+/// What of the options the format cannot have; empty: nothing.
+QString problemWith(const Output& output, const Format& format) {
+    const int largest = largestSize(format.kind);
+    if (output.size.value_or(0) > largest) {
+        return QStringLiteral("found --size %1, expected 2 to %2 for %3")
+            .arg(*output.size)
+            .arg(largest)
+            .arg(QLatin1String(format.name));
+    }
+    return {};
+}
+
 } // namespace
 
 void addOutputOptions(CommandLine& line) {
@@ -100,17 +112,19 @@ std::optional<Orders> ordersOption(const CommandLine& line, const char* option) 
     return orders;
 }
 
-bool sizeFits(const CommandLine& line, const Output& output, int formatCode) {
-    const Format& format = *formatOf(formatCode);
-    const int largest = largestSize(format.kind);
-    if (output.size.value_or(0) <= largest) {
-        return true;
+std::optional<int> targetFormat(const CommandLine& line, const Output& output, const QString& path,
+                                std::optional<int> from) {
+    QString problem;
+    const std::optional<int> code =
+        formatOfOutput(path, output.formatName, from.value_or(-1), problem);
+    if (code) {
+        problem = problemWith(output, *formatOf(*code));
     }
-    line.wrong(QStringLiteral("found --size %1, expected 2 to %2 for %3")
-                   .arg(*output.size)
-                   .arg(largest)
-                   .arg(QLatin1String(format.name)));
-    return false;
+    if (!problem.isEmpty()) {
+        line.wrong(problem);
+        return std::nullopt;
+    }
+    return code;
 }
 
 bool writeTable(const Output& output, int formatCode, const QString& source, const QString& path,

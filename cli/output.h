@@ -28,8 +28,10 @@ std::optional<Output> outputOptions(const CommandLine& line);
 /// The orders that an option names; none, with wrong usage reported, for other words.
 std::optional<Orders> ordersOption(const CommandLine& line, const char* option);
 
-/// Whether the size is one that tables of the format can have; false with wrong usage reported.
-bool sizeFits(const CommandLine& line, const Output& output, int formatCode);
+/// The code of the format that a file is to be written in, of which \a from is that of its input.
+/// None, with wrong usage reported, where there is none, or none that can have what was asked for.
+std::optional<int> targetFormat(const CommandLine& line, const Output& output, const QString& path,
+                                std::optional<int> from = std::nullopt);
 
 /// Writes the table in the kind, size, orders and scale that the format and the options ask for.
 /// \a source is the file that notes are about. False, with the error reported, when that fails.

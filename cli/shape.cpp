@@ -2,9 +2,7 @@
 
 #include "calc/lutcalc.h"
 #include "cli/report.h"
-
-#include <cstddef>
-#include <vector>
+#include "lut/lattice.h"
 
 namespace cli {
 
@@ -14,14 +12,12 @@ using tintwell::Format;
 using tintwell::TableKind;
 
 /// A lattice index takes the entry at its own place.
-void expand(Read_LUTFile& curves, Read_LUTFile& lattice) {
-    // The row taken is the one at or below a quotient that rounding may leave just short of its
-    // place: every entry but the first stands twice, and either will do.
-    std::vector<const float*> rows;
-    for (int n = 0; n < curves.size1D; ++n) {
-        rows.insert(rows.end(), n == 0 ? 1 : 2, curves.data1D[n]);
-    }
-    LutCalc().Lut1D_to_Lut3D(rows.data(), static_cast<int>(rows.size()), lattice);
+void expand(const Read_LUTFile& curves, Read_LUTFile& lattice) {
+    const float* const* const row = curves.data1D;
+    tintwell::visitLattice(lattice.size3D, [&](int i, int j, int k) {
+        tintwell::fillCell(lattice.data3D[i][j][k], true, row[i][0], row[j][1], row[k][2]);
+        return true;
+    });
 }
 
 bool makeCurves(Read_LUTFile& lut, int size, Read_LUTFile& shaped) {
@@ -36,11 +32,26 @@ bool makeCurves(Read_LUTFile& lut, int size, Read_LUTFile& shaped) {
     return true;
 }
 
+bool makeLattice(Read_LUTFile& lut, int size, Read_LUTFile& shaped) {
+    if (!allocate(TableKind::ThreeD, size, shaped)) {
+        return false;
+    }
+    if (lut.size3D > 0) {
+        LutCalc().Lut3D_Out(lut, shaped);
+        return true;
+    }
+    Read_LUTFile curves(nullptr);
+    if (!makeCurves(lut, size, curves)) {
+        return false;
+    }
+    expand(curves, shaped);
+    return true;
+}
+
 void noteLosses(const Format& format, const QString& path, const Read_LUTFile& lut, int size) {
     const bool to3D = format.kind == TableKind::ThreeD;
     if (lut.size3D > 0 && lut.size1D > 0) {
-        noteFile(path, QStringLiteral("only the %1 table is taken, the file has both kinds")
-                           .arg(QLatin1String(to3D ? "3D" : "1D")));
+        noteBothKinds(path, format.kind);
     } else if (to3D && lut.size3D <= 0) {
         noteFile(path,
                  QStringLiteral("the 1D table becomes a lattice of %1 points per axis").arg(size));
@@ -66,20 +77,9 @@ int sizeIn(const Format& format, std::optional<int> asked, int otherwise) {
     return asked.value_or(format.size > 0 ? format.size : otherwise);
 }
 
-bool makeLattice(Read_LUTFile& lut, int size, Read_LUTFile& shaped) {
-    if (!allocate(TableKind::ThreeD, size, shaped)) {
-        return false;
-    }
-    if (lut.size3D > 0) {
-        LutCalc().Lut3D_Out(lut, shaped);
-        return true;
-    }
-    Read_LUTFile curves(nullptr);
-    if (!makeCurves(lut, size, curves)) {
-        return false;
-    }
-    expand(curves, shaped);
-    return true;
+void noteBothKinds(const QString& path, TableKind kind) {
+    noteFile(path, QStringLiteral("only the %1 table is taken, the file has both kinds")
+                       .arg(QLatin1String(tintwell::kindName(kind))));
 }
 
 Read_LUTFile* shapeFor(const Format& format, std::optional<int> size, const QString& path,

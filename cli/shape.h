@@ -25,9 +25,8 @@ constexpr int usualSize(tintwell::TableKind kind) {
 /// Gives a container a table of zeros; false, with its `lastError` set, when memory runs out.
 bool allocate(tintwell::TableKind kind, int size, Read_LUTFile& lut);
 
-/// Fills \a shaped with the 3D table of \a size points per axis of \a lut: resampled, or its curves
-/// as a lattice.
-bool makeLattice(Read_LUTFile& lut, int size, Read_LUTFile& shaped);
+/// Notes that of a file with tables of both kinds only that of \a kind is taken.
+void noteBothKinds(const QString& path, tintwell::TableKind kind);
 
 /// A table in the kind of a format and in a size: \a lut as it is where it fits already, else
 /// \a shaped, filled from it. Null, with the error reported for \a path, when memory runs out. What

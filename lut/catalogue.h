@@ -78,6 +78,12 @@ inline constexpr std::array<Format, 17> catalogue = {{
      &Write_LUTFile::Write_NVX3D, Codes::None, rangeRemark},
 }};
 
+inline constexpr int formatCount = static_cast<int>(catalogue.size());
+
+constexpr const char* kindName(TableKind kind) {
+    return kind == TableKind::ThreeD ? "3D" : "1D";
+}
+
 /// The format of a code; null outside the catalogue.
 constexpr const Format* formatOf(int code) {
     const bool known = code >= 0 && static_cast<std::size_t>(code) < catalogue.size();

@@ -18,10 +18,9 @@
 
 using samples::Outcome;
 using samples::run;
+using tintwell::formatCount;
 
 namespace {
-
-constexpr int formatCount = static_cast<int>(tintwell::catalogue.size());
 
 QString nameOf(int code) {
     return tintwell::formatOf(code)->name;
@@ -496,15 +495,55 @@ private Q_SLOTS:
         QVERIFY(expected.allocate3D());
         LutCalc().Lut3D_Merge(smoothLut, second, expected);
         QVERIFY(difference(merged, expected) < 5e-6F);
+    }
 
-        // A curve on either side, and its inverse behind it.
-        const QString square =
-            m_folder.file("half.spi1d", "From 0 1\nLength 3\nComponents 1\n{\n0\n0.25\n1\n}\n");
-        const QString root =
-            m_folder.file("root.spi1d", "From 0 1\nLength 5\nComponents 1\n{\n0\n0.5\n"
-                                        "0.666666\n0.833333\n1\n}\n");
-        QCOMPARE(run({"merge", square, root, path("one.cube"), "--size", "9"}).status, 0);
-        QVERIFY(run({"info", path("one.cube")}).output.contains("9 x 9 x 9"));
+    /// Two tables of which the second undoes the first, whatever their kinds and lengths.
+    void mergesCurves_data() {
+        QTest::addColumn<QString>("first");
+        QTest::addColumn<QString>("second");
+        QTest::addColumn<QString>("result");
+        QTest::addColumn<QString>("size");
+        QTest::newRow("two curves to a lattice") << "bend.spi1d"
+                                                 << "unbend.spi1d"
+                                                 << "both.cube"
+                                                 << "33 x 33 x 33";
+        QTest::newRow("two curves to a curve") << "bend.spi1d"
+                                               << "unbend.spi1d"
+                                               << "both.nvx1d"
+                                               << "1301 entries";
+        QTest::newRow("a curve behind a lattice") << "bend.cube"
+                                                  << "unbend.spi1d"
+                                                  << "both.cube"
+                                                  << "65 x 65 x 65";
+        QTest::newRow("a curve before a lattice") << "unbend.spi1d"
+                                                  << "bend.cube"
+                                                  << "both.cube"
+                                                  << "65 x 65 x 65";
+    }
+    void mergesCurves() {
+        // Straight parts, at 1/4 and 1/2 of the way and at points of the lattice.
+        const auto curve = [this](const char* name, int size, const auto& value) {
+            Read_LUTFile lut(nullptr);
+            samples::fill1D(lut, size, [&](int n) {
+                const float y = value(float(n) / float(size - 1));
+                return QVector<float>{y, y, y};
+            });
+            const LUTFILE_ST st = samples::request(path(name), 12);
+            QVERIFY(Write_LUTFile(nullptr).WriteFile(st, lut));
+        };
+        curve("bend.spi1d", 1001, [](float x) { return x < 0.25F ? 2 * x : (1 + 2 * x) / 3; });
+        curve("unbend.spi1d", 1301, [](float x) { return x < 0.5F ? x / 2 : (3 * x - 1) / 2; });
+        const QStringList lattice = {"convert", "--force",          "--size",
+                                     "65",      path("bend.spi1d"), path("bend.cube")};
+        QCOMPARE(run(lattice).status, 0);
+
+        QFETCH(QString, first);
+        QFETCH(QString, second);
+        QFETCH(QString, result);
+        QCOMPARE(run({"merge", "--force", path(first), path(second), path(result)}).status, 0);
+        const QString told = run({"info", path(result)}).output;
+        QVERIFY2(told.contains("identity  yes"), qPrintable(told));
+        QTEST(told.section("size      ", 1).section('\n', 0, 0), "size");
     }
 
     void batches() {
