@@ -17,6 +17,7 @@
 #include "lut/write_lutfile.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <string_view>
 
 using tintwell::LineSource;
@@ -63,9 +64,11 @@ bool takeValue(std::string_view line, double& value) {
 }
 
 /// Fills the table, a channel at a time, with the values as they stand. Returns the largest.
-double readValues(LineSource& lines, float* const* table, int size) {
+double readValues(LineSource& lines, Read_LUTFile& lut) {
+    float* const* const table = lut.data1D;
+    const int size = lut.size1D;
     double largest = 0;
-    walkEntries(lines, 3 * size, [&](std::string_view line, int n) {
+    const auto place = [&](std::string_view line, int n) {
         double value = 0;
         if (isPassedOver(line) || !takeValue(line, value)) {
             return false;
@@ -73,7 +76,10 @@ double readValues(LineSource& lines, float* const* table, int size) {
         table[n % size][n / size] = static_cast<float>(value);
         largest = std::max(largest, value);
         return true;
-    });
+    };
+    std::int64_t found = 3 * size;
+    walkEntries(lines, 3 * size, place, &found);
+    tintwell::noteShort(lut, found, 3 * size);
     return largest;
 }
 
@@ -92,7 +98,7 @@ bool Read_LUTFile::Read_1dLut_Discreet(QString path, bool probe) {
     if (!tintwell::allocateCurve(*this, lines, tintwell::Body::MayBeShort)) {
         return false;
     }
-    tintwell::setDomain(domainMax1D, static_cast<float>(readValues(lines, data1D, size1D)));
+    tintwell::setDomain(domainMax1D, static_cast<float>(readValues(lines, *this)));
     for (int n = 0; n < size1D; ++n) {
         const float* const raw = data1D[n];
         White1D(n, raw[0], raw[1], raw[2], domainMin1D, domainMax1D);

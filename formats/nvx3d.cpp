@@ -15,6 +15,7 @@
 #include "lut/text_file.h"
 #include "lut/write_lutfile.h"
 
+#include <cstdint>
 #include <string_view>
 
 using tintwell::Body;
@@ -36,12 +37,16 @@ bool Read_LUTFile::Read_NVX3D(QString path, bool probe) {
         return false;
     }
     Triple<float> sample;
-    walkLattice(lines, size3D, [&](std::string_view line, int i, int j, int k) {
+    const auto place = [&](std::string_view line, int i, int j, int k) {
         if (sample.take(line)) {
             store3D(*this, i, j, k, sample);
         }
         return true;
-    });
+    };
+    const std::int64_t n = size3D;
+    std::int64_t found = n * n * n;
+    walkLattice(lines, size3D, place, &found);
+    tintwell::noteShort(*this, found, n * n * n);
     resetDomainMax3D();
     return true;
 }

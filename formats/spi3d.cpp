@@ -15,6 +15,7 @@
 #include "lut/text_file.h"
 #include "lut/write_lutfile.h"
 
+#include <cstdint>
 #include <string_view>
 
 using tintwell::Body;
@@ -96,11 +97,15 @@ bool Read_LUTFile::Read_Spi3D(QString path, bool probe) {
         return false;
     }
     PlacedSample sample;
+    std::int64_t found = 0;
     while (!lines.atEnd()) {
         if (sample.take(lines.next()) && sample.isInside(size3D)) {
             store3D(*this, sample.i, sample.j, sample.k, sample.value);
+            ++found;
         }
     }
+    const std::int64_t n = size3D;
+    tintwell::noteShort(*this, found, n * n * n);
     resetDomainMax3D();
     return true;
 }

@@ -56,4 +56,11 @@ bool failShort(Read_LUTFile& lut, const LineSource& lines, std::int64_t found,
                         .arg(expected));
 }
 
+void noteShort(Read_LUTFile& lut, std::int64_t found, std::int64_t expected) {
+    if (found < expected) {
+        lut.lastError =
+            QStringLiteral("found %1 of %2 samples; the rest is black").arg(found).arg(expected);
+    }
+}
+
 } // namespace tintwell

@@ -82,6 +82,10 @@ bool failUnsized(Read_LUTFile& lut, const char* expected);
 bool failShort(Read_LUTFile& lut, const LineSource& lines, std::int64_t found,
                std::int64_t expected);
 
+/// Tells in `lastError` of a file that ended early and yet is accepted. Does nothing for one that
+/// did not.
+void noteShort(Read_LUTFile& lut, std::int64_t found, std::int64_t expected);
+
 /// Fills the 3D table of `size3D` with the samples that \a take(line, sample) accepts. \a sample
 /// ends up as the last one read. A
 /// short file is told in `lastError`.
