@@ -1,6 +1,7 @@
 #include "calc/look_up_image.h"
 #include "cli/command.h"
 #include "cli/images.h"
+#include "cli/range.h"
 
 #include <utility>
 
@@ -11,6 +12,7 @@ int cli::runApply(const Command& self, const QStringList& arguments) {
     if (const auto status = begin(line, arguments, 3, job, lut)) {
         return *status;
     }
+    noteRange(line.operands().first(), job.lutFormat);
     QImage image = loadImage(line.operands().at(1));
     if (image.isNull()) {
         return Failed;

@@ -1,6 +1,7 @@
 // convert IN... OUT: reads tables and writes them in another format, size or order.
 
 #include "cli/output.h"
+#include "cli/range.h"
 #include "cli/report.h"
 #include "lut/catalogue.h"
 
@@ -37,8 +38,11 @@ struct Conversion {
 bool convert(const Conversion& conversion, const Job& job) {
     const auto from = conversion.from ? conversion.from : cli::formatOfInput(job.in);
     Read_LUTFile lut(nullptr);
-    return from && cli::readLut(job.in, *from, conversion.inOrders, lut) &&
-           cli::writeTable(conversion.output, conversion.to, job.in, job.out, lut);
+    if (!from || !cli::readLut(job.in, *from, conversion.inOrders, lut)) {
+        return false;
+    }
+    cli::noteRange(job.in, *from);
+    return cli::writeTable(conversion.output, conversion.to, job.in, job.out, lut);
 }
 
 /// Where the files of a batch go. Leaves out, with the error reported, those that would take the

@@ -71,7 +71,7 @@ void setOrders(LUTFILE_ST& st, const Orders& orders, Own&& own) {
 
 std::pair<bool, bool> ordersOfReader(const QString& path, int formatCode) {
     Read_LUTFile probed(nullptr);
-    probed.ReadFile(request(path, formatCode), true);
+    probe(path, formatCode, probed);
     return {probed.dataOrder, probed.tableOrder};
 }
 
@@ -140,7 +140,8 @@ std::optional<int> formatOfInput(const QString& path) {
         return std::nullopt;
     }
     const auto fits = [&path](int code) {
-        return Read_LUTFile(nullptr).ReadFile(request(path, code), true);
+        Read_LUTFile probed(nullptr);
+        return probe(path, code, probed);
     };
     const auto found = std::find_if(codes.begin(), codes.end() - 1, fits);
     return *found;
@@ -180,6 +181,10 @@ std::optional<int> formatOfOutput(const QString& path, const QString& name, int 
     return std::nullopt;
 }
 
+bool probe(const QString& path, int formatCode, Read_LUTFile& lut) {
+    return lut.ReadFile(request(path, formatCode), true);
+}
+
 bool readLut(const QString& path, int formatCode, const Orders& orders, Read_LUTFile& lut) {
     LUTFILE_ST st = request(path, formatCode);
     setOrders(st, orders, [&] { return ordersOfReader(path, formatCode); });
@@ -198,11 +203,6 @@ bool readLut(const QString& path, int formatCode, const Orders& orders, Read_LUT
     }
     undoLatticeOrder(lut);
     return true;
-}
-
-bool openLut(const QString& path, const QString& formatName, Read_LUTFile& lut) {
-    const std::optional<int> code = formatOfInput(path, formatName);
-    return code && readLut(path, *code, Orders(), lut);
 }
 
 bool saveLut(const Target& target, int formatCode, const Orders& orders, std::int64_t scale,

@@ -1,8 +1,11 @@
 // info FILE...: what tables hold, and what may surprise in them.
 
+#include "calc/lattice_axis.h"
 #include "cli/command.h"
 #include "cli/files.h"
+#include "cli/range.h"
 #include "cli/report.h"
+#include "cli/shape.h"
 #include "cli/standard_output.h"
 #include "formats/text/line_source.h"
 #include "lut/catalogue.h"
@@ -10,6 +13,7 @@
 
 #include <QJsonArray>
 #include <QJsonObject>
+#include <QRegularExpression>
 
 #include <algorithm>
 #include <array>
@@ -22,7 +26,9 @@
 
 namespace {
 
-using Channels = std::array<float, 3>;
+using cli::Channels;
+using tintwell::TableKind;
+using tintwell::unitPosition;
 
 constexpr std::array<const char*, 3> channelNames = {"red", "green", "blue"};
 
@@ -31,6 +37,7 @@ struct Samples {
     Channels least;
     Channels most;
     float departure = 0; ///< the largest from the identity
+    int notFinite = 0;   ///< numbers, which count for nothing else
 
     Samples() {
         least.fill(std::numeric_limits<float>::infinity());
@@ -39,21 +46,23 @@ struct Samples {
 
     void take(const float* cell, const Channels& identity) {
         for (std::size_t c = 0; c < 3; ++c) {
-            least[c] = std::fmin(least[c], cell[c]);
-            most[c] = std::fmax(most[c], cell[c]);
-            // Not a number departs from everything.
-            const float distance = std::fabs(cell[c] - identity[c]);
-            departure = distance <= departure ? departure : distance;
+            if (!std::isfinite(cell[c])) {
+                ++notFinite;
+                continue;
+            }
+            least[c] = std::min(least[c], cell[c]);
+            most[c] = std::max(most[c], cell[c]);
+            departure = std::max(departure, std::fabs(cell[c] - identity[c]));
         }
     }
-    bool isIdentity() const { return departure <= 1e-5F; }
+    bool isClose() const { return departure <= 1e-5F; }
+    bool isIdentity() const { return isClose() && notFinite == 0; }
 };
 
 struct TableFacts {
-    const char* kind;
-    int size = 0;
-    Channels domainMin = {};
-    Channels domainMax = {};
+    TableKind kind;
+    int size;
+    cli::StatedRange range;
     Samples samples;
 };
 
@@ -67,19 +76,12 @@ struct Facts {
     QStringList notes;
 };
 
-Channels triple(const float* values) {
-    return {values[0], values[1], values[2]};
-}
-
-float place(int n, int size) {
-    return size > 1 ? static_cast<float>(n) / static_cast<float>(size - 1) : 0.0F;
-}
-
 Samples samplesOf3D(const Read_LUTFile& lut) {
     Samples samples;
     const int n = lut.size3D;
     tintwell::visitLattice(n, [&](int i, int j, int k) {
-        samples.take(lut.data3D[i][j][k], {place(i, n), place(j, n), place(k, n)});
+        samples.take(lut.data3D[i][j][k],
+                     {unitPosition(i, n), unitPosition(j, n), unitPosition(k, n)});
         return true;
     });
     return samples;
@@ -88,27 +90,34 @@ Samples samplesOf3D(const Read_LUTFile& lut) {
 Samples samplesOf1D(const Read_LUTFile& lut) {
     Samples samples;
     for (int n = 0; n < lut.size1D; ++n) {
-        const float t = place(n, lut.size1D);
+        const float t = unitPosition(n, lut.size1D);
         samples.take(lut.data1D[n], {t, t, t});
     }
     return samples;
 }
 
-bool isUnit(const TableFacts& table) {
-    return table.domainMin == Channels{0, 0, 0} && table.domainMax == Channels{1, 1, 1};
-}
-
-/// Neither part of an image nor of an XML document.
+/// No part of an XML document. Bytes of another encoding than UTF-8 do no harm.
 bool isPlain(const QString& text) {
     return !text.startsWith(QLatin1Char('<')) && std::all_of(text.begin(), text.end(), [](QChar c) {
-        return c == QLatin1Char('\t') || (c.isPrint() && c != QChar(QChar::ReplacementCharacter));
+        return c == QLatin1Char('\t') || c.isPrint();
     });
 }
 
-/// Lines of samples have no letters but those of numbers.
+bool isImage(int code) {
+    return cli::extensionsOf(code).contains(QStringLiteral("png"));
+}
+
+bool isWord(const QString& text) {
+    bool isNumber = false; // "nan" and "1e-5" are
+    text.toDouble(&isNumber);
+    return !isNumber && std::any_of(text.begin(), text.end(), [](QChar c) { return c.isLetter(); });
+}
+
+/// Lines of samples have none.
 bool hasWords(const QString& text) {
-    return std::any_of(text.begin(), text.end(),
-                       [](QChar c) { return c.isLetter() && c.toLower() != QLatin1Char('e'); });
+    static const QRegularExpression gapsAndSigns(QStringLiteral("(?:^|[\\s,]+)[-+]?"));
+    const QStringList parts = text.split(gapsAndSigns, Qt::SkipEmptyParts);
+    return std::any_of(parts.begin(), parts.end(), isWord);
 }
 
 /// The lines of a text file before its samples: titles, comments, keywords.
@@ -131,24 +140,21 @@ QStringList headerOf(const QString& path) {
 }
 
 QStringList notesOn(const Facts& facts, const Read_LUTFile& lut) {
-    QStringList notes;
-    if (const QString remark = QLatin1String(tintwell::formatOf(facts.code)->remark);
-        !remark.isEmpty()) {
-        notes += remark;
+    const tintwell::Format& format = *tintwell::formatOf(facts.code);
+    QStringList notes = {QLatin1String(format.remark)};
+    for (const TableFacts& table : facts.tables) {
+        notes += remarkOn(table.range, format);
+        if (table.samples.notFinite > 0) {
+            notes += QStringLiteral("%1 numbers are not finite").arg(table.samples.notFinite);
+        }
     }
-    if (!std::all_of(facts.tables.begin(), facts.tables.end(), isUnit)) {
-        notes += QStringLiteral("samples are clamped to the domain and divided by its width; its "
-                                "start is not subtracted");
-    }
+    notes.removeAll(QString());
+    notes.removeDuplicates();
     if (lut.meshHeader) {
         notes += QStringLiteral("a Mesh line declares integer samples");
     }
     if (lut.gamma != 1.0) {
         notes += QStringLiteral("a gamma of %1 is stated, and not applied").arg(lut.gamma);
-    }
-    if (lut.size1D > 0 && lut.dataOrder != lut.tableOrder) {
-        notes += QStringLiteral("the library's default order swaps red and blue of these curves; "
-                                "here they stand as in the file");
     }
     return notes;
 }
@@ -160,11 +166,8 @@ std::optional<Facts> factsOf(const QString& path, const QString& formatName) {
         return std::nullopt;
     }
     // A full read forgets the domain of the file.
-    LUTFILE_ST st;
-    st.path = path;
-    st.formatCode = *code;
     Read_LUTFile probed(nullptr);
-    probed.ReadFile(st, true);
+    cli::probe(path, *code, probed);
     Read_LUTFile lut(nullptr);
     if (!cli::readLut(path, *code, cli::Orders(), lut)) {
         return std::nullopt;
@@ -176,31 +179,22 @@ std::optional<Facts> factsOf(const QString& path, const QString& formatName) {
     facts.rgb = lut.dataOrder;
     facts.blueFastest = lut.tableOrder;
     if (lut.size3D > 0) {
-        facts.tables.push_back({"3D", lut.size3D, triple(probed.domainMin3D),
-                                triple(probed.domainMax3D), samplesOf3D(lut)});
+        facts.tables.push_back({TableKind::ThreeD, lut.size3D,
+                                cli::rangeOf(probed, TableKind::ThreeD), samplesOf3D(lut)});
     }
     if (lut.size1D > 0) {
-        facts.tables.push_back({"1D", lut.size1D, triple(probed.domainMin1D),
-                                triple(probed.domainMax1D), samplesOf1D(lut)});
+        facts.tables.push_back(
+            {TableKind::OneD, lut.size1D, cli::rangeOf(probed, TableKind::OneD), samplesOf1D(lut)});
     }
-    facts.header = headerOf(path);
+    if (!isImage(*code)) {
+        facts.header = headerOf(path);
+    }
     facts.notes = notesOn(facts, lut);
     return facts;
 }
 
-QString number(float value) {
-    return QString::number(static_cast<double>(value), 'g', 6);
-}
-
-QString text(const Channels& values) {
-    const bool same = values[0] == values[1] && values[1] == values[2];
-    return same ? number(values[0])
-                : QStringLiteral("%1 %2 %3")
-                      .arg(number(values[0]), number(values[1]), number(values[2]));
-}
-
 QString ordersText(const Facts& facts) {
-    const bool hasLattice = qstrcmp(facts.tables.front().kind, "3D") == 0;
+    const bool hasLattice = facts.tables.front().kind == TableKind::ThreeD;
     const QString channels = facts.rgb ? QStringLiteral("rgb") : QStringLiteral("bgr");
     return !hasLattice         ? channels
            : facts.blueFastest ? channels + QStringLiteral(",blue-fastest")
@@ -218,20 +212,32 @@ void printRows(const char* name, const QStringList& values) {
     }
 }
 
-void printTable(const TableFacts& table) {
-    const bool is3D = qstrcmp(table.kind, "3D") == 0;
-    printRow("kind", QLatin1String(table.kind));
-    printRow("size", is3D ? QStringLiteral("%1 x %1 x %1").arg(table.size)
-                          : QStringLiteral("%1 entries").arg(table.size));
-    printRow("domain", text(table.domainMin) + QStringLiteral(" to ") + text(table.domainMax));
-    for (std::size_t c = 0; c < channelNames.size(); ++c) {
-        printRow(channelNames[c], number(table.samples.least[c]) + QStringLiteral(" to ") +
-                                      number(table.samples.most[c]));
+QString identityText(const Samples& samples) {
+    return samples.isIdentity() ? QStringLiteral("yes")
+           : samples.isClose()
+               ? QStringLiteral("no")
+               : QStringLiteral("no, off by up to %1").arg(cli::text(samples.departure));
+}
+
+QString rangeText(const Samples& samples, std::size_t channel) {
+    const float least = samples.least[channel];
+    const float most = samples.most[channel];
+    return least <= most ? cli::text(least) + QStringLiteral(" to ") + cli::text(most)
+                         : QStringLiteral("no finite numbers");
+}
+
+void printTable(const TableFacts& table, const tintwell::Format& format) {
+    printRow("kind", QLatin1String(kindName(table.kind)));
+    printRow("size", table.kind == TableKind::ThreeD
+                         ? QStringLiteral("%1 x %1 x %1").arg(table.size)
+                         : cli::entriesText(table.size));
+    if (const char* const name = nameOf(table.range, format)) {
+        printRow(name, text(table.range));
     }
-    printRow("identity",
-             table.samples.isIdentity()
-                 ? QStringLiteral("yes")
-                 : QStringLiteral("no, off by up to %1").arg(number(table.samples.departure)));
+    for (std::size_t c = 0; c < channelNames.size(); ++c) {
+        printRow(channelNames[c], rangeText(table.samples, c));
+    }
+    printRow("identity", identityText(table.samples));
 }
 
 void print(const Facts& facts) {
@@ -240,7 +246,7 @@ void print(const Facts& facts) {
     printRow("format", QStringLiteral("%1 (%2)").arg(QLatin1String(format.name),
                                                      QString::fromUtf8(format.label)));
     for (const TableFacts& table : facts.tables) {
-        printTable(table);
+        printTable(table, format);
     }
     printRow("order", ordersText(facts));
     printRows("header", facts.header);
@@ -252,25 +258,31 @@ QJsonArray asJson(const Channels& values) {
             static_cast<double>(values[2])};
 }
 
-QJsonObject asJson(const TableFacts& table) {
-    return {{QStringLiteral("kind"), QLatin1String(table.kind)},
-            {QStringLiteral("size"), table.size},
-            {QStringLiteral("domainMin"), asJson(table.domainMin)},
-            {QStringLiteral("domainMax"), asJson(table.domainMax)},
-            {QStringLiteral("least"), asJson(table.samples.least)},
-            {QStringLiteral("most"), asJson(table.samples.most)},
-            {QStringLiteral("identity"), table.samples.isIdentity()},
-            {QStringLiteral("departure"), static_cast<double>(table.samples.departure)}};
+QJsonObject asJson(const TableFacts& table, const tintwell::Format& format) {
+    QJsonObject object = {
+        {QStringLiteral("kind"), QLatin1String(kindName(table.kind))},
+        {QStringLiteral("size"), table.size},
+        {QStringLiteral("least"), asJson(table.samples.least)},
+        {QStringLiteral("most"), asJson(table.samples.most)},
+        {QStringLiteral("notFinite"), table.samples.notFinite},
+        {QStringLiteral("identity"), table.samples.isIdentity()},
+        {QStringLiteral("departure"), static_cast<double>(table.samples.departure)}};
+    if (const QLatin1String name(nameOf(table.range, format)); !name.isEmpty()) {
+        object.insert(name + QStringLiteral("Min"), asJson(table.range.min));
+        object.insert(name + QStringLiteral("Max"), asJson(table.range.max));
+    }
+    return object;
 }
 
 QJsonObject asJson(const Facts& facts) {
+    const tintwell::Format& format = *tintwell::formatOf(facts.code);
     QJsonArray tables;
     for (const TableFacts& table : facts.tables) {
-        tables.append(asJson(table));
+        tables.append(asJson(table, format));
     }
     return {{QStringLiteral("path"), facts.path},
             {QStringLiteral("code"), facts.code},
-            {QStringLiteral("format"), QLatin1String(tintwell::formatOf(facts.code)->name)},
+            {QStringLiteral("format"), QLatin1String(format.name)},
             {QStringLiteral("tables"), tables},
             {QStringLiteral("order"), ordersText(facts)},
             {QStringLiteral("header"), QJsonArray::fromStringList(facts.header)},

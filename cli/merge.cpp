@@ -3,6 +3,7 @@
 #include "calc/lattice_axis.h"
 #include "calc/lutcalc.h"
 #include "cli/output.h"
+#include "cli/range.h"
 #include "cli/report.h"
 #include "cli/shape.h"
 #include "lut/lattice.h"
@@ -59,9 +60,11 @@ int largerSize(TableKind kind, const Read_LUTFile& first, const Read_LUTFile& se
 
 /// A lattice stands for a file that has both kinds.
 bool openOne(const QString& path, const QString& formatName, Read_LUTFile& lut) {
-    if (!cli::openLut(path, formatName, lut)) {
+    const std::optional<int> code = cli::formatOfInput(path, formatName);
+    if (!code || !cli::readLut(path, *code, cli::Orders(), lut)) {
         return false;
     }
+    cli::noteRange(path, *code);
     if (lut.size3D > 0 && lut.size1D > 0) {
         cli::noteBothKinds(path, TableKind::ThreeD);
         lut.setSize1D(0);

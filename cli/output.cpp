@@ -30,6 +30,33 @@ bool hasUnequalChannels(const Read_LUTFile& lut) {
                        [](const float* cell) { return cell[0] != cell[1] || cell[1] != cell[2]; });
 }
 
+float largestOf(const Read_LUTFile& lut) {
+    float largest = 0;
+    for (int n = 0; n < lut.size1D; ++n) {
+        largest = std::max(largest, *std::max_element(lut.data1D[n], lut.data1D[n] + 3));
+    }
+    return largest;
+}
+
+/// Notes that a file will be read with another scale than it was written with.
+void noteLostScale(const Format& format, const QString& path, const Read_LUTFile& lut) {
+    if (lut.size1D <= 0) {
+        return;
+    }
+    const float last = lut.data1D[lut.size1D - 1][0];
+    if (format.codes == Codes::Only && !(last > 0.5F && last <= 1)) {
+        noteFile(path,
+                 QStringLiteral("the last value, %1, tells a wrong scale to readers: expected "
+                                "more than 0.5 and at most 1")
+                     .arg(last));
+    }
+    const float largest = largestOf(lut);
+    if (format.codes == Codes::Largest && largest != 1) {
+        noteFile(path,
+                 QStringLiteral("the largest value, %1, counts as 1 to readers").arg(largest));
+    }
+}
+
 void noteQuirks(const Format& format, std::int64_t scale, const QString& path,
                 const Read_LUTFile& lut) {
     if (scale > 1 && format.codes == Codes::None) {
@@ -51,6 +78,12 @@ void noteQuirks(const Format& format, std::int64_t scale, const QString& path,
     }
 }
 
+/// Whether the last code of a curve, where it is full scale, tells the scale.
+bool isCodeScale(std::int64_t scale) {
+    constexpr std::int64_t largest = (1 << 24) - 1; // readers go through single precision
+    return scale >= 3 && scale <= largest && (scale & (scale + 1)) == 0;
+}
+
 /// What of the options the format cannot have; empty: nothing.
 QString problemWith(const Output& output, const Format& format) {
     const int largest = largestSize(format.kind);
@@ -58,6 +91,12 @@ QString problemWith(const Output& output, const Format& format) {
         return QStringLiteral("found --size %1, expected 2 to %2 for %3")
             .arg(*output.size)
             .arg(largest)
+            .arg(QLatin1String(format.name));
+    }
+    if (format.codes == Codes::Only && output.scale != 0 && !isCodeScale(output.scale)) {
+        return QStringLiteral("found --scale %1, expected a power of two less one, 3 to 16777215, "
+                              "for %2")
+            .arg(output.scale)
             .arg(QLatin1String(format.name));
     }
     return {};
@@ -136,6 +175,7 @@ bool writeTable(const Output& output, int formatCode, const QString& source, con
         return false;
     }
     noteQuirks(format, output.scale, path, *table);
+    noteLostScale(format, path, *table);
     return saveLut({path, output.overwrite}, formatCode, output.orders,
                    scaleIn(format, output.scale), *table);
 }

@@ -6,11 +6,13 @@
 #include <QFile>
 #include <QFileInfo>
 
+#include <array>
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
 
 #include <fcntl.h>
+#include <sys/mman.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -140,26 +142,85 @@ QString replaceFile(const Target& target, const QFileInfo& place,
     return file.publish(target.overwrite) ? QString() : systemError();
 }
 
+bool copyToStandardOutput(int file) {
+    std::array<char, 1 << 16> block;
+    ssize_t count = 0;
+    while ((count = read(file, block.data(), block.size())) > 0) {
+        if (std::fwrite(block.data(), 1, static_cast<std::size_t>(count), stdout) == 0) {
+            return false;
+        }
+    }
+    return count == 0 && std::fflush(stdout) == 0;
+}
+
+/// By way of a file in memory: writers take no pipe.
+QString writeToStandardOutput(const std::function<QString(const QString& path)>& write) {
+    const int file = memfd_create("output", MFD_CLOEXEC);
+    if (file < 0) {
+        return systemError();
+    }
+    QString error = write(QStringLiteral("/proc/self/fd/%1").arg(file));
+    if (error.isEmpty() && !copyToStandardOutput(file)) {
+        error = systemError();
+    }
+    close(file);
+    return error;
+}
+
 /// A link stays, and what it leads to is replaced.
 QFileInfo placeOf(const QString& path) {
     const QFileInfo info(path);
     return info.isSymLink() && info.exists() ? QFileInfo(info.canonicalFilePath()) : info;
 }
 
+struct stat statusOf(const QString& path) {
+    struct stat status {};
+    static_cast<void>(stat(QFile::encodeName(path).constData(), &status));
+    return status;
+}
+
+/// A pipe or file that the shell has opened; there is nothing to replace.
+bool isStandardOutput(const struct stat& status) {
+    struct stat own {};
+    return fstat(STDOUT_FILENO, &own) == 0 && own.st_dev == status.st_dev &&
+           own.st_ino == status.st_ino;
+}
+
+bool isDevice(const struct stat& status) {
+    return S_ISCHR(status.st_mode) || S_ISBLK(status.st_mode);
+}
+
+/// Why nothing can be written to a path; empty: no reason.
+QString obstacle(const QFileInfo& info, const struct stat& status, bool overwrite) {
+    if (info.isSymLink() && !info.exists()) {
+        return QStringLiteral("is a link that leads nowhere");
+    }
+    if (S_ISDIR(status.st_mode)) {
+        return QStringLiteral("is a folder, expected a file");
+    }
+    if (S_ISFIFO(status.st_mode) || S_ISSOCK(status.st_mode)) { // with nobody at its other end
+        return QStringLiteral("is a pipe or socket, expected a file");
+    }
+    return S_ISREG(status.st_mode) && !overwrite
+               ? QStringLiteral("exists already (--force replaces it)")
+               : QString();
+}
+
 } // namespace
 
 bool saveFile(const Target& target, const std::function<QString(const QString& path)>& write) {
-    const QFileInfo place = placeOf(target.path);
-    if (place.isDir()) {
-        reportFile(target.path, QStringLiteral("is a folder, expected a file"));
+    const struct stat status = statusOf(target.path);
+    const bool toStandardOutput = target.path == QLatin1String("-") || isStandardOutput(status);
+    const bool direct = toStandardOutput || isDevice(status);
+    const QString problem =
+        direct ? QString() : obstacle(QFileInfo(target.path), status, target.overwrite);
+    if (!problem.isEmpty()) {
+        reportFile(target.path, problem);
         return false;
     }
-    const bool isDevice = place.exists() && !place.isFile(); // nothing there can be replaced
-    if (place.exists() && !isDevice && !target.overwrite) {
-        reportFile(target.path, QStringLiteral("exists already (--force replaces it)"));
-        return false;
-    }
-    const QString error = isDevice ? write(target.path) : replaceFile(target, place, write);
+    const QString error = toStandardOutput ? writeToStandardOutput(write)
+                          : direct         ? write(target.path)
+                                           : replaceFile(target, placeOf(target.path), write);
     if (!error.isEmpty()) {
         reportFile(target.path, QStringLiteral("not written: ") + error);
     }

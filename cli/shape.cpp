@@ -64,6 +64,10 @@ void noteLosses(const Format& format, const QString& path, const Read_LUTFile& l
 
 } // namespace
 
+QString entriesText(int size) {
+    return size == 1 ? QStringLiteral("1 entry") : QStringLiteral("%1 entries").arg(size);
+}
+
 bool allocate(TableKind kind, int size, Read_LUTFile& lut) {
     if (kind == TableKind::ThreeD) {
         lut.setSize3D(size);

@@ -22,6 +22,9 @@ constexpr int usualSize(tintwell::TableKind kind) {
     return kind == tintwell::TableKind::ThreeD ? 33 : 1024;
 }
 
+/// "1024 entries"
+QString entriesText(int size);
+
 /// Gives a container a table of zeros; false, with its `lastError` set, when memory runs out.
 bool allocate(tintwell::TableKind kind, int size, Read_LUTFile& lut);
 

@@ -15,7 +15,15 @@ enum class Codes {
     None,     ///< it has none: writers ignore a scale
     Unscaled, ///< its files do not tell the scale, so readers cannot undo it
     Scaled,   ///< readers find the scale
+    Largest,  ///< readers take the largest number for full scale, integer or not
     Only      ///< it has nothing else
+};
+
+/// What a range that a reader finds in a file and keeps as the domain is the range of.
+enum class Range {
+    Input,
+    Samples,
+    Codes ///< the samples are integers, of which the last counts as 1
 };
 
 /// What the system knows of one file format.
@@ -29,6 +37,7 @@ struct Format {
     Codes codes;
     const char* remark; ///< what may surprise in it; empty: nothing
     int size = 0;       ///< the only size it has; 0: any
+    Range range = Range::Input;
 };
 
 /// An image may be of either image format; its measures tell.
@@ -47,13 +56,14 @@ inline constexpr std::array<Format, 17> catalogue = {{
      &Read_LUTFile::Read_IUC, nullptr, Codes::Only, imageRemark},
     {"3dl", "3dl", ".3dl", TableKind::ThreeD, &Read_LUTFile::Read_3dl, nullptr, Codes::Scaled,
      "without a Mesh line the largest sample tells the bits, two at least: real numbers come out "
-     "as a third"},
+     "as a third",
+     0, Range::Codes},
     {"mga", "mga m3d", ".mga .m3d pandora", TableKind::ThreeD, &Read_LUTFile::Read_Mga,
-     &Write_LUTFile::Write_Mga, Codes::Scaled, ""},
+     &Write_LUTFile::Write_Mga, Codes::Scaled, "", 0, Range::Codes},
     {"look", "look", ".look", TableKind::ThreeD, &Read_LUTFile::Read_Look, nullptr, Codes::None,
      "a channel with samples above 1 is divided by the largest of them"},
     {"discreet", "lut", ".lut 1D Discreet", TableKind::OneD, &Read_LUTFile::Read_1dLut_Discreet,
-     &Write_LUTFile::Write_1dLut_Discreet, Codes::Scaled,
+     &Write_LUTFile::Write_1dLut_Discreet, Codes::Largest,
      "the largest value of the file counts as 1"},
     {"lut", "lut", ".lut 1D", TableKind::OneD, &Read_LUTFile::Read_1dLut,
      &Write_LUTFile::Write_1dLut, Codes::Unscaled, "the first 256 entries are the table", 256},
@@ -66,16 +76,17 @@ inline constexpr std::array<Format, 17> catalogue = {{
     {"itx", "itx", ".itx", TableKind::ThreeD, &Read_LUTFile::Read_Itx, &Write_LUTFile::Write_Itx,
      Codes::None, ""},
     {"spi1d", "spi1d", ".spi1d", TableKind::OneD, &Read_LUTFile::Read_Spi1D,
-     &Write_LUTFile::Write_Spi1D, Codes::Scaled, rangeRemark},
+     &Write_LUTFile::Write_Spi1D, Codes::Scaled, rangeRemark, 0, Range::Samples},
     {"spi3d", "spi3d", ".spi3d", TableKind::ThreeD, &Read_LUTFile::Read_Spi3D,
      &Write_LUTFile::Write_Spi3D, Codes::None, "points that no line names are black"},
     {"csv", "csv", ".csv log", TableKind::OneD, &Read_LUTFile::Read_Csv, &Write_LUTFile::Write_Csv,
      Codes::Only,
-     "one curve for all channels; the last code tells the scale, the next power of two less one"},
+     "one curve for all channels; the last code tells the scale, the next power of two less one", 0,
+     Range::Codes},
     {"nvx1d", "nvx1d", ".nvx1d norvane专用格式1D", TableKind::OneD, &Read_LUTFile::Read_NVX1D,
-     &Write_LUTFile::Write_NVX1D, Codes::None, rangeRemark},
+     &Write_LUTFile::Write_NVX1D, Codes::None, rangeRemark, 0, Range::Samples},
     {"nvx3d", "nvx3d", ".nvx3d norvane专用格式3D", TableKind::ThreeD, &Read_LUTFile::Read_NVX3D,
-     &Write_LUTFile::Write_NVX3D, Codes::None, rangeRemark},
+     &Write_LUTFile::Write_NVX3D, Codes::None, rangeRemark, 0, Range::Samples},
 }};
 
 inline constexpr int formatCount = static_cast<int>(catalogue.size());

@@ -13,6 +13,7 @@
 #include <csignal>
 
 #include <sys/resource.h>
+#include <sys/stat.h>
 
 // The command-line program, run as its users run it.
 
@@ -178,6 +179,8 @@ private Q_SLOTS:
         m_folder.file("long.nvx1d", "Length 2\n0 0 0\n1 1 1\n2 2 2\n");
         m_folder.file("noise.png", "noise");
         m_folder.file("hex.look", "<look><LUT>\n<size>2</size>\n<data>00</data></LUT></look>");
+        QCOMPARE(mkfifo(qPrintable(path("pipe.cube")), 0600), 0);
+        QVERIFY(QFile::link(path("gone.cube"), path("nowhere.cube")));
         m_folder.file("unknown.abc", "LUT_3D_SIZE 2\n");
         cube();
 
@@ -214,6 +217,10 @@ private Q_SLOTS:
                "%/no/o.cube: not written: No such file or directory");
         failed("folder out", "convert --to cube --force %/look.cube %",
                "%: is a folder, expected a file");
+        failed("pipe out", "identity %/pipe.cube",
+               "%/pipe.cube: is a pipe or socket, expected a file");
+        failed("link to nowhere", "identity --force %/nowhere.cube",
+               "%/nowhere.cube: is a link that leads nowhere");
         failed("merge, missing", "merge %/look.cube %/none.3dl %/o.cube",
                "%/none.3dl: No such file or directory");
         failed("disk full", "convert --to spi3d %/look.cube /dev/full",
@@ -245,6 +252,8 @@ private Q_SLOTS:
               "found --size many, expected a whole number from 2 to 1048576");
         wrong("no lattice", "identity %/o.cube --size 257",
               "found --size 257, expected 2 to 256 for cube");
+        wrong("no code scale", "identity %/o.csv --scale 1000",
+              "found --scale 1000, expected a power of two less one, 3 to 16777215, for csv");
         wrong("bad order", "convert --in-order gbr %/look.cube %/o.cube",
               "found --in-order gbr, expected rgb, bgr, red-fastest, blue-fastest, or one of each "
               "pair with a comma");
@@ -292,11 +301,20 @@ private Q_SLOTS:
 
         const QJsonObject table = files[1].toObject()["tables"].toArray().first().toObject();
         QCOMPARE(table["kind"].toString(), QString("1D"));
-        QCOMPARE(table["domainMax"].toArray(), QJsonArray({2, 2, 2}));
+        QCOMPARE(table["rangeMax"].toArray(), QJsonArray({2, 2, 2}));
         QCOMPARE(table["least"].toArray(), QJsonArray({0, 0.25, 0.5}));
         QCOMPARE(table["most"].toArray(), QJsonArray({1, 0.25, 0.5}));
         QCOMPARE(table["identity"].toBool(), false);
         QCOMPARE(files[1].toObject()["notes"].toArray().size(), 2);
+
+        const Outcome dark =
+            run({"info", m_folder.file("nan.cube", "TITLE \"d\xe4mmerung\"\nLUT_3D_SIZE 1\n"
+                                                   "nan nan 0\n")});
+        QVERIFY2(dark.output.contains("header    TITLE \"d") &&
+                     dark.output.contains("identity  no\n") &&
+                     dark.output.contains("2 numbers are not finite") &&
+                     !dark.output.contains("nan nan"),
+                 qPrintable(dark.output));
 
         const Outcome one = run({"info", path("none.cube"), data("texture.png")});
         QCOMPARE(one.status, 1); // and yet the other file is told of
@@ -314,6 +332,36 @@ private Q_SLOTS:
         QFETCH(QString, format);
         const Outcome outcome = run({"info", data(QTest::currentDataTag())});
         QVERIFY(outcome.output.contains("format    " + format + " ("));
+    }
+
+    /// Formats that take short files as they are.
+    void notesShortFiles_data() {
+        QTest::addColumn<QByteArray>("content");
+        QTest::addColumn<QString>("told");
+        QTest::newRow("short.nvx3d")
+            << QByteArray("From 0.0 1.0\nLength 2\n0 0 0\n0 0 1\n0 1 0\n") << "found 3 of 8";
+        QTest::newRow("short.spi3d")
+            << QByteArray("SPILUT 1.0\n3 3\n2 2 2\n0 0 0 1 1 1\n") << "found 1 of 8";
+        QTest::newRow("short_discreet.lut")
+            << QByteArray("LUT: 3 2\n0\n255\n0\n255\n") << "found 4 of 6";
+    }
+    void notesShortFiles() {
+        QFETCH(QByteArray, content);
+        QFETCH(QString, told);
+        const QString file = m_folder.file(QTest::currentDataTag(), content);
+        const Outcome outcome = run({"info", file});
+        QCOMPARE(outcome.status, 0);
+        QCOMPARE(
+            outcome.errors,
+            QString("tintwell-cli: %1: note: %2 samples; the rest is black\n").arg(file, told));
+    }
+
+    void notesRanges() {
+        const QString wide = m_folder.file("wide.cube", "DOMAIN_MIN -1 -1 -1\nDOMAIN_MAX 3 3 3\n"
+                                                        "LUT_3D_SIZE 1\n1 1 1\n");
+        const QString note = "wide.cube: note: samples are clamped to the domain -1 to 3";
+        QVERIFY(run({"convert", wide, path("narrow.cube")}).errors.contains(note));
+        QVERIFY(run({"merge", wide, cube(), path("merged.cube")}).errors.contains(note));
     }
 
     void resamples() {
@@ -373,6 +421,20 @@ private Q_SLOTS:
         const Outcome outcome = run({"convert", "--force", cube(), path("o.itx"), "--scale", "9"});
         QCOMPARE(outcome.status, 0);
         QVERIFY(outcome.errors.contains("o.itx: note: --scale means nothing to itx"));
+
+        for (const char* file : {"back.csv", "back.mga", "back_discreet.lut"}) {
+            const QString to = QString(file).endsWith("lut") ? "discreet" : QString(file).right(3);
+            QCOMPARE(run({"identity", path(file), "--to", to, "--scale", "4095"}).status, 0);
+            const Outcome told = run({"info", "--json", path(file)});
+            const QJsonArray files = QJsonDocument::fromJson(told.output.toUtf8()).array();
+            const QJsonObject table = files[0].toObject()["tables"].toArray().first().toObject();
+            QCOMPARE(table["most"].toArray(), QJsonArray({1, 1, 1}));
+            QVERIFY(table["departure"].toDouble() < 1.01 / 4095);
+        }
+        const QString dim = m_folder.file("dim.nvx1d", "Length 2\n0 0 0\n0.4 0.4 0.4\n");
+        QVERIFY(run({"convert", dim, path("dim.csv")}).errors.contains("the last value, 0.4, "));
+        QVERIFY(run({"convert", "--to", "discreet", dim, path("dim.lut")})
+                    .errors.contains("the largest value, 0.4, counts as 1"));
     }
 
     void kindsMeet() {
@@ -573,6 +635,19 @@ private Q_SLOTS:
                                    path("batch/out"), inputs[0], path("other/batch0.cube")});
         QCOMPARE(twice.status, 1);
         QVERIFY(twice.errors.contains("another input becomes batch0.spi3d already"));
+    }
+
+    void writesToStandardOutput_data() {
+        QTest::addColumn<QString>("out");
+        QTest::newRow("dash") << "-";
+        QTest::newRow("device") << "/dev/stdout";
+    }
+    void writesToStandardOutput() {
+        QFETCH(QString, out);
+        const Outcome outcome = run({"convert", "--to", "cube", cube(), out});
+        QVERIFY(outcome.errors.isEmpty());
+        QVERIFY(outcome.output.contains("LUT_3D_SIZE 2\n"));
+        QCOMPARE(outcome.status, 0);
     }
 
     void replacesOnlyWhenAsked() {

@@ -7,6 +7,8 @@
 #include <algorithm>
 #include <array>
 
+#include <sys/stat.h>
+
 // The commands that make images with a table: apply and picture.
 
 class TestCliImages : public QObject {
@@ -281,6 +283,9 @@ private Q_SLOTS:
         const QString full = m_folder.path(QStringLiteral("full.png"));
         QFile::link(QStringLiteral("/dev/full"), full);
         row("full device", {apply, lut, image, full}, 1, full + ": ");
+        const QString pipe = m_folder.path(QStringLiteral("pipe.png"));
+        QCOMPARE(mkfifo(qPrintable(pipe), 0600), 0);
+        row("pipe", {apply, lut, image, pipe}, 1, pipe + ": is a pipe");
         row("no image type", {apply, lut, image, gone + ".txt"}, 2, gone + ".txt");
         row("unknown order",
             {apply, QStringLiteral("--in-order"), QStringLiteral("grb"), lut, image, out}, 2,
