@@ -76,9 +76,11 @@ std::optional<int> cli::begin(CommandLine& line, const QStringList& arguments, i
     }
     job.target = {line.operands().last(), line.isSet("force")};
     job.type = QFileInfo(job.target.path).suffix().toLower().toLatin1();
-    if (!QImageWriter::supportedImageFormats().contains(job.type)) {
-        return line.wrong(QStringLiteral("%1: found the extension \"%2\", expected one of an image")
-                              .arg(job.target.path, QString::fromLatin1(job.type)));
+    const QList<QByteArray> types = QImageWriter::supportedImageFormats();
+    if (!types.contains(job.type)) {
+        return line.wrong(QStringLiteral("%1: found the extension \"%2\", expected one of %3")
+                              .arg(job.target.path, QString::fromLatin1(job.type),
+                                   QString::fromLatin1(types.join(' '))));
     }
     const QString path = line.operands().first();
     const auto format = formatOfInput(path, line.value("from"));
