@@ -1,6 +1,7 @@
 #include "cli/command.h"
 
 #include "cli/report.h"
+#include "cli/standard_output.h"
 
 #include <QLoggingCategory>
 
@@ -25,10 +26,15 @@ std::optional<int> CommandLine::parse(const QStringList& arguments, int least, i
     }
     if (isSet("help")) {
         showHelp();
-        return Done;
+        return finishOutput();
     }
     if (isSet("verbose")) {
         QLoggingCategory::setFilterRules(QString());
+    }
+    for (const QString& option : m_parser.optionNames()) {
+        if (m_parser.values(option).contains(QString())) {
+            return wrong(QStringLiteral("found --%1 with an empty value").arg(option));
+        }
     }
     const int count = operands().size();
     if (count < least || count > most) {
@@ -73,8 +79,14 @@ void CommandLine::showHelp() const {
     // The toolkit's own usage line knows nothing of commands.
     const QString help = m_parser.helpText();
     const QString options = help.mid(help.indexOf(QLatin1Char('\n')) + 1);
-    std::printf("Usage: tintwell-cli %s [options] %s\n%s.\n%s", m_command.name, m_command.operands,
-                m_command.summary, qUtf8Printable(options));
+    std::printf("Usage: tintwell-cli %s [options]", m_command.name);
+    if (*m_command.operands != '\0') {
+        std::printf(" %s", m_command.operands);
+    }
+    if (m_command.batch != nullptr) {
+        std::printf("\n       tintwell-cli %s [options] %s", m_command.name, m_command.batch);
+    }
+    std::printf("\n%s.\n%s", m_command.summary, qUtf8Printable(options));
 }
 
 } // namespace cli

@@ -21,6 +21,7 @@ struct Command {
     const char* summary;  ///< one sentence, without a full stop
     int (*run)(const Command& self, const QStringList& arguments); ///< returns an ExitStatus
     Toolkit toolkit = Toolkit::Core;
+    const char* batch = nullptr; ///< a second form of the operands, with the options it needs
 };
 
 // The commands, each in a source of its name. The arguments begin with the command's name.

@@ -87,11 +87,7 @@ int runAll(const Conversion& conversion, const std::vector<Job>& jobs, int threa
     return done;
 }
 
-int convertBatch(const cli::CommandLine& line, Conversion conversion) {
-    const auto threads = line.number("jobs", 1, 256, QThread::idealThreadCount());
-    if (!threads) {
-        return cli::Usage;
-    }
+int convertBatch(const cli::CommandLine& line, Conversion conversion, int threads) {
     if (conversion.output.formatName.isEmpty()) {
         return line.wrong(QStringLiteral("--output-directory needs --to"));
     }
@@ -107,7 +103,7 @@ int convertBatch(const cli::CommandLine& line, Conversion conversion) {
     }
     const QStringList inputs = line.operands();
     const std::vector<Job> jobs = batchJobs(inputs, folder, conversion.to);
-    const int failed = inputs.size() - runAll(conversion, jobs, *threads);
+    const int failed = inputs.size() - runAll(conversion, jobs, threads);
     if (failed > 0) {
         cli::report(QStringLiteral("%1 of %2 files failed").arg(failed).arg(inputs.size()));
     }
@@ -154,7 +150,8 @@ int cli::runConvert(const Command& self, const QStringList& arguments) {
     }
     const auto output = outputOptions(line);
     const auto inOrders = output ? ordersOption(line, "in-order") : std::nullopt;
-    if (!inOrders || !fromIsKnown(line)) {
+    const auto threads = line.number("jobs", 1, 256, QThread::idealThreadCount());
+    if (!inOrders || !threads || !fromIsKnown(line)) {
         return Usage;
     }
     Conversion conversion;
@@ -163,6 +160,6 @@ int cli::runConvert(const Command& self, const QStringList& arguments) {
     if (line.isSet("from")) {
         conversion.from = formatByName(line.value("from"));
     }
-    return line.isSet("output-directory") ? convertBatch(line, conversion)
+    return line.isSet("output-directory") ? convertBatch(line, conversion, *threads)
                                           : convertOne(line, conversion);
 }

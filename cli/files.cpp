@@ -162,6 +162,10 @@ std::optional<int> formatOfOutput(const QString& path, const QString& name, int 
         }
         codes = {*code};
     }
+    if (codes.empty() && QFileInfo(path).isDir()) {
+        problem = path + QStringLiteral(": is a folder, expected a file");
+        return std::nullopt;
+    }
     if (codes.empty()) {
         problem =
             path + QStringLiteral(": ") + unknownExtension(path) + QStringLiteral(", or --to");

@@ -25,7 +25,8 @@ std::optional<int> formatByName(const QString& name);
 
 /// The help text of --from.
 inline constexpr const char* fromHelp =
-    "Format of the input, by short name or code; else its extension and content tell.";
+    "Format of the input, by short name or code (see tintwell-cli formats); else its extension and "
+    "content tell.";
 
 /// Whether --from, where it is given, names a format; false with wrong usage reported.
 bool fromIsKnown(const CommandLine& line);

@@ -1,5 +1,6 @@
 #include "cli/command.h"
 #include "cli/report.h"
+#include "cli/standard_output.h"
 
 #include <QCoreApplication>
 #include <QGuiApplication>
@@ -7,6 +8,7 @@
 #include <QTextCodec>
 
 #include <algorithm>
+#include <clocale>
 #include <cstdio>
 #include <memory>
 
@@ -20,7 +22,8 @@ using cli::Toolkit;
 constexpr Command commands[] = {
     {"formats", "", "List the formats", cli::runFormats},
     {"info", "FILE...", "Tell what tables hold", cli::runInfo},
-    {"convert", "IN... OUT", "Convert tables to another format, size or order", cli::runConvert},
+    {"convert", "IN OUT", "Convert tables to another format, size or order", cli::runConvert,
+     Toolkit::Core, "--to FORMAT --output-directory DIR IN..."},
     {"merge", "FIRST SECOND OUT", "Make one table of two, applied one after the other",
      cli::runMerge},
     {"identity", "OUT", "Write a table that changes nothing", cli::runIdentity},
@@ -50,11 +53,11 @@ void showHelp() {
 int runWithoutCommand(const QString& word) {
     if (word == QLatin1String("--help") || word == QLatin1String("-h")) {
         showHelp();
-        return cli::Done;
+        return cli::finishOutput();
     }
     if (word == QLatin1String("--version")) {
         std::puts("tintwell-cli " TINTWELL_VERSION);
-        return cli::Done;
+        return cli::finishOutput();
     }
     cli::report(word.isEmpty() ? QStringLiteral("found no command")
                                : QStringLiteral("found no command \"%1\"").arg(word));
@@ -77,6 +80,7 @@ int main(int argc, char* argv[]) {
     const Command* const command = argc > 1 ? commandOf(QString::fromLocal8Bit(argv[1])) : nullptr;
     const auto app =
         makeApplication(command != nullptr ? command->toolkit : Toolkit::Core, argc, argv);
+    std::setlocale(LC_MESSAGES, "C"); // the system's texts stand among English ones
     if (qstrcmp(nl_langinfo(CODESET), "ANSI_X3.4-1968") == 0) {
         // A script's bare C locale: file names are UTF-8 all the same.
         QTextCodec::setCodecForLocale(QTextCodec::codecForName("UTF-8"));

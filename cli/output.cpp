@@ -105,9 +105,14 @@ QString problemWith(const Output& output, const Format& format) {
 } // namespace
 
 void addOutputOptions(CommandLine& line) {
-    line.addOption("to", "Format of the output, by short name or code; else its extension tells.",
+    line.addOption("to",
+                   "Format of the output, by short name or code (see tintwell-cli formats); else "
+                   "its extension tells.",
                    "FORMAT");
-    line.addOption("size", "Points per axis (3D, 2 to 256) or entries (1D, 2 to 1048576).", "N");
+    line.addOption("size",
+                   "Points per axis (3D, 2 to 256) or entries (1D, 2 to 1048576); else as the "
+                   "input has, or 33 and 1024 where it is of the other kind.",
+                   "N");
     line.addOption("out-order",
                    "Orders of the output: rgb or bgr for the numbers of a sample, red-fastest or "
                    "blue-fastest for the lattice, or one of each with a comma; else as the format "

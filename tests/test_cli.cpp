@@ -254,6 +254,11 @@ private Q_SLOTS:
               "found --size 257, expected 2 to 256 for cube");
         wrong("no code scale", "identity %/o.csv --scale 1000",
               "found --scale 1000, expected a power of two less one, 3 to 16777215, for csv");
+        wrong("jobs of one", "convert %/look.cube %/o.cube --jobs many",
+              "found --jobs many, expected a whole number from 1 to 256");
+        wrong("folder out, no format", "convert %/look.cube %", "%: is a folder, expected a file");
+        wrong("empty value",
+              "convert %/look.cube %/o.cube --to=", "found --to with an empty value");
         wrong("bad order", "convert --in-order gbr %/look.cube %/o.cube",
               "found --in-order gbr, expected rgb, bgr, red-fastest, blue-fastest, or one of each "
               "pair with a comma");
@@ -710,13 +715,27 @@ private Q_SLOTS:
         QCOMPARE(left, QStringList{"big.cube"});
     }
 
+    void printsToFullDisks_data() {
+        QTest::addColumn<QStringList>("arguments");
+        QTest::newRow("formats") << QStringList{"formats"};
+        QTest::newRow("help") << QStringList{"--help"};
+        QTest::newRow("help of a command") << QStringList{"info", "--help"};
+        QTest::newRow("version") << QStringList{"--version"};
+    }
     void printsToFullDisks() {
+        QFETCH(QStringList, arguments);
         samples::PreparedProcess process;
         process.setStandardOutputFile("/dev/full");
-        const Outcome outcome = samples::finish(process, {"formats"});
+        const Outcome outcome = samples::finish(process, arguments);
         QCOMPARE(outcome.status, 1);
         QCOMPARE(outcome.errors,
                  QString("tintwell-cli: standard output: not written: No space left on device\n"));
+    }
+
+    void errorsStayOnTheirLine() {
+        const Outcome outcome = run({"info", path("a\n\033[2Jb.cube")});
+        QCOMPARE(outcome.errors, QString("tintwell-cli: %1: No such file or directory\n")
+                                     .arg(path("a\\x0a\\x1b[2Jb.cube")));
     }
 
     void tracesWhenAsked() {
