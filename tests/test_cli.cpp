@@ -165,6 +165,25 @@ private Q_SLOTS:
         }
     }
 
+    void completionsKnowEveryFormat_data() {
+        QTest::addColumn<QString>("script");
+        QTest::newRow("bash") << "tintwell-cli.bash";
+        QTest::newRow("zsh") << "_tintwell-cli";
+    }
+    void completionsKnowEveryFormat() {
+        QFETCH(QString, script);
+        QFile file(QStringLiteral(TINTWELL_SOURCE "/packaging/completions/") + script);
+        QVERIFY(file.open(QIODevice::ReadOnly));
+        static const QRegularExpression list("formats=['(](cube[^')]*)[')]");
+        const QString found =
+            list.match(QString::fromUtf8(file.readAll())).captured(1).simplified();
+        QStringList names;
+        for (int code = 0; code < formatCount; ++code) {
+            names += nameOf(code);
+        }
+        QCOMPARE(found.split(' '), names);
+    }
+
     void failures_data() {
         QTest::addColumn<QString>("arguments"); // % stands for the folder
         QTest::addColumn<int>("status");
