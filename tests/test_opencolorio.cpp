@@ -38,6 +38,10 @@ std::array<float, 3> colourByTools(const QString& file, const float* in) {
     return out;
 }
 
+QString triple(const float* values) {
+    return QString("%1 %2 %3").arg(values[0]).arg(values[1]).arg(values[2]);
+}
+
 float distance(const std::array<float, 3>& a, const float* b) {
     float largest = 0;
     for (std::size_t c = 0; c < 3; ++c) {
@@ -88,7 +92,10 @@ private Q_SLOTS:
             } else {
                 LutCalc().Lut1D_liner(in, ours, lut);
             }
-            QVERIFY(distance(colourByTools(file, in), ours) < 1e-5F);
+            const auto theirs = colourByTools(file, in);
+            QVERIFY2(
+                distance(theirs, ours) < 1e-5F,
+                qPrintable(triple(in) + ": " + triple(theirs.data()) + ", here " + triple(ours)));
         }
     }
 
