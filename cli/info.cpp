@@ -109,7 +109,7 @@ bool isImage(int code) {
 
 bool isWord(const QString& text) {
     bool isNumber = false; // "nan" and "1e-5" are
-    text.toDouble(&isNumber);
+    static_cast<void>(text.toDouble(&isNumber));
     return !isNumber && std::any_of(text.begin(), text.end(), [](QChar c) { return c.isLetter(); });
 }
 
