@@ -77,9 +77,10 @@ double readValues(LineSource& lines, Read_LUTFile& lut) {
         largest = std::max(largest, value);
         return true;
     };
-    std::int64_t found = 3 * size;
-    walkEntries(lines, 3 * size, place, &found);
-    tintwell::noteShort(lut, found, 3 * size);
+    const int wanted = 3 * size;
+    std::int64_t found = wanted;
+    walkEntries(lines, wanted, place, &found);
+    tintwell::noteShort(lut, found, wanted);
     return largest;
 }
 
