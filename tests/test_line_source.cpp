@@ -126,6 +126,7 @@ private Q_SLOTS:
         QCOMPARE(tintwell::toInt(" +17\t"), 17);
         QCOMPARE(tintwell::toInt("17.0"), 0);
         QCOMPARE(tintwell::toInt("\uFEFF17"), 0);
+        QCOMPARE(tintwell::toInt(std::string_view("17\0", 3)), 0);
     }
 
     void walksKeepTheEndRule_data() {

@@ -11,8 +11,8 @@ namespace {
 /// The toolkit drops a byte order mark that comes first: within a file it is a character like
 /// others.
 QString toQString(std::string_view text) {
-    return QString::fromUtf8(QByteArray(" ").append(text.data(), static_cast<int>(text.size())))
-        .mid(1);
+    const QByteArray bytes = QByteArray(" ").append(text.data(), static_cast<int>(text.size()));
+    return QString::fromUtf8(bytes.constData(), bytes.size()).mid(1);
 }
 
 /// The length of the white space character at the front of \a text; 0 if another stands there.
