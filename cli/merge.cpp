@@ -16,38 +16,41 @@ using tintwell::Format;
 using tintwell::TableKind;
 using tintwell::unitPosition;
 
-void lookUp(const float* in, float* out, Read_LUTFile& lut) {
+void lookUp(LutCalc& calc, const float* in, float* out, Read_LUTFile& lut) {
     if (lut.size3D > 0) {
-        LutCalc().Lut3D_Tetrahedral(in, out, lut);
+        calc.Lut3D_Tetrahedral(in, out, lut);
     } else {
-        LutCalc().Lut1D_liner(in, out, lut);
+        calc.Lut1D_liner(in, out, lut);
     }
 }
 
-void lookUpBoth(const float* in, float* out, Read_LUTFile& first, Read_LUTFile& second) {
+void lookUpBoth(LutCalc& calc, const float* in, float* out, Read_LUTFile& first,
+                Read_LUTFile& second) {
     float between[3];
-    lookUp(in, between, first);
-    lookUp(between, out, second);
+    lookUp(calc, in, between, first);
+    lookUp(calc, between, out, second);
 }
 
 void mergeLattice(Read_LUTFile& first, Read_LUTFile& second, Read_LUTFile& merged) {
+    LutCalc calc;
     if (first.size3D > 0 && second.size3D > 0) {
-        LutCalc().Lut3D_Merge(first, second, merged);
+        calc.Lut3D_Merge(first, second, merged);
         return;
     }
     const int n = merged.size3D;
     tintwell::visitLattice(n, [&](int i, int j, int k) {
         const float point[] = {unitPosition(i, n), unitPosition(j, n), unitPosition(k, n)};
-        lookUpBoth(point, merged.data3D[i][j][k], first, second);
+        lookUpBoth(calc, point, merged.data3D[i][j][k], first, second);
         return true;
     });
 }
 
 void mergeCurves(Read_LUTFile& first, Read_LUTFile& second, Read_LUTFile& merged) {
+    LutCalc calc;
     for (int i = 0; i < merged.size1D; ++i) {
         const float t = unitPosition(i, merged.size1D);
         const float grey[] = {t, t, t};
-        lookUpBoth(grey, merged.data1D[i], first, second);
+        lookUpBoth(calc, grey, merged.data1D[i], first, second);
     }
 }
 

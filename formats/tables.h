@@ -87,8 +87,7 @@ bool failShort(Read_LUTFile& lut, const LineSource& lines, std::int64_t found,
 void noteShort(Read_LUTFile& lut, std::int64_t found, std::int64_t expected);
 
 /// Fills the 3D table of `size3D` with the samples that \a take(line, sample) accepts. \a sample
-/// ends up as the last one read. A
-/// short file is told in `lastError`.
+/// ends up as the last one read. A short file is told in `lastError`.
 template <typename Number, typename Take>
 Walk fillLattice(Read_LUTFile& lut, LineSource& lines, Triple<Number>& sample, Take&& take) {
     const auto place = [&](std::string_view line, int i, int j, int k) {
