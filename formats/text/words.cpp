@@ -21,9 +21,17 @@ std::size_t blankLength(std::string_view text) {
         return isBlank(text.front()) ? 1 : 0;
     }
     // Lines are well-formed UTF-8, and every white space character is of two or three bytes.
-    const std::size_t length = (static_cast<unsigned char>(text.front()) & 0xE0U) == 0xC0U ? 2 : 3;
-    const QString character = toQString(text.substr(0, length));
-    return character.size() == 1 && character.front().isSpace() ? length : 0;
+    const auto bits = [&](std::size_t at, unsigned mask) {
+        return static_cast<unsigned char>(text[at]) & mask;
+    };
+    if (bits(0, 0xE0) == 0xC0 && text.size() >= 2) {
+        return QChar::isSpace(bits(0, 0x1F) << 6U | bits(1, 0x3F)) ? 2 : 0;
+    }
+    if (bits(0, 0xF0) == 0xE0 && text.size() >= 3) {
+        const unsigned code = bits(0, 0x0F) << 12U | bits(1, 0x3F) << 6U | bits(2, 0x3F);
+        return QChar::isSpace(code) ? 3 : 0;
+    }
+    return 0;
 }
 
 /// The length of the white space character at the end of \a text; 0 if another stands there.
