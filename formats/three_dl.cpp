@@ -18,6 +18,7 @@
 #include "lut/trace.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <cstddef>
 #include <cstdint>
@@ -107,19 +108,24 @@ void raiseLargest(const Triple<double>& sample, double& largest) {
     largest = std::max(sample.b, std::max(sample.g, std::max(sample.r, largest)));
 }
 
-/// Keeps a sample, and learns from it while the scale is not known. False as takeSample() has it.
-bool keepSample(std::string_view line, bool scaleIsKnown, Header& header) {
+/// Keeps the current sample for the table.
+void keepCurrent(Header& header) {
     constexpr std::size_t enough = std::size_t{1} << 24U; // for the largest lattice
-    const int count = scanSample(line, header.current);
-    if (count == 0) {
-        return false;
-    }
-    header.startsPartial |= header.samples.empty() && count < 3;
     if (header.samples.size() < enough) {
         header.samples.push_back({static_cast<float>(header.current.r),
                                   static_cast<float>(header.current.g),
                                   static_cast<float>(header.current.b)});
     }
+}
+
+/// Keeps a sample, and learns from it while the scale is not known. False as takeSample() has it.
+bool keepSample(std::string_view line, bool scaleIsKnown, Header& header) {
+    const int count = scanSample(line, header.current);
+    if (count == 0) {
+        return false;
+    }
+    header.startsPartial |= header.samples.empty() && count < 3;
+    keepCurrent(header);
     if (!scaleIsKnown) {
         if (count == 3) {
             header.sample = header.current;
@@ -131,9 +137,27 @@ bool keepSample(std::string_view line, bool scaleIsKnown, Header& header) {
     return true;
 }
 
+/// The same for the most common lines, which are not looked at word by word.
+bool keepCodes(LineSource& lines, bool scaleIsKnown, Header& header) {
+    std::array<std::uint32_t, 3> codes{};
+    if (!lines.takeCodes(codes)) {
+        return false;
+    }
+    header.current = {double(codes[0]), double(codes[1]), double(codes[2])};
+    keepCurrent(header);
+    if (!scaleIsKnown) {
+        header.sample = header.current;
+        raiseLargest(header.sample, header.largestSample);
+    }
+    return true;
+}
+
 /// Classifies every line. False for a keyword without its number.
 bool readHeader(LineSource& lines, bool probe, Read_LUTFile& lut, Header& header) {
     while (!lines.atEnd()) {
+        if (!probe && keepCodes(lines, !lacksScale(lut), header)) {
+            continue;
+        }
         const std::string_view line = lines.next();
         if (line.empty() || line == "3DMESH") {
             continue;

@@ -9,6 +9,8 @@
 #include <QTextStream>
 
 #include <algorithm>
+#include <array>
+#include <cstdint>
 #include <functional>
 
 namespace {
@@ -58,6 +60,24 @@ void compareLettered(tintwell::LineSource& source, const QByteArrayList& lines) 
     fuzz::require(removeOthers(lettered) == removeOthers(lines), "each line with letters is found");
 }
 
+void compareCodes(tintwell::LineSource& source, const QByteArrayList& lines) {
+    source.rewind();
+    for (const QByteArray& line : lines) {
+        std::array<std::uint32_t, 3> codes{};
+        if (!source.takeCodes(codes)) {
+            fuzz::require(source.next() == view(line), "a line that is no sample is still to come");
+            continue;
+        }
+        const QByteArrayList words = line.split(' ');
+        fuzz::require(words.size() == 3, "a sample has three codes");
+        for (int n = 0; n < words.size(); ++n) {
+            fuzz::require(words[n].toUInt() == codes[static_cast<std::size_t>(n)],
+                          "codes are those of the line");
+        }
+    }
+    fuzz::require(source.atEnd(), "there are no more lines");
+}
+
 void compareWords(const QByteArray& line) {
     const std::string_view text = view(line);
     const QByteArray behindBlank = ' ' + line; // or a byte order mark would be dropped
@@ -86,6 +106,7 @@ void fuzz::run(std::string_view input) {
     source.rewind();
     require(linesOf(source) == lines, "a second pass sees the same");
     compareLettered(source, lines);
+    compareCodes(source, lines);
     for (const QByteArray& line : lines) {
         compareWords(line);
     }

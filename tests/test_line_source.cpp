@@ -5,6 +5,9 @@
 
 #include <QTextStream>
 
+#include <array>
+#include <cstdint>
+
 #include <sys/stat.h>
 
 using tintwell::LineSource;
@@ -98,6 +101,35 @@ private Q_SLOTS:
                                     QStringLiteral("/dev/zero"), QStringLiteral("/no/such")}) {
             QVERIFY2(!LineSource(path).isOpen(), qPrintable(path));
         }
+    }
+
+    void takesLinesOfCodes() {
+        LineSource source(m_folder.file(QStringLiteral("codes"), "1 22 4095\n1234567 00 007\n"));
+        std::array<std::uint32_t, 3> codes{};
+        QVERIFY(source.takeCodes(codes));
+        QVERIFY((codes == std::array<std::uint32_t, 3>{1, 22, 4095}));
+        QVERIFY(source.takeCodes(codes));
+        QVERIFY((codes == std::array<std::uint32_t, 3>{1234567, 0, 7}));
+        QVERIFY(!source.takeCodes(codes));
+        QVERIFY(source.atEnd());
+    }
+
+    void leavesOtherLines_data() {
+        QTest::addColumn<QByteArray>("line");
+        for (const char* const line :
+             {"1 2\n", "1 2 3 4\n", "1  2 3\n", " 1 2 3\n", "1 2 3 \n", "1\t2 3\n", "1\n2 3\n",
+              "12345678 1 2\n", "-1 2 3\n", "1 2 3.0\n", "1 2 3", "\n", "1 2 x\n"}) {
+            QTest::newRow(line) << QByteArray(line);
+        }
+        QTest::newRow("NUL") << QByteArray("1 2\0003\n", 6);
+    }
+    void leavesOtherLines() {
+        QFETCH(QByteArray, line);
+        LineSource source(m_folder.file(QStringLiteral("codes"), line));
+        std::array<std::uint32_t, 3> codes{};
+        QVERIFY(!source.takeCodes(codes));
+        const QList<QByteArray> lines = linesOf(source);
+        QCOMPARE(lines.front(), line.split('\n').front().trimmed());
     }
 
     void tellsWhatItCanHold() {

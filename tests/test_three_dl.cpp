@@ -51,6 +51,8 @@ private Q_SLOTS:
                 true, 2, second(7));
         textRow("the first pass carries over", shaper + "0 x x\n1 x x\n" + numbered(2, 8), true, 2,
                 second(7));
+        textRow("a short line keeps what it lacks",
+                shaper + numbered(0, 1) + "1 x 9\n" + numbered(2, 8), true, 2, second(7));
         textRow("lines past the last sample", shaper + eight + "9 9 9\n", true, 2, second(15));
         textRow("last sample lacks", shaper + numbered(0, 7), true, 2, second(7));
         textRow("no size", eight, false, 0);

@@ -3,6 +3,7 @@
 #include <QFile>
 #include <QString>
 
+#include <array>
 #include <cstdint>
 #include <memory>
 #include <string_view>
@@ -34,6 +35,10 @@ public:
     /// The next line; empty at the end.
     std::string_view next();
     void rewind() { m_next = m_start; }
+    /// Takes the next line if it is three integers of at most seven digits, with single blanks
+    /// between them: a sample of codes, as most are. False for any other line, which is still to
+    /// come.
+    bool takeCodes(std::array<std::uint32_t, 3>& codes);
     /// Moves on to the next line with a letter in it, or any other character from '@' on; false
     /// when none is left. What it passes are numbers: no keyword can be among them.
     bool skipToLetters();
@@ -52,6 +57,9 @@ private:
         void operator()(char* text) const;
     };
     using Text = std::unique_ptr<char, Free>;
+
+    /// Bytes behind the text that may be looked at; none is a digit or a line feed.
+    static constexpr std::int64_t Padding = 8;
 
     static Text allocated(std::int64_t size);
     bool read(const QString& path);
