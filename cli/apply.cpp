@@ -12,7 +12,7 @@ int cli::runApply(const Command& self, const QStringList& arguments) {
     if (const auto status = begin(line, arguments, 3, job, lut)) {
         return *status;
     }
-    noteRange(line.operands().first(), job.lutFormat);
+    noteRange(line.operands().first(), job.lutFormat, lut);
     QImage image = loadImage(line.operands().at(1));
     if (image.isNull()) {
         return Failed;

@@ -41,7 +41,7 @@ bool convert(const Conversion& conversion, const Job& job) {
     if (!from || !cli::readLut(job.in, *from, conversion.inOrders, lut)) {
         return false;
     }
-    cli::noteRange(job.in, *from);
+    cli::noteRange(job.in, *from, lut);
     return cli::writeTable(conversion.output, conversion.to, job.in, job.out, lut);
 }
 

@@ -53,6 +53,11 @@ LUTFILE_ST request(const QString& path, int formatCode) {
     return st;
 }
 
+/// Reads what the head of a file tells, in the format's own orders. Whether it could be read.
+bool probe(const QString& path, int formatCode, Read_LUTFile& lut) {
+    return lut.ReadFile(request(path, formatCode), true);
+}
+
 bool isWhole(const Orders& orders) {
     return orders.rgb.has_value() && orders.blueFastest.has_value();
 }
@@ -183,10 +188,6 @@ std::optional<int> formatOfOutput(const QString& path, const QString& name, int 
     }
     problem = QStringLiteral("%1: the format may be %2, expected --to").arg(path, namesOf(codes));
     return std::nullopt;
-}
-
-bool probe(const QString& path, int formatCode, Read_LUTFile& lut) {
-    return lut.ReadFile(request(path, formatCode), true);
 }
 
 bool readLut(const QString& path, int formatCode, const Orders& orders, Read_LUTFile& lut) {

@@ -47,9 +47,6 @@ std::optional<int> formatOfInput(const QString& path, const QString& name);
 std::optional<int> formatOfOutput(const QString& path, const QString& name, int hint,
                                   QString& problem);
 
-/// Reads what the head of a file tells, in the format's own orders. Whether it could be read.
-bool probe(const QString& path, int formatCode, Read_LUTFile& lut);
-
 /// Reads a table whole; false, with the error reported, where that fails or there is none. Cells
 /// hold R, G, B and tables are [red][green][blue], if the orders tell the truth of the file.
 bool readLut(const QString& path, int formatCode, const Orders& orders, Read_LUTFile& lut);

@@ -165,9 +165,6 @@ std::optional<Facts> factsOf(const QString& path, const QString& formatName) {
     if (!code) {
         return std::nullopt;
     }
-    // A full read forgets the domain of the file.
-    Read_LUTFile probed(nullptr);
-    cli::probe(path, *code, probed);
     Read_LUTFile lut(nullptr);
     if (!cli::readLut(path, *code, cli::Orders(), lut)) {
         return std::nullopt;
@@ -179,12 +176,12 @@ std::optional<Facts> factsOf(const QString& path, const QString& formatName) {
     facts.rgb = lut.dataOrder;
     facts.blueFastest = lut.tableOrder;
     if (lut.size3D > 0) {
-        facts.tables.push_back({TableKind::ThreeD, lut.size3D,
-                                cli::rangeOf(probed, TableKind::ThreeD), samplesOf3D(lut)});
+        facts.tables.push_back({TableKind::ThreeD, lut.size3D, cli::rangeOf(lut, TableKind::ThreeD),
+                                samplesOf3D(lut)});
     }
     if (lut.size1D > 0) {
         facts.tables.push_back(
-            {TableKind::OneD, lut.size1D, cli::rangeOf(probed, TableKind::OneD), samplesOf1D(lut)});
+            {TableKind::OneD, lut.size1D, cli::rangeOf(lut, TableKind::OneD), samplesOf1D(lut)});
     }
     if (!isImage(*code)) {
         facts.header = headerOf(path);

@@ -67,7 +67,7 @@ bool openOne(const QString& path, const QString& formatName, Read_LUTFile& lut) 
     if (!code || !cli::readLut(path, *code, cli::Orders(), lut)) {
         return false;
     }
-    cli::noteRange(path, *code);
+    cli::noteRange(path, *code, lut);
     if (lut.size3D > 0 && lut.size1D > 0) {
         cli::noteBothKinds(path, TableKind::ThreeD);
         lut.setSize1D(0);

@@ -9,13 +9,11 @@
 namespace {
 
 /// "cube, 3D, 33 points per axis, domain 0 to 1"
-QString describe(const Read_LUTFile& lut, const QString& path, int formatCode) {
+QString describe(const Read_LUTFile& lut, int formatCode) {
     const tintwell::Format& format = *tintwell::formatOf(formatCode);
     const bool is3D = lut.size3D > 0;
     const auto kind = is3D ? tintwell::TableKind::ThreeD : tintwell::TableKind::OneD;
-    Read_LUTFile probed(nullptr);
-    cli::probe(path, formatCode, probed);
-    const cli::StatedRange range = cli::rangeOf(probed, kind);
+    const cli::StatedRange range = cli::rangeOf(lut, kind);
 
     QStringList facts = {QLatin1String(format.name), QLatin1String(tintwell::kindName(kind)),
                          is3D ? QStringLiteral("%1 points per axis").arg(lut.size3D)
@@ -36,6 +34,6 @@ int cli::runPicture(const Command& self, const QStringList& arguments) {
         return *status;
     }
     const QString path = line.operands().first();
-    const QString subtitle = describe(lut, path, job.lutFormat);
+    const QString subtitle = describe(lut, job.lutFormat);
     return saveImage(job, drawLut(lut, QFileInfo(path).fileName(), subtitle)) ? Done : Failed;
 }

@@ -1,6 +1,5 @@
 #include "cli/range.h"
 
-#include "cli/files.h"
 #include "cli/report.h"
 
 namespace cli {
@@ -27,10 +26,9 @@ QString text(const Channels& values) {
                 : QStringLiteral("%1 %2 %3").arg(text(values[0]), text(values[1]), text(values[2]));
 }
 
-StatedRange rangeOf(const Read_LUTFile& probed, TableKind kind) {
-    return kind == TableKind::ThreeD
-               ? StatedRange{triple(probed.domainMin3D), triple(probed.domainMax3D)}
-               : StatedRange{triple(probed.domainMin1D), triple(probed.domainMax1D)};
+StatedRange rangeOf(const Read_LUTFile& lut, TableKind kind) {
+    return kind == TableKind::ThreeD ? StatedRange{triple(lut.domainMin3D), lut.statedMax3D()}
+                                     : StatedRange{triple(lut.domainMin1D), lut.statedMax1D()};
 }
 
 QString text(const StatedRange& range) {
@@ -56,12 +54,10 @@ QString remarkOn(const StatedRange& range, const Format& format) {
         .arg(QLatin1String(nameOf(range, format)), text(range));
 }
 
-void noteRange(const QString& path, int formatCode) {
-    Read_LUTFile probed(nullptr);
-    probe(path, formatCode, probed);
+void noteRange(const QString& path, int formatCode, const Read_LUTFile& lut) {
     const Format& format = *tintwell::formatOf(formatCode);
-    const TableKind kind = probed.size3D > 0 ? TableKind::ThreeD : TableKind::OneD;
-    const QString remark = remarkOn(rangeOf(probed, kind), format);
+    const TableKind kind = lut.size3D > 0 ? TableKind::ThreeD : TableKind::OneD;
+    const QString remark = remarkOn(rangeOf(lut, kind), format);
     if (!remark.isEmpty()) {
         noteFile(path, remark);
     }

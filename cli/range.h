@@ -16,7 +16,7 @@ QString text(float value);
 /// "0.5", or all three where they differ.
 QString text(const Channels& values);
 
-/// A range that a file states, which only a probe shows: a table that was read is normalised.
+/// A range that a file states: a table that was read is normalised.
 struct StatedRange {
     Channels min = {0, 0, 0};
     Channels max = {1, 1, 1};
@@ -25,7 +25,7 @@ struct StatedRange {
 };
 
 /// That of the table of a kind.
-StatedRange rangeOf(const Read_LUTFile& probed, tintwell::TableKind kind);
+StatedRange rangeOf(const Read_LUTFile& lut, tintwell::TableKind kind);
 
 /// "0 to 1"
 QString text(const StatedRange& range);
@@ -37,6 +37,6 @@ const char* nameOf(const StatedRange& range, const tintwell::Format& format);
 QString remarkOn(const StatedRange& range, const tintwell::Format& format);
 
 /// Notes what may surprise in the range of a file that is worked on.
-void noteRange(const QString& path, int formatCode);
+void noteRange(const QString& path, int formatCode, const Read_LUTFile& lut);
 
 } // namespace cli

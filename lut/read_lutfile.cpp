@@ -83,6 +83,18 @@ QString outside(const char* what, int found, int most) {
         .arg(most);
 }
 
+std::array<float, 3> copied(const float (&end)[3]) {
+    return {end[0], end[1], end[2]};
+}
+
+/// Sets an end to 1. The first time tells what the file has stated.
+void resetEnd(float (&end)[3], std::optional<std::array<float, 3>>& stated) {
+    if (!stated) {
+        stated = copied(end);
+    }
+    std::fill_n(end, 3, 1.0F);
+}
+
 const char* word(bool flag) {
     return flag ? "true" : "false";
 }
@@ -178,6 +190,8 @@ bool Read_LUTFile::ReadFile(LUTFILE_ST st, bool probe) {
 
     const tintwell::Format* const format = tintwell::formatOf(st.formatCode);
     lastError.clear();
+    m_statedMax3D.reset();
+    m_statedMax1D.reset();
     if (format == nullptr) {
         return fail(QStringLiteral("there is no format of code %1").arg(st.formatCode));
     }
@@ -197,9 +211,17 @@ void Read_LUTFile::applyDefaultOrder(bool formatDataOrder, bool formatTableOrder
 }
 
 void Read_LUTFile::resetDomainMax3D() {
-    std::fill_n(domainMax3D, 3, 1.0F);
+    resetEnd(domainMax3D, m_statedMax3D);
 }
 
 void Read_LUTFile::resetDomainMax1D() {
-    std::fill_n(domainMax1D, 3, 1.0F);
+    resetEnd(domainMax1D, m_statedMax1D);
+}
+
+Read_LUTFile::DomainEnd Read_LUTFile::statedMax3D() const {
+    return m_statedMax3D.value_or(copied(domainMax3D));
+}
+
+Read_LUTFile::DomainEnd Read_LUTFile::statedMax1D() const {
+    return m_statedMax1D.value_or(copied(domainMax1D));
 }

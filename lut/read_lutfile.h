@@ -5,6 +5,9 @@
 #include <QObject>
 #include <QString>
 
+#include <array>
+#include <optional>
+
 /// The colour look-up table in memory: at most one 3D and one 1D table, each with its input
 /// domain, and the two order flags that decide how samples are stored.
 ///
@@ -102,9 +105,14 @@ public:
 
     /// The first step of a reader: under `defaultOrder` the format's own pair of orders holds.
     void applyDefaultOrder(bool formatDataOrder, bool formatTableOrder);
+    using DomainEnd = std::array<float, 3>; ///< R, G, B
+
     /// The last step of a reader: stored samples are normalised, so the domain ends at 1 again.
     void resetDomainMax3D();
     void resetDomainMax1D();
+    /// Where the domain of the file ended that was read last, be it set back since.
+    DomainEnd statedMax3D() const;
+    DomainEnd statedMax1D() const;
 
 private:
     /// A table that this container has allocated, and the size it was given: `size3D` and `size1D`
@@ -120,6 +128,8 @@ private:
 
     Allocation<float****> m_lattice;
     Allocation<float**> m_curve;
+    std::optional<DomainEnd> m_statedMax3D; ///< none: it was not set back
+    std::optional<DomainEnd> m_statedMax1D;
 };
 
 namespace tintwell {

@@ -380,6 +380,21 @@ private Q_SLOTS:
             QString("tintwell-cli: %1: note: %2 samples; the rest is black\n").arg(file, told));
     }
 
+    void infoTellsScales_data() {
+        QTest::addColumn<QString>("scale");
+        QTest::newRow("sample.3dl") << "0 to 1023";
+        QTest::newRow("sample.mga") << "0 to 4095";
+        QTest::newRow("sample_discreet.lut") << "0 to 1023";
+        QTest::newRow("sample.csv") << "0 to 1023";
+        QTest::newRow("sample.cub") << "0 to 2";
+        QTest::newRow("texture.png") << "0 to 255";
+    }
+    void infoTellsScales() {
+        QFETCH(QString, scale);
+        const QString output = run({"info", data(QTest::currentDataTag())}).output;
+        QVERIFY2(output.contains("\n  scale     " + scale + '\n'), qPrintable(output));
+    }
+
     void notesRanges() {
         const QString wide = m_folder.file("wide.cube", "DOMAIN_MIN -1 -1 -1\nDOMAIN_MAX 3 3 3\n"
                                                         "LUT_3D_SIZE 1\n1 1 1\n");
