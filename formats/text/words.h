@@ -24,14 +24,17 @@ std::string_view trimmedOfAnyBlanks(std::string_view text);
 
 /// \a text without (Unicode) white space at its ends.
 inline std::string_view trimmed(std::string_view text) {
-    while (!text.empty() && isBlank(text.front())) {
-        text.remove_prefix(1);
+    const char* first = text.data();
+    const char* last = first + text.size();
+    while (first != last && isBlank(*first)) {
+        ++first;
     }
-    while (!text.empty() && isBlank(text.back())) {
-        text.remove_suffix(1);
+    while (first != last && isBlank(last[-1])) {
+        --last;
     }
-    const bool ended = text.empty() || !(isBeyondAscii(text.front()) || isBeyondAscii(text.back()));
-    return ended ? text : detail::trimmedOfAnyBlanks(text);
+    const std::string_view rest(first, static_cast<std::size_t>(last - first));
+    const bool ended = rest.empty() || !(isBeyondAscii(rest.front()) || isBeyondAscii(rest.back()));
+    return ended ? rest : detail::trimmedOfAnyBlanks(rest);
 }
 
 constexpr bool startsWith(std::string_view line, std::string_view start) {
