@@ -18,8 +18,8 @@ bool visitLattice(int n, Visit&& visit) {
     return true;
 }
 
-/// Asks for the cells (i, j, 0) to (i, j, n - 1) before they are needed. In kji order they lie a
-/// plane apart, and waiting for them one by one would take longer than reading or printing them.
+/// Asks for the cells (i, j, 0) to (i, j, n - 1) before they are filled. In kji order they lie a
+/// plane apart, and waiting for them one by one would take longer than reading them.
 template <typename Lattice>
 void prefetchRow(Lattice data, int n, bool tableOrder, int i, int j) {
     for (int k = 0; !tableOrder && k < n; ++k) {

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "lut/emit.h"
-#include "lut/lattice.h"
 #include "lut/read_lutfile.h"
+#include "lut/strewn_planes.h"
 #include "lut/write_lutfile.h"
 
 #include <QFile>
@@ -13,6 +13,7 @@
 #include <cstring>
 #include <memory>
 #include <string_view>
+#include <utility>
 
 namespace tintwell {
 
@@ -87,16 +88,20 @@ private:
 template <typename Prefix>
 void emitLattice(TextFile& out, const Write_LUTFile& writer, const Read_LUTFile& lut,
                  std::int64_t scale, std::string_view sep, Prefix&& prefix) {
-    visitLattice(lut.size3D, [&](int i, int j, int k) {
-        if (k == 0) {
-            prefetchRow(lut.data3D, lut.size3D, writer.tableOrder, i, j);
+    const int n = lut.size3D;
+    StrewnPlanes planes(lut.data3D, n);
+    for (int i = 0; i < n; ++i) {
+        const float* copy = writer.tableOrder ? nullptr : planes.copyOf(i);
+        for (int j = 0; j < n; ++j) {
+            for (int k = 0; k < n; ++k) {
+                const float* const cell =
+                    copy == nullptr ? lut.data3D[i][j][k] : std::exchange(copy, copy + 3);
+                prefix(i, j, k);
+                emitCell3D(out, cell, writer.dataOrder, scale, sep);
+                out << '\n';
+            }
         }
-        const float* const cell = writer.tableOrder ? lut.data3D[i][j][k] : lut.data3D[k][j][i];
-        prefix(i, j, k);
-        emitCell3D(out, cell, writer.dataOrder, scale, sep);
-        out << '\n';
-        return true;
-    });
+    }
 }
 
 /// The same without anything before the cell.
