@@ -79,7 +79,9 @@ void LineSource::Free::operator()(char* text) const {
 
 /// Left uninitialised: clearing a large block costs as much as reading it.
 LineSource::Text LineSource::allocated(std::int64_t size) {
-    return Text(static_cast<char*>(std::malloc(static_cast<std::size_t>(size + Padding))));
+    const std::int64_t lineFeed = 1; // that normalise() may add
+    return Text(
+        static_cast<char*>(std::malloc(static_cast<std::size_t>(size + lineFeed + Padding))));
 }
 
 LineSource::LineSource(const QString& path) {
