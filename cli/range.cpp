@@ -42,11 +42,11 @@ const char* nameOf(const StatedRange& range, const Format& format) {
     if (range.isUnit()) {
         return nullptr;
     }
-    return format.range == Range::Codes ? "scale" : "range";
+    return format.range == Range::Scale ? "scale" : "range";
 }
 
 QString remarkOn(const StatedRange& range, const Format& format) {
-    if (range.isUnit() || format.range == Range::Codes) {
+    if (range.isUnit() || format.range == Range::Scale) {
         return {};
     }
     return QStringLiteral("samples are clamped to the %1 %2 and divided by its width; its start is "

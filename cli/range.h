@@ -16,7 +16,7 @@ QString text(float value);
 /// "0.5", or all three where they differ.
 QString text(const Channels& values);
 
-/// A range that a file states: a table that was read is normalised.
+/// The range that a file states or its numbers imply; the table read from it is normalised.
 struct StatedRange {
     Channels min = {0, 0, 0};
     Channels max = {1, 1, 1};

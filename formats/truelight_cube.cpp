@@ -73,7 +73,7 @@ Walk readShaper(LineSource& lines, Read_LUTFile& lut, Triple<float>& sample) {
 }
 
 Walk readCube(LineSource& lines, Read_LUTFile& lut, Triple<float>& sample) {
-    lut.resetDomainMax3D();
+    tintwell::setDomain(lut.domainMax3D, 1);
     if (lut.data3D == nullptr && !allocateLattice(lut, lines, Body::Complete)) {
         return Walk::Short;
     }

@@ -23,7 +23,7 @@ enum class Codes {
 enum class Range {
     Input,
     Samples,
-    Codes ///< the samples are integers, of which the last counts as 1
+    Scale ///< the numbers of the file, of which the last counts as 1
 };
 
 /// What the system knows of one file format.
@@ -51,20 +51,20 @@ inline constexpr std::array<Format, 17> catalogue = {{
     {"cube", "cube", ".cube", TableKind::ThreeD, &Read_LUTFile::Read_Cube,
      &Write_LUTFile::Write_Cube, Codes::Unscaled, ""},
     {"texture", imageExtensions, "texture-base 64X64 512X512...", TableKind::ThreeD,
-     &Read_LUTFile::Read_Texture, nullptr, Codes::Only, imageRemark, 0, Range::Codes},
+     &Read_LUTFile::Read_Texture, nullptr, Codes::Only, imageRemark, 0, Range::Scale},
     {"unwrapped", imageExtensions, "identity Unwrapped Cube 1024X16", TableKind::ThreeD,
-     &Read_LUTFile::Read_IUC, nullptr, Codes::Only, imageRemark, 0, Range::Codes},
+     &Read_LUTFile::Read_IUC, nullptr, Codes::Only, imageRemark, 0, Range::Scale},
     {"3dl", "3dl", ".3dl", TableKind::ThreeD, &Read_LUTFile::Read_3dl, nullptr, Codes::Scaled,
      "without a Mesh line the largest sample tells the bits, two at least: real numbers come out "
      "as a third",
-     0, Range::Codes},
+     0, Range::Scale},
     {"mga", "mga m3d", ".mga .m3d pandora", TableKind::ThreeD, &Read_LUTFile::Read_Mga,
-     &Write_LUTFile::Write_Mga, Codes::Scaled, "", 0, Range::Codes},
+     &Write_LUTFile::Write_Mga, Codes::Scaled, "", 0, Range::Scale},
     {"look", "look", ".look", TableKind::ThreeD, &Read_LUTFile::Read_Look, nullptr, Codes::None,
-     "a channel with samples above 1 is divided by the largest of them", 0, Range::Samples},
+     "a channel with samples above 1 is divided by the largest of them", 0, Range::Scale},
     {"discreet", "lut", ".lut 1D Discreet", TableKind::OneD, &Read_LUTFile::Read_1dLut_Discreet,
      &Write_LUTFile::Write_1dLut_Discreet, Codes::Largest,
-     "the largest value of the file counts as 1", 0, Range::Codes},
+     "the largest value of the file counts as 1", 0, Range::Scale},
     {"lut", "lut", ".lut 1D", TableKind::OneD, &Read_LUTFile::Read_1dLut,
      &Write_LUTFile::Write_1dLut, Codes::Unscaled, "the first 256 entries are the table", 256},
     {"davlut", "davlut", ".davLut 3DLut", TableKind::ThreeD, &Read_LUTFile::Read_DavLut,
@@ -72,7 +72,7 @@ inline constexpr std::array<Format, 17> catalogue = {{
     {"csp", "csp", ".csp", TableKind::ThreeD, &Read_LUTFile::Read_Csp, nullptr, Codes::None,
      "the shapers are not applied: the ends of their outputs are taken for the domain"},
     {"cub", "cub", ".cub Truelight Cube", TableKind::ThreeD, &Read_LUTFile::Read_Cub, nullptr,
-     Codes::None, "the shaper, a 1D table here, counts the width itself as 1", 0, Range::Codes},
+     Codes::None, "the shaper, a 1D table here, counts the width itself as 1", 0, Range::Scale},
     {"itx", "itx", ".itx", TableKind::ThreeD, &Read_LUTFile::Read_Itx, &Write_LUTFile::Write_Itx,
      Codes::None, ""},
     {"spi1d", "spi1d", ".spi1d", TableKind::OneD, &Read_LUTFile::Read_Spi1D,
@@ -82,7 +82,7 @@ inline constexpr std::array<Format, 17> catalogue = {{
     {"csv", "csv", ".csv log", TableKind::OneD, &Read_LUTFile::Read_Csv, &Write_LUTFile::Write_Csv,
      Codes::Only,
      "one curve for all channels; the last code tells the scale, the next power of two less one", 0,
-     Range::Codes},
+     Range::Scale},
     {"nvx1d", "nvx1d", ".nvx1d norvane专用格式1D", TableKind::OneD, &Read_LUTFile::Read_NVX1D,
      &Write_LUTFile::Write_NVX1D, Codes::None, rangeRemark, 0, Range::Samples},
     {"nvx3d", "nvx3d", ".nvx3d norvane专用格式3D", TableKind::ThreeD, &Read_LUTFile::Read_NVX3D,

@@ -83,15 +83,13 @@ QString outside(const char* what, int found, int most) {
         .arg(most);
 }
 
-std::array<float, 3> copied(const float (&end)[3]) {
+Read_LUTFile::DomainEnd copied(const float (&end)[3]) {
     return {end[0], end[1], end[2]};
 }
 
-/// Sets an end to 1. The first time tells what the file has stated.
-void resetEnd(float (&end)[3], std::optional<std::array<float, 3>>& stated) {
-    if (!stated) {
-        stated = copied(end);
-    }
+/// Sets an end to 1 and remembers what it was.
+void resetEnd(float (&end)[3], std::optional<Read_LUTFile::DomainEnd>& stated) {
+    stated = copied(end);
     std::fill_n(end, 3, 1.0F);
 }
 

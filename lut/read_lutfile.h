@@ -22,6 +22,9 @@ public:
     /// The longest 1D table (entries) that a full read accepts; a probe reports any length.
     static constexpr int MaxSize1D = 1 << 20;
 
+    /// The upper end of a domain (R, G, B).
+    using DomainEnd = std::array<float, 3>;
+
     float domainMin3D[3] = {0, 0, 0}; ///< lower end of the 3D input domain (R, G, B)
     float domainMax3D[3] = {1, 1, 1}; ///< upper end of the 3D input domain (R, G, B)
     float**** data3D = nullptr;       ///< data3D[a][b][c] is a cell of three floats
@@ -105,8 +108,6 @@ public:
 
     /// The first step of a reader: under `defaultOrder` the format's own pair of orders holds.
     void applyDefaultOrder(bool formatDataOrder, bool formatTableOrder);
-    using DomainEnd = std::array<float, 3>; ///< R, G, B
-
     /// The last step of a reader: stored samples are normalised, so the domain ends at 1 again.
     void resetDomainMax3D();
     void resetDomainMax1D();

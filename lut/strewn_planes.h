@@ -26,6 +26,7 @@ public:
 
 private:
     static constexpr std::size_t AtATime = 16;
+    static constexpr std::size_t RowsAhead = 6;
 
     std::size_t planeLength() const { return 3 * m_size * m_size; }
 
@@ -34,14 +35,14 @@ private:
         m_samples.resize(planes * planeLength());
         for (std::size_t k = 0; k < m_size; ++k) {
             for (std::size_t j = 0; j < m_size; ++j) {
-                askForRow(k, j + 6, first, planes);
+                askForRow(k, j + RowsAhead, first, planes);
                 copyRow(m_data[k][j] + first, planes, &m_samples[3 * (j * m_size + k)]);
             }
         }
     }
 
     void askForRow(std::size_t k, std::size_t j, std::size_t first, std::size_t planes) const {
-        constexpr std::size_t cellsPerCacheLine = 2;
+        constexpr std::size_t cellsPerCacheLine = 2; // the allocator gives each 32 bytes
         for (std::size_t i = 0; j < m_size && i < planes; i += cellsPerCacheLine) {
             __builtin_prefetch(m_data[k][j][first + i]);
         }

@@ -380,19 +380,25 @@ private Q_SLOTS:
             QString("tintwell-cli: %1: note: %2 samples; the rest is black\n").arg(file, told));
     }
 
-    void infoTellsScales_data() {
-        QTest::addColumn<QString>("scale");
-        QTest::newRow("sample.3dl") << "0 to 1023";
-        QTest::newRow("sample.mga") << "0 to 4095";
-        QTest::newRow("sample_discreet.lut") << "0 to 1023";
-        QTest::newRow("sample.csv") << "0 to 1023";
-        QTest::newRow("sample.cub") << "0 to 2";
-        QTest::newRow("texture.png") << "0 to 255";
+    void infoTellsRanges_data() {
+        QTest::addColumn<QString>("file");
+        QTest::addColumn<QString>("range");
+        const QString shaper = "2\n0 1\n0 4\n";
+        const QString curve = "CSPLUTV100\n1D\nBEGIN METADATA\nEND METADATA\n" + shaper + shaper +
+                              shaper + "2\n0 0 0\n4 4 4\n";
+        QTest::newRow("3dl") << data("sample.3dl") << "scale     0 to 1023";
+        QTest::newRow("mga") << data("sample.mga") << "scale     0 to 4095";
+        QTest::newRow("discreet") << data("sample_discreet.lut") << "scale     0 to 1023";
+        QTest::newRow("csv") << data("sample.csv") << "scale     0 to 1023";
+        QTest::newRow("cub") << data("sample.cub") << "scale     0 to 2";
+        QTest::newRow("texture") << data("texture.png") << "scale     0 to 255";
+        QTest::newRow("csp") << m_folder.file("curve.csp", curve.toUtf8()) << "domain    0 to 4";
     }
-    void infoTellsScales() {
-        QFETCH(QString, scale);
-        const QString output = run({"info", data(QTest::currentDataTag())}).output;
-        QVERIFY2(output.contains("\n  scale     " + scale + '\n'), qPrintable(output));
+    void infoTellsRanges() {
+        QFETCH(QString, file);
+        QFETCH(QString, range);
+        const QString output = run({"info", file}).output;
+        QVERIFY2(output.contains("\n  " + range + '\n'), qPrintable(output));
     }
 
     void notesRanges() {

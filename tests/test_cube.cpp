@@ -1,5 +1,14 @@
 #include "one_format.h"
 
+namespace {
+
+QByteArray samplesText(int i, int j, int k) {
+    const auto text = [](int n) { return QByteArray::number(n / 64.0, 'f', 6); };
+    return text(i) + ' ' + text(j) + ' ' + text(k);
+}
+
+} // namespace
+
 class TestCube : public QObject {
     Q_OBJECT
 
@@ -76,6 +85,22 @@ private Q_SLOTS:
         Read_LUTFile lut(nullptr);
         QVERIFY(m_format.read(lut, "LUT_1D_SIZE 3\nLUT_3D_SIZE 2\n" + samples::numbered(0, 7)));
         QCOMPARE(samples::curve(lut), QVector<float>(9, 0));
+    }
+
+    /// Writers copy several planes of such a table at a time.
+    void manyStrewnPlanes() {
+        for (const int size : {16, 17, 33}) {
+            Read_LUTFile lut(nullptr);
+            samples::fill3D(lut, size, [](int i, int j, int k) {
+                return QVector<float>{float(i) / 64, float(j) / 64, float(k) / 64};
+            });
+            const QByteArrayList lines = m_format.writtenInOrders(lut, true, false).split('\n');
+            QByteArrayList expected;
+            for (int n = 0; n < size * size * size; ++n) {
+                expected << samplesText(n % size, n / size % size, n / size / size);
+            }
+            QCOMPARE(lines.mid(2, expected.size()), expected);
+        }
     }
 
     void probeTellsAnySize() {

@@ -132,6 +132,17 @@ private Q_SLOTS:
         QCOMPARE(lines.front(), line.split('\n').front().trimmed());
     }
 
+    void takesNoCodesPastTheEnd() {
+        // Without the returns the text gets shorter, and its old end lies behind the new one.
+        LineSource source(m_folder.file(QStringLiteral("codes"), "\r\r\r\r\r\r\n1 2 3\n1 2 3"));
+        std::array<std::uint32_t, 3> codes{};
+        QVERIFY(source.next().empty());
+        QVERIFY(source.takeCodes(codes));
+        QVERIFY(!source.takeCodes(codes));
+        QVERIFY(source.next() == "1 2 3");
+        QVERIFY(source.atEnd());
+    }
+
     void tellsWhatItCanHold() {
         const LineSource source(m_folder.file(QStringLiteral("three"), "1\n2\n3"));
         QVERIFY(source.canHold(4)); // the fourth line may lack

@@ -53,6 +53,9 @@ private Q_SLOTS:
                 second(7));
         textRow("a short line keeps what it lacks",
                 shaper + numbered(0, 1) + "1 x 9\n" + numbered(2, 8), true, 2, second(7));
+        textRow("a Mesh line ends the carrying over",
+                "0 x x\n1 x x\n2 2 4\nMesh 0 10\n3 9 9\n4 9 9\n5 9 9\n6 9 9\n7 9 9\n", true, 2,
+                second(1023));
         textRow("lines past the last sample", shaper + eight + "9 9 9\n", true, 2, second(15));
         textRow("last sample lacks", shaper + numbered(0, 7), true, 2, second(7));
         textRow("no size", eight, false, 0);

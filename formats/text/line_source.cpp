@@ -77,9 +77,10 @@ void LineSource::Free::operator()(char* text) const {
     std::free(text);
 }
 
-/// Left uninitialised: clearing a large block costs as much as reading it.
+/// Room for a text of that size and what normalise() adds. Left uninitialised: clearing a large
+/// block costs as much as reading it.
 LineSource::Text LineSource::allocated(std::int64_t size) {
-    const std::int64_t lineFeed = 1; // that normalise() may add
+    constexpr std::int64_t lineFeed = 1;
     return Text(
         static_cast<char*>(std::malloc(static_cast<std::size_t>(size + lineFeed + Padding))));
 }
