@@ -62,10 +62,9 @@ void resample(Read_LUTFile& lut, Read_LUTFile& result, int size, bool otherKind)
 
 void fuzz::run(std::string_view input) {
     constexpr long scales[] = {1, 0, 2, 255, 1023, 65535, 1L << 40};
-    constexpr int formats = static_cast<int>(tintwell::catalogue.size());
     Choices choices(input);
-    const int reader = choices.oneOf(formats);
-    const int writer = choices.oneOf(formats);
+    const int reader = choices.oneOf(tintwell::formatCount);
+    const int writer = choices.oneOf(tintwell::formatCount);
     const int orders = choices.oneOf(64);
     const long scale = scales[choices.oneOf(7)];
     const int size = 1 + choices.oneOf(20);

@@ -23,28 +23,29 @@ struct Numbers {
     }
 };
 
-template <typename Number>
-Numbers<Number> byScanner(std::string_view line) {
+/// What \a scan(a, b, c) converts.
+template <typename Number, typename Scan>
+Numbers<Number> numbersBy(Scan&& scan) {
     Numbers<Number> found;
     auto& [a, b, c] = found.values;
-    found.converted = tintwell::scan(line, a, b, c);
+    found.converted = std::max(0, scan(a, b, c));
     return found;
 }
 
 template <typename Number>
-Numbers<Number> byLibrary(const std::string& line, const char* pattern) {
-    Numbers<Number> found;
-    auto& [a, b, c] = found.values;
-    found.converted = std::max(0, std::sscanf(line.c_str(), pattern, &a, &b, &c));
-    return found;
+Numbers<Number> byScanner(std::string_view line) {
+    return numbersBy<Number>([&](auto&... values) { return tintwell::scan(line, values...); });
 }
 
 template <typename Number>
 Numbers<Number> byWords(std::string_view line) {
-    Numbers<Number> found;
-    auto& [a, b, c] = found.values;
-    found.converted = tintwell::scanWords(line, a, b, c);
-    return found;
+    return numbersBy<Number>([&](auto&... values) { return tintwell::scanWords(line, values...); });
+}
+
+template <typename Number>
+Numbers<Number> byLibrary(const std::string& line, const char* pattern) {
+    return numbersBy<Number>(
+        [&](auto&... values) { return std::sscanf(line.c_str(), pattern, &values...); });
 }
 
 template <typename Number>

@@ -1,3 +1,4 @@
+#include "lut/catalogue.h"
 #include "samples.h"
 
 #include <QDir>
@@ -9,9 +10,10 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+using tintwell::formatCount;
+
 namespace {
 
-constexpr int formatCount = 17;
 constexpr int lookCode = 5;
 constexpr int mebibyte = 1 << 20;
 
