@@ -104,18 +104,15 @@ bool takeSample(std::string_view line, Triple<double>& sample) {
     return scanSample(line, sample) > 0;
 }
 
-void raiseLargest(const Triple<double>& sample, double& largest) {
-    largest = std::max(sample.b, std::max(sample.g, std::max(sample.r, largest)));
+/// Gives up a NaN for the next number.
+void raise(double& largest, double number) {
+    largest = std::max(number, largest);
 }
 
-/// Keeps the current sample for the table.
-void keepCurrent(Header& header) {
-    constexpr std::size_t enough = std::size_t{1} << 24U; // for the largest lattice
-    if (header.samples.size() < enough) {
-        header.samples.push_back({static_cast<float>(header.current.r),
-                                  static_cast<float>(header.current.g),
-                                  static_cast<float>(header.current.b)});
-    }
+/// Whether another sample is to be kept: the largest lattice has no more.
+bool hasRoom(const Header& header) {
+    constexpr std::size_t n = Read_LUTFile::MaxSize3D;
+    return header.samples.size() < n * n * n;
 }
 
 /// Keeps a sample, and learns from it while the scale is not known. False as takeSample() has it.
@@ -125,38 +122,63 @@ bool keepSample(std::string_view line, bool scaleIsKnown, Header& header) {
         return false;
     }
     header.startsPartial |= header.samples.empty() && count < 3;
-    keepCurrent(header);
+    if (hasRoom(header)) {
+        header.samples.push_back({static_cast<float>(header.current.r),
+                                  static_cast<float>(header.current.g),
+                                  static_cast<float>(header.current.b)});
+    }
     if (!scaleIsKnown) {
         if (count == 3) {
             header.sample = header.current;
         } else {
             scanSample(line, header.sample);
         }
-        raiseLargest(header.sample, header.largestSample);
+        for (const double number : {header.sample.r, header.sample.g, header.sample.b}) {
+            raise(header.largestSample, number);
+        }
     }
     return true;
 }
 
-/// The same for the most common lines, which are not looked at word by word.
-bool keepCodes(LineSource& lines, bool scaleIsKnown, Header& header) {
+/// Asks for the memory in one piece where the size is known, as it mostly is.
+void makeRoom(const Read_LUTFile& lut, const LineSource& lines, Header& header) {
+    const std::int64_t n = std::clamp(lut.size3D, 0, Read_LUTFile::MaxSize3D);
+    if (lines.canHold(n * n * n)) {
+        header.samples.reserve(static_cast<std::size_t>(n * n * n));
+    }
+}
+
+/// Keeps a run of the most common lines, which are not looked at word by word.
+void keepCodes(const Read_LUTFile& lut, LineSource& lines, Header& header) {
+    const std::size_t before = header.samples.size();
+    if (before == 0) {
+        makeRoom(lut, lines, header);
+    }
     std::array<std::uint32_t, 3> codes{};
-    if (!lines.takeCodes(codes)) {
-        return false;
+    std::uint32_t largest = 0;
+    while (hasRoom(header) && lines.takeCodes(codes)) {
+        header.samples.push_back({static_cast<float>(codes[0]), static_cast<float>(codes[1]),
+                                  static_cast<float>(codes[2])});
+        for (const std::uint32_t code : codes) {
+            largest = std::max(largest, code);
+        }
     }
-    header.current = {double(codes[0]), double(codes[1]), double(codes[2])};
-    keepCurrent(header);
-    if (!scaleIsKnown) {
+    if (header.samples.size() == before) {
+        return;
+    }
+    const Triple<float>& last = header.samples.back();
+    header.current = {last.r, last.g, last.b};
+    if (lacksScale(lut)) {
         header.sample = header.current;
-        raiseLargest(header.sample, header.largestSample);
+        raise(header.largestSample, largest);
     }
-    return true;
 }
 
 /// Classifies every line. False for a keyword without its number.
 bool readHeader(LineSource& lines, bool probe, Read_LUTFile& lut, Header& header) {
     while (!lines.atEnd()) {
-        if (!probe && keepCodes(lines, !lacksScale(lut), header)) {
-            continue;
+        if (!probe) {
+            keepCodes(lut, lines, header);
         }
         const std::string_view line = lines.next();
         if (line.empty() || line == "3DMESH") {
@@ -194,11 +216,16 @@ float inferredScale(double largestSample) {
 /// Only the last sample may lack.
 bool fill(Read_LUTFile& lut, const LineSource& lines, const std::vector<Triple<float>>& samples) {
     auto sample = samples.begin();
+    // Copies, as a store into a cell might change the container's own for all the compiler knows.
+    Read_LUTFile::DomainEnd min{};
+    Read_LUTFile::DomainEnd max{};
+    std::copy_n(lut.domainMin3D, min.size(), min.begin());
+    std::copy_n(lut.domainMax3D, max.size(), max.begin());
     tintwell::visitLattice(lut.size3D, [&](int i, int j, int k) {
         if (sample == samples.end()) {
             return false;
         }
-        tintwell::store3D(lut, i, j, k, *sample++);
+        tintwell::store3D(lut, i, j, k, *sample++, min.data(), max.data());
         return true;
     });
     const std::int64_t n = lut.size3D;

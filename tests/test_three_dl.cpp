@@ -53,6 +53,9 @@ private Q_SLOTS:
                 second(7));
         textRow("a short line keeps what it lacks",
                 shaper + numbered(0, 1) + "1 x 9\n" + numbered(2, 8), true, 2, second(7));
+        textRow("a sample of no number gives up the largest",
+                shaper + numbered(4000, 4001) + "1 2 4\n2 2 nan\n" + numbered(3, 8), true, 2,
+                second(7));
         textRow("a Mesh line ends the carrying over",
                 "0 x x\n1 x x\n2 2 4\nMesh 0 10\n3 9 9\n4 9 9\n5 9 9\n6 9 9\n7 9 9\n", true, 2,
                 second(1023));

@@ -61,6 +61,22 @@ inline unsigned evaluateInteger(std::uint64_t characters, std::uint32_t& integer
     return digits;
 }
 
+/// Evaluates the digits that stand at \a from. Returns how many they are; \a integer has wrapped
+/// if that is more than nine. One by one, and not eight at a time: where a number ends, and the
+/// next begins, is foretold by those before rather than waited for.
+inline unsigned evaluateDigits(const char* from, std::uint32_t& integer) {
+    const auto digitAt = [](const char* at) {
+        return static_cast<std::uint32_t>(static_cast<unsigned char>(*at)) - '0';
+    };
+    const char* at = from;
+    std::uint32_t value = 0;
+    for (std::uint32_t digit = digitAt(at); digit < 10; digit = digitAt(++at)) {
+        value = value * 10 + digit;
+    }
+    integer = value;
+    return static_cast<unsigned>(at - from);
+}
+
 /// Digits, a point, digits: mantissa / 10^decimals.
 struct Decimal {
     /// What the mantissa can count without wrapping.

@@ -81,8 +81,9 @@ void LineSource::Free::operator()(char* text) const {
 /// block costs as much as reading it.
 LineSource::Text LineSource::allocated(std::int64_t size) {
     constexpr std::int64_t lineFeed = 1;
+    constexpr std::int64_t terminator = 1;
     return Text(
-        static_cast<char*>(std::malloc(static_cast<std::size_t>(size + lineFeed + Padding))));
+        static_cast<char*>(std::malloc(static_cast<std::size_t>(size + lineFeed + terminator))));
 }
 
 LineSource::LineSource(const QString& path) {
@@ -131,7 +132,7 @@ bool LineSource::normalise() {
     if (hasBytes && m_end == m_start) {
         *m_end++ = '\n'; // the toolkit does not foresee that nothing will come of the bytes
     }
-    std::fill_n(m_end, Padding, '\0');
+    *m_end = '\0';
     return true;
 }
 
@@ -175,20 +176,6 @@ std::string_view LineSource::next() {
     const auto* const feed = static_cast<const char*>(std::memchr(start, '\n', rest));
     m_next = feed != nullptr ? feed + 1 : m_end;
     return trimmed({start, static_cast<std::size_t>((feed != nullptr ? feed : m_end) - start)});
-}
-
-bool LineSource::takeCodes(std::array<std::uint32_t, 3>& codes) {
-    constexpr std::array<char, 3> behind = {' ', ' ', '\n'};
-    const char* at = m_next;
-    for (std::size_t n = 0; n < codes.size(); ++n) {
-        const unsigned digits = evaluateInteger(loadEight(at), codes[n]);
-        at += digits;
-        if (digits == 0 || *at++ != behind[n]) {
-            return false;
-        }
-    }
-    m_next = at;
-    return true;
 }
 
 bool LineSource::skipToLetters() {

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "formats/text/decimal.h"
+
 #include <QFile>
 #include <QString>
 
@@ -58,9 +60,6 @@ private:
     };
     using Text = std::unique_ptr<char, Free>;
 
-    /// Bytes behind the text that may be looked at; none is a digit or a line feed.
-    static constexpr std::int64_t Padding = 8;
-
     static Text allocated(std::int64_t size);
     bool read(const QString& path);
     /// Where the line that next() gave begins.
@@ -71,10 +70,25 @@ private:
 
     Text m_text;
     char* m_start = nullptr;
-    char* m_end = nullptr;
+    char* m_end = nullptr; ///< at a NUL, which ends a number as any other character would
     const char* m_next = nullptr;
     bool m_open = false;
     QString m_error;
 };
+
+inline bool LineSource::takeCodes(std::array<std::uint32_t, 3>& codes) {
+    constexpr std::array<char, 3> behind = {' ', ' ', '\n'};
+    constexpr unsigned most = 7;
+    const char* at = m_next;
+    for (std::size_t n = 0; n < codes.size(); ++n) {
+        const unsigned digits = evaluateDigits(at, codes[n]);
+        at += digits;
+        if (digits == 0 || digits > most || *at++ != behind[n]) {
+            return false;
+        }
+    }
+    m_next = at;
+    return true;
+}
 
 } // namespace tintwell
