@@ -20,6 +20,16 @@ T* zeroed(int count) {
     return static_cast<T*>(std::calloc(static_cast<std::size_t>(count), sizeof(T)));
 }
 
+/// A zero-filled cell. Cleared here, as the calloc() of many C libraries passes over the small
+/// blocks that are at hand and takes up to half as long again for each.
+Cell makeCell() {
+    auto* const cell = static_cast<Cell>(std::malloc(3 * sizeof(float)));
+    if (cell != nullptr) {
+        std::fill_n(cell, 3, 0.0F);
+    }
+    return cell;
+}
+
 /// Frees an array of owned pointers, whichever of them were set.
 template <typename T, typename Release>
 void releaseAll(T* items, int count, Release release) {
@@ -62,8 +72,7 @@ T* makeAll(int size, Make make, Release release) {
 }
 
 Row makeRow(int size) {
-    return makeAll<Cell>(
-        size, [] { return zeroed<float>(3); }, releaseRow);
+    return makeAll<Cell>(size, makeCell, releaseRow);
 }
 
 Plane makePlane(int size) {
