@@ -146,6 +146,20 @@ void resample(benchmark::State& state, int from, int to) {
     count(state, cubed(to));
 }
 
+/// What the container alone costs a resampling that uses all of the old lattice: a look at each of
+/// its cells, and each cell of the new one filled.
+void visitCells(benchmark::State& state, int from, int to) {
+    const auto source = gradedLattice(from);
+    const auto target = gradedLattice(to);
+    for (auto _ : state) {
+        float sum = 0;
+        forCells(*source, [&](const float* cell) { sum += cell[0]; });
+        forCells(*target, [&](float* cell) { std::fill_n(cell, 3, sum); });
+        benchmark::ClobberMemory();
+    }
+    count(state, cubed(to));
+}
+
 /// Cells of three floats in rows, planes and a lattice, each a block of its own.
 float**** makeCells(std::size_t n) {
     auto**** const lattice = static_cast<float****>(std::calloc(n, sizeof(float***)));
@@ -203,6 +217,7 @@ void registerFloors(const Tables& tables) {
     }
     for (const auto& [from, to] : resamplings) {
         add(nameOf("floor/resample", from, to), resample, from, to);
+        add(nameOf("floor/cells", from, to), visitCells, from, to);
     }
     for (const int size : latticeSizes) {
         add(nameOf("floor/write/cube", size), writeNumbers, tables, size);

@@ -34,6 +34,7 @@ def resample(sizes):
     work, name = "Resample {} to {} points".format(*sizes.split("/")), f"resample/{sizes}"
     return [
         Ratio(work, name, "floor", f"floor/{name}", 5 / 3.5),
+        Ratio(work, name, "visit to the cells", f"floor/cells/{sizes}"),
         Ratio(work, name, "OpenColorIO", f"peer/{name}"),
     ]
 
