@@ -81,9 +81,8 @@ void LineSource::Free::operator()(char* text) const {
 /// block costs as much as reading it.
 LineSource::Text LineSource::allocated(std::int64_t size) {
     constexpr std::int64_t lineFeed = 1;
-    constexpr std::int64_t terminator = 1;
     return Text(
-        static_cast<char*>(std::malloc(static_cast<std::size_t>(size + lineFeed + terminator))));
+        static_cast<char*>(std::malloc(static_cast<std::size_t>(size + lineFeed + Padding))));
 }
 
 LineSource::LineSource(const QString& path) {
@@ -132,7 +131,7 @@ bool LineSource::normalise() {
     if (hasBytes && m_end == m_start) {
         *m_end++ = '\n'; // the toolkit does not foresee that nothing will come of the bytes
     }
-    *m_end = '\0';
+    std::fill_n(m_end, Padding, '\0');
     return true;
 }
 

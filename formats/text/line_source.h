@@ -60,6 +60,9 @@ private:
     };
     using Text = std::unique_ptr<char, Free>;
 
+    /// NULs behind the text, to be looked at by whoever takes several characters at a time.
+    static constexpr std::int64_t Padding = 4;
+
     static Text allocated(std::int64_t size);
     bool read(const QString& path);
     /// Where the line that next() gave begins.
@@ -70,7 +73,7 @@ private:
 
     Text m_text;
     char* m_start = nullptr;
-    char* m_end = nullptr; ///< at a NUL, which ends a number as any other character would
+    char* m_end = nullptr;
     const char* m_next = nullptr;
     bool m_open = false;
     QString m_error;
