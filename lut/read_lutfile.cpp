@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdlib>
+#include <new>
 #include <utility>
 
 namespace {
@@ -202,7 +203,11 @@ bool Read_LUTFile::ReadFile(LUTFILE_ST st, bool probe) {
     if (format == nullptr) {
         return fail(QStringLiteral("there is no format of code %1").arg(st.formatCode));
     }
-    return (this->*format->read)(st.path, probe);
+    try {
+        return (this->*format->read)(st.path, probe);
+    } catch (const std::bad_alloc&) {
+        return fail(QStringLiteral("the file is too large for the memory"));
+    }
 }
 
 bool Read_LUTFile::fail(const QString& what) {

@@ -6,6 +6,7 @@
 #include <QTextStream>
 
 #include <algorithm>
+#include <new>
 
 namespace {
 
@@ -35,7 +36,12 @@ bool Write_LUTFile::WriteFile(LUTFILE_ST st, Read_LUTFile& lut) {
         lastError = QStringLiteral("the table was not read");
         return false;
     }
-    return (this->*format->write)(st.path, lut);
+    try {
+        return (this->*format->write)(st.path, lut);
+    } catch (const std::bad_alloc&) {
+        lastError = QStringLiteral("the table is too large for the memory");
+        return false;
+    }
 }
 
 void Write_LUTFile::White3D(float**** data, QTextStream& out, int i, int j, int k, long scale,

@@ -7,6 +7,8 @@
 #include <ctime>
 #include <thread>
 
+#include <malloc.h>
+#include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -69,6 +71,27 @@ QByteArray inUtf16(const QByteArray& text) {
     }
     return bytes;
 }
+
+/// Lets this process grow by so many KiB and no more.
+class LittleMemory {
+public:
+    explicit LittleMemory(rlim_t kibibytes) {
+        malloc_trim(0);
+        getrlimit(RLIMIT_AS, &m_before);
+        const rlim_t pages =
+            contentOf(QStringLiteral("/proc/self/statm")).split(' ').front().toULong();
+        const rlimit little = {pages * static_cast<rlim_t>(sysconf(_SC_PAGESIZE)) +
+                                   kibibytes * 1024,
+                               m_before.rlim_max};
+        setrlimit(RLIMIT_AS, &little);
+    }
+    ~LittleMemory() { setrlimit(RLIMIT_AS, &m_before); }
+    LittleMemory(const LittleMemory&) = delete;
+    LittleMemory& operator=(const LittleMemory&) = delete;
+
+private:
+    rlimit m_before{};
+};
 
 } // namespace
 
@@ -246,6 +269,38 @@ private Q_SLOTS:
         const bool isRoot = geteuid() == 0;
         Read_LUTFile lut(nullptr);
         QCOMPARE(lut.ReadFile(samples::request(path, 0), false), isRoot);
+    }
+
+    void littleMemory() {
+#ifdef __SANITIZE_ADDRESS__
+        QSKIP("the sanitizer needs memory of its own");
+#endif
+        Read_LUTFile table(nullptr);
+        samples::fillRandom(table, 65, 1);
+        samples::fill1D(table, 1 << 18, [](int) { return QVector<float>{0, 0.5F, 1}; });
+        const QString path = m_folder.path(QStringLiteral("large"));
+        const QString copy = m_folder.path(QStringLiteral("copy"));
+        int refused = 0;
+        for (int code = 0; code < formatCount; ++code) {
+            if (!Write_LUTFile(nullptr).WriteFile(samples::request(path, code), table)) {
+                continue; // a format that is only read
+            }
+            for (const rlim_t kibibytes : {64, 256, 1024, 4096, 16384}) {
+                Read_LUTFile lut(nullptr);
+                Write_LUTFile writer(nullptr);
+                bool isRead = false;
+                bool isWritten = false;
+                {
+                    const LittleMemory memory(kibibytes);
+                    isRead = lut.ReadFile(samples::request(path, code), false);
+                    isWritten = writer.WriteFile(samples::request(copy, code), table);
+                }
+                QVERIFY(isRead == lut.lastError.isEmpty());
+                QVERIFY(isWritten == writer.lastError.isEmpty());
+                refused += (isRead ? 0 : 1) + (isWritten ? 0 : 1);
+            }
+        }
+        QVERIFY(refused > 10); // some blocks released before may still be at hand
     }
 
     /// Another program empties and refills the file while readers are at it.
