@@ -26,21 +26,14 @@ struct Triple {
     bool take(std::string_view line) { return scan(line, r, g, b) > 0; }
 };
 
-/// Stores a sample in the domain [min, max].
+/// Stores a sample in the container's own domain.
 template <typename Number>
-void store3D(Read_LUTFile& lut, int i, int j, int k, const Triple<Number>& sample, const float* min,
-             const float* max) {
+void store3D(Read_LUTFile& lut, int i, int j, int k, const Triple<Number>& sample) {
     if (k == 0) {
         prefetchRow(lut.data3D, lut.size3D, lut.tableOrder, i, j);
     }
     lut.White3D(i, j, k, static_cast<float>(sample.r), static_cast<float>(sample.g),
-                static_cast<float>(sample.b), min, max);
-}
-
-/// The same in the container's own domain.
-template <typename Number>
-void store3D(Read_LUTFile& lut, int i, int j, int k, const Triple<Number>& sample) {
-    store3D(lut, i, j, k, sample, lut.domainMin3D, lut.domainMax3D);
+                static_cast<float>(sample.b), lut.domainMin3D, lut.domainMax3D);
 }
 
 template <typename Number>

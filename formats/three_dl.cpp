@@ -104,7 +104,7 @@ bool takeSample(std::string_view line, Triple<double>& sample) {
     return scanSample(line, sample) > 0;
 }
 
-/// Gives up a NaN for the next number.
+/// A number takes the place of a NaN.
 void raise(double& largest, double number) {
     largest = std::max(number, largest);
 }
@@ -142,8 +142,8 @@ bool keepSample(std::string_view line, bool scaleIsKnown, Header& header) {
 
 /// Asks for the memory in one piece where the size is known, as it mostly is.
 void makeRoom(const Read_LUTFile& lut, const LineSource& lines, Header& header) {
-    const std::int64_t n = std::clamp(lut.size3D, 0, Read_LUTFile::MaxSize3D);
-    if (lines.canHold(n * n * n)) {
+    const std::int64_t n = lut.size3D;
+    if (n > 0 && n <= Read_LUTFile::MaxSize3D && lines.canHold(n * n * n)) {
         header.samples.reserve(static_cast<std::size_t>(n * n * n));
     }
 }
@@ -216,16 +216,11 @@ float inferredScale(double largestSample) {
 /// Only the last sample may lack.
 bool fill(Read_LUTFile& lut, const LineSource& lines, const std::vector<Triple<float>>& samples) {
     auto sample = samples.begin();
-    // Copies, as a store into a cell might change the container's own for all the compiler knows.
-    Read_LUTFile::DomainEnd min{};
-    Read_LUTFile::DomainEnd max{};
-    std::copy_n(lut.domainMin3D, min.size(), min.begin());
-    std::copy_n(lut.domainMax3D, max.size(), max.begin());
     tintwell::visitLattice(lut.size3D, [&](int i, int j, int k) {
         if (sample == samples.end()) {
             return false;
         }
-        tintwell::store3D(lut, i, j, k, *sample++, min.data(), max.data());
+        tintwell::store3D(lut, i, j, k, *sample++);
         return true;
     });
     const std::int64_t n = lut.size3D;

@@ -20,7 +20,7 @@ bool hasItsTable(const Read_LUTFile& lut, tintwell::TableKind kind) {
 
 Write_LUTFile::Write_LUTFile(QObject* parent) : QObject(parent) {}
 
-bool Write_LUTFile::WriteFile(LUTFILE_ST st, Read_LUTFile& lut) {
+bool Write_LUTFile::WriteFile(LUTFILE_ST st, Read_LUTFile& lut) try {
     dataOrder = st.dataOrder;
     tableOrder = st.tableOrder;
     defaultOrder = st.defaultOrder;
@@ -36,12 +36,10 @@ bool Write_LUTFile::WriteFile(LUTFILE_ST st, Read_LUTFile& lut) {
         lastError = QStringLiteral("the table was not read");
         return false;
     }
-    try {
-        return (this->*format->write)(st.path, lut);
-    } catch (const std::bad_alloc&) {
-        lastError = QStringLiteral("the table is too large for the memory");
-        return false;
-    }
+    return (this->*format->write)(st.path, lut);
+} catch (const std::bad_alloc&) {
+    lastError = QStringLiteral("the table is too large for the memory");
+    return false;
 }
 
 void Write_LUTFile::White3D(float**** data, QTextStream& out, int i, int j, int k, long scale,

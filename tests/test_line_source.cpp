@@ -118,7 +118,8 @@ private Q_SLOTS:
         QTest::addColumn<QByteArray>("line");
         for (const char* const line :
              {"1 2\n", "1 2 3 4\n", "1  2 3\n", " 1 2 3\n", "1 2 3 \n", "1\t2 3\n", "1\n2 3\n",
-              "12345678 1 2\n", "-1 2 3\n", "1 2 3.0\n", "1 2 3", "\n", "1 2 x\n"}) {
+              "12345678 1 2\n", "4294967297 1 2\n", "1: 2 3\n", "1 2 3/\n", "-1 2 3\n", "1 2 3.0\n",
+              "1 2 3", "\n", "1 2 x\n"}) {
             QTest::newRow(line) << QByteArray(line);
         }
         QTest::newRow("NUL") << QByteArray("1 2\0003\n", 6);

@@ -53,7 +53,7 @@ private Q_SLOTS:
                 second(7));
         textRow("a short line keeps what it lacks",
                 shaper + numbered(0, 1) + "1 x 9\n" + numbered(2, 8), true, 2, second(7));
-        textRow("a sample of no number gives up the largest",
+        textRow("NaN discards the largest so far",
                 shaper + numbered(4000, 4001) + "1 2 4\n2 2 nan\n" + numbered(3, 8), true, 2,
                 second(7));
         textRow("a Mesh line ends the carrying over",
@@ -103,6 +103,13 @@ private Q_SLOTS:
             QTEST(cell[0] + cell[1] + cell[2], "stored");
             QCOMPARE(samples::cell(lut.domainMax3D), QVector<float>({1, 1, 1}));
         }
+    }
+
+    void shortLineBehindCodes() {
+        Read_LUTFile lut(nullptr);
+        QVERIFY(m_format.read(lut, "0 1\n0 9 9\n1 2 4\n2 x x\n" + numbered(3, 8)));
+        QCOMPARE(samples::cell(lut.data3D[0][1][0]),
+                 QVector<float>({2.0F / 15, 2.0F / 15, 4.0F / 15}));
     }
 
     void shaperAndGamma() {

@@ -84,8 +84,8 @@ inline unsigned evaluateInteger(std::uint64_t characters, std::uint32_t& integer
 }
 
 /// Evaluates the digits that stand at \a from. Returns how many they are; \a integer has wrapped
-/// if that is more than nine. Three characters behind them are looked at. Quickest for codes of ten
-/// bits and more: where one number ends and the next begins is foretold by those before, where
+/// if that is more than nine. Four characters may be looked at in any case. Quickest for codes of
+/// ten bits and more: where one number ends and the next begins is foretold by those before, where
 /// evaluateInteger() would have the next one wait.
 inline unsigned evaluateDigits(const char* from, std::uint32_t& integer) {
     const auto digitAt = [](const char* at) {
