@@ -142,8 +142,8 @@ bool keepSample(std::string_view line, bool scaleIsKnown, Header& header) {
 
 /// Asks for the memory in one piece where the size is known, as it mostly is.
 void makeRoom(const Read_LUTFile& lut, const LineSource& lines, Header& header) {
-    const std::int64_t n = lut.size3D;
-    if (n > 0 && n <= Read_LUTFile::MaxSize3D && lines.canHold(n * n * n)) {
+    const std::int64_t n = lut.size3D <= Read_LUTFile::MaxSize3D ? std::max(lut.size3D, 0) : 0;
+    if (lines.canHold(n * n * n)) {
         header.samples.reserve(static_cast<std::size_t>(n * n * n));
     }
 }

@@ -81,7 +81,7 @@ private:
 
 inline bool LineSource::takeCodes(std::array<std::uint32_t, 3>& codes) {
     static constexpr std::array<char, 3> behind = {' ', ' ', '\n'};
-    static constexpr unsigned most = 7;
+    constexpr unsigned most = 7;
     const char* at = m_next;
     for (std::size_t n = 0; n < codes.size(); ++n) {
         const unsigned digits = evaluateDigits(at, codes[n]);
