@@ -140,7 +140,7 @@ bool keepSample(std::string_view line, bool scaleIsKnown, Header& header) {
     return true;
 }
 
-/// Asks for the memory in one piece where the size is known, as it mostly is.
+/// Asks for the memory in one piece where the size is known by then, as it mostly is.
 void makeRoom(const Read_LUTFile& lut, const LineSource& lines, Header& header) {
     const std::int64_t n = lut.size3D <= Read_LUTFile::MaxSize3D ? std::max(lut.size3D, 0) : 0;
     if (lines.canHold(n * n * n)) {

@@ -83,10 +83,10 @@ inline unsigned evaluateInteger(std::uint64_t characters, std::uint32_t& integer
     return digits;
 }
 
-/// Evaluates the digits that stand at \a from. Returns how many they are; \a integer has wrapped
-/// if that is more than nine. Four characters may be looked at in any case. Quickest for codes of
-/// ten bits and more: where one number ends and the next begins is foretold by those before, where
-/// evaluateInteger() would have the next one wait.
+/// Evaluates the digits at \a from, where four characters at least must be readable. Returns how
+/// many they are; \a integer has wrapped if that is more than nine. Quickest for codes: the
+/// processor foretells where one number ends and the next begins, while evaluateInteger() would
+/// have the next one wait for it.
 inline unsigned evaluateDigits(const char* from, std::uint32_t& integer) {
     const auto digitAt = [](const char* at) {
         return static_cast<std::uint32_t>(static_cast<unsigned char>(*at)) - '0';
