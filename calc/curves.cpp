@@ -25,19 +25,25 @@ float interpolated(const Read_LUTFile& lut, int channel, const Between<float>& p
 } // namespace
 
 void LutCalc::Lut1D_OnebyOne(Read_LUTFile& lut) {
+    if (!lut.hasTable1D()) {
+        return;
+    }
     for (int i = 0; i < lut.size1D; ++i) {
         std::fill_n(lut.data1D[i], 3, unitPosition(i, lut.size1D));
     }
 }
 
 void LutCalc::Lut1D_liner(const float* in, float* out, Read_LUTFile& lut) {
+    if (!lut.hasTable1D()) {
+        return;
+    }
     for (int c = 0; c < 3; ++c) {
         out[c] = interpolated(lut, c, curveAxis(lut, c).at(in[c]));
     }
 }
 
 void LutCalc::Lut1D_Out(Read_LUTFile& src, Read_LUTFile& dst) {
-    if (src.size1D < 1) {
+    if (!src.hasTable1D() || !dst.hasTable1D()) {
         return;
     }
     for (int c = 0; c < 3; ++c) {
@@ -49,10 +55,10 @@ void LutCalc::Lut1D_Out(Read_LUTFile& src, Read_LUTFile& dst) {
 }
 
 void LutCalc::Lut1D_to_Lut3D(const float* const* table, int length, Read_LUTFile& lut) {
-    const int n = lut.size3D;
-    if (n < 1 || length < 1) {
+    if (!lut.hasTable3D() || length < 1) {
         return;
     }
+    const int n = lut.size3D;
     std::vector<const float*> rows; // by lattice index
     rows.reserve(static_cast<std::size_t>(n));
     const auto last = static_cast<float>(length - 1);

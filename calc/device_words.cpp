@@ -27,56 +27,54 @@ float unpacked(unsigned short word, double scale) {
     return static_cast<float>(word / scale);
 }
 
+/// Visits every channel of every point, k fastest, as the words stand.
+template <typename Visit>
+void visitSamples3D(const Read_LUTFile& lut, Visit&& visit) {
+    tintwell::visitLattice(lut.hasTable3D() ? lut.size3D : 0, [&](int i, int j, int k) {
+        std::for_each_n(lut.data3D[i][j][k], 3, visit);
+        return true;
+    });
+}
+
+/// Visits every entry of the curves as its three floats.
+template <typename Visit>
+void visitEntries(const Read_LUTFile& lut, Visit&& visit) {
+    std::for_each_n(lut.data1D, lut.hasTable1D() ? lut.size1D : 0, visit);
+}
+
 } // namespace
 
 void LutCalc::Lut3D_to_Uart(unsigned short* words, int bits, Read_LUTFile& lut) {
     const float scale = packingScale(bits);
-    tintwell::visitLattice(lut.size3D, [&](int i, int j, int k) {
-        for (int c = 0; c < 3; ++c) {
-            *words++ = packed(lut.data3D[i][j][k][c], scale);
-        }
-        return true;
-    });
+    visitSamples3D(lut, [&](float sample) { *words++ = packed(sample, scale); });
 }
 
 void LutCalc::Uart_to_Lut3D(const unsigned short* words, int bits, Read_LUTFile& lut) {
     const double scale = fullScale(bits);
-    tintwell::visitLattice(lut.size3D, [&](int i, int j, int k) {
-        for (int c = 0; c < 3; ++c) {
-            lut.data3D[i][j][k][c] = unpacked(*words++, scale);
-        }
-        return true;
-    });
+    visitSamples3D(lut, [&](float& sample) { sample = unpacked(*words++, scale); });
 }
 
 void LutCalc::Lut1D_to_Uart(unsigned short* words, int bits, Read_LUTFile& lut) {
     const float scale = packingScale(bits);
-    for (int i = 0; i < lut.size1D; ++i) {
-        for (int c = 0; c < 3; ++c) {
-            *words++ = packed(lut.data1D[i][c], scale);
-        }
-    }
+    visitEntries(lut, [&](const float* entry) {
+        words = std::transform(entry, entry + 3, words,
+                               [scale](float sample) { return packed(sample, scale); });
+    });
 }
 
 void LutCalc::Uart_to_Lut1D(const unsigned short* words, int bits, Read_LUTFile& lut) {
     const double scale = fullScale(bits);
-    for (int i = 0; i < lut.size1D; ++i) {
-        for (int c = 0; c < 3; ++c) {
-            lut.data1D[i][c] = unpacked(*words++, scale);
-        }
-    }
+    visitEntries(lut, [&](float* entry) {
+        std::generate_n(entry, 3, [&] { return unpacked(*words++, scale); });
+    });
 }
 
 void LutCalc::Gamma_to_Uart(unsigned short* words, int bits, Read_LUTFile& lut) {
     const float scale = packingScale(bits);
-    for (int i = 0; i < lut.size1D; ++i) {
-        words[i] = packed(lut.data1D[i][0], scale);
-    }
+    visitEntries(lut, [&](const float* entry) { *words++ = packed(entry[0], scale); });
 }
 
 void LutCalc::Uart_to_Gamma(const unsigned short* words, int bits, Read_LUTFile& lut) {
     const double scale = fullScale(bits);
-    for (int i = 0; i < lut.size1D; ++i) {
-        std::fill_n(lut.data1D[i], 3, unpacked(words[i], scale));
-    }
+    visitEntries(lut, [&](float* entry) { std::fill_n(entry, 3, unpacked(*words++, scale)); });
 }

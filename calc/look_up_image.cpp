@@ -112,9 +112,9 @@ template <typename Word>
 QImage lookUpWords(Read_LUTFile& lut, QImage image, QImage::Format format) {
     const QImage::Format original = image.format();
     QImage result = std::move(image).convertToFormat(format);
-    if (lut.size3D > 0) {
+    if (lut.hasTable3D()) {
         lookUpLattice<Word>(lut, result);
-    } else {
+    } else if (lut.hasTable1D()) {
         lookUpCurves<Word>(lut, result);
     }
     const bool staysGrey = isGrey(original) && isNeutral<Word>(result);

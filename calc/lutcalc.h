@@ -4,7 +4,8 @@
 
 class Read_LUTFile;
 
-/// Table arithmetic in single precision. Keeps no state; works on its arguments alone.
+/// Table arithmetic in single precision. Keeps no state; works on its arguments alone. Without the
+/// table that it names, or with only its size, an operation does nothing.
 class LutCalc : public QObject {
     Q_OBJECT
 
@@ -14,7 +15,7 @@ public:
     /// Evaluates the 3D table at the colour \a in (three floats in the table's input domain) by
     /// tetrahedral interpolation into \a out (three floats, in stored channel order). Inputs
     /// outside the domain take the table's edge; a zero-width domain or a NaN input takes the
-    /// lower edge. The table must hold at least one point per axis.
+    /// lower edge.
     void Lut3D_Tetrahedral(const float* in, float* out, Read_LUTFile& lut);
 
     /// The same look-up for codes on the scale 0..255 (three to \a in, three from \a out), with
@@ -24,9 +25,8 @@ public:
     void Lut3D_Tetrahedral_Int(const unsigned long* in, unsigned long* out, Read_LUTFile& lut);
 
     // Whole tables. Each operation fills a table that its owner has allocated for the size it
-    // names, without clamping, reordering or touching the domain, and does nothing when a size is
-    // below 1. New tables cover the inputs 0..1, point i of n at i / (n - 1), whatever the domain
-    // of their source is; a single point is at 0.
+    // names, without clamping, reordering or touching the domain. New tables cover the inputs 0..1,
+    // point i of n at i / (n - 1), whatever the domain of their source is; a single point is at 0.
 
     /// Resamples the 3D table of \a src into `dst.data3D` (`dst.size3D`).
     void Lut3D_Out(Read_LUTFile& src, Read_LUTFile& dst);
@@ -38,8 +38,7 @@ public:
     /// Fills `lut.data1D` with the identity on every channel.
     void Lut1D_OnebyOne(Read_LUTFile& lut);
     /// Evaluates the curve of each channel at its own input by linear interpolation: three floats
-    /// in the 1D domain to three floats. Outside the domain lies its edge. The table must hold at
-    /// least one entry.
+    /// in the 1D domain to three floats. Outside the domain lies its edge.
     void Lut1D_liner(const float* in, float* out, Read_LUTFile& lut);
     /// Resamples the 1D table of \a src into `dst.data1D` (`dst.size1D`).
     void Lut1D_Out(Read_LUTFile& src, Read_LUTFile& dst);

@@ -38,10 +38,10 @@ void lookUp(const Read_LUTFile& lut, const LatticeAxis* axes, const float* in, f
 /// on from there.
 template <typename Finish>
 void evaluateLattice(const Read_LUTFile& src, Read_LUTFile& dst, Finish&& finish) {
-    const int n = dst.size3D;
-    if (src.size3D < 1 || n < 1) {
+    if (!src.hasTable3D() || !dst.hasTable3D()) {
         return;
     }
+    const int n = dst.size3D;
     const auto grid0 = gridPositions(latticeAxis(src, 0), n);
     const auto grid1 = gridPositions(latticeAxis(src, 1), n);
     const auto grid2 = gridPositions(latticeAxis(src, 2), n);
@@ -65,6 +65,9 @@ void evaluateLattice(const Read_LUTFile& src, Read_LUTFile& dst, Finish&& finish
 LutCalc::LutCalc(QObject* parent) : QObject(parent) {}
 
 void LutCalc::Lut3D_Tetrahedral(const float* in, float* out, Read_LUTFile& lut) {
+    if (!lut.hasTable3D()) {
+        return;
+    }
     const LatticeAxis axes[] = {latticeAxis(lut, 0), latticeAxis(lut, 1), latticeAxis(lut, 2)};
     lookUp(lut, axes, in, out);
 }
@@ -73,7 +76,7 @@ void LutCalc::Lut3D_Tetrahedral_Int(const unsigned long* in, unsigned long* out,
                                     Read_LUTFile& lut) {
     constexpr unsigned long fullScale = 255;
     const int last = lut.size3D - 1;
-    if (last < 1 || static_cast<unsigned long>(last) > fullScale) {
+    if (!lut.hasTable3D() || last < 1 || static_cast<unsigned long>(last) > fullScale) {
         return;
     }
     const unsigned long step = fullScale / static_cast<unsigned long>(last);
@@ -108,7 +111,7 @@ void LutCalc::Lut3D_Out(Read_LUTFile& src, Read_LUTFile& dst) {
 }
 
 void LutCalc::Lut3D_Merge(Read_LUTFile& first, Read_LUTFile& second, Read_LUTFile& result) {
-    if (second.size3D < 1) {
+    if (!second.hasTable3D()) {
         return;
     }
     const LatticeAxis axes[] = {latticeAxis(second, 0), latticeAxis(second, 1),
@@ -117,6 +120,9 @@ void LutCalc::Lut3D_Merge(Read_LUTFile& first, Read_LUTFile& second, Read_LUTFil
 }
 
 void LutCalc::Lut3D_OnebyOne(Read_LUTFile& lut) {
+    if (!lut.hasTable3D()) {
+        return;
+    }
     const std::vector<float> positions = tintwell::unitPositions(lut.size3D);
     const float* const grid = positions.data();
     tintwell::visitLattice(lut.size3D, [&](int i, int j, int k) {
@@ -127,7 +133,7 @@ void LutCalc::Lut3D_OnebyOne(Read_LUTFile& lut) {
 }
 
 void LutCalc::Lut3D_to_Lut1D(Read_LUTFile& src, Read_LUTFile& dst) {
-    if (src.size3D < 1) {
+    if (!src.hasTable3D() || !dst.hasTable1D()) {
         return;
     }
     const LatticeAxis axes[] = {latticeAxis(src, 0), latticeAxis(src, 1), latticeAxis(src, 2)};

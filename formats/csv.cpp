@@ -85,7 +85,7 @@ bool Read_LUTFile::Read_Csv(QString path, bool probe) {
 
 /// Writes the first channel only. Real numbers will be read again as the integers they begin with.
 bool Write_LUTFile::Write_Csv(QString path, Read_LUTFile& lut) {
-    tintwell::TextFile out(path, lastError);
+    tintwell::TextFile out = tintwell::TextFile::forCurve(path, lut, lastError);
     if (!out.isOpen()) {
         return false;
     }

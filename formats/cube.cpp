@@ -191,7 +191,7 @@ bool Read_LUTFile::Read_Cube(QString path, bool probe) {
 }
 
 bool Write_LUTFile::Write_Cube(QString path, Read_LUTFile& lut) {
-    tintwell::TextFile out(path, lastError);
+    tintwell::TextFile out = tintwell::TextFile::forLattice(path, lut, lastError);
     if (!out.isOpen()) {
         return false;
     }

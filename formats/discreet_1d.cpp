@@ -109,7 +109,7 @@ bool Read_LUTFile::Read_1dLut_Discreet(QString path, bool probe) {
 }
 
 bool Write_LUTFile::Write_1dLut_Discreet(QString path, Read_LUTFile& lut) {
-    tintwell::TextFile out(path, lastError);
+    tintwell::TextFile out = tintwell::TextFile::forCurve(path, lut, lastError);
     if (!out.isOpen()) {
         return false;
     }

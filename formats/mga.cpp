@@ -115,7 +115,7 @@ bool Read_LUTFile::Read_Mga(QString path, bool probe) {
 }
 
 bool Write_LUTFile::Write_Mga(QString path, Read_LUTFile& lut) {
-    tintwell::TextFile out(path, lastError);
+    tintwell::TextFile out = tintwell::TextFile::forLattice(path, lut, lastError);
     if (!out.isOpen()) {
         return false;
     }

@@ -51,7 +51,7 @@ bool Read_LUTFile::Read_NVX1D(QString path, bool probe) {
 }
 
 bool Write_LUTFile::Write_NVX1D(QString path, Read_LUTFile& lut) {
-    tintwell::TextFile out(path, lastError);
+    tintwell::TextFile out = tintwell::TextFile::forCurve(path, lut, lastError);
     if (!out.isOpen()) {
         return false;
     }

@@ -52,7 +52,7 @@ bool Read_LUTFile::Read_NVX3D(QString path, bool probe) {
 }
 
 bool Write_LUTFile::Write_NVX3D(QString path, Read_LUTFile& lut) {
-    tintwell::TextFile out(path, lastError);
+    tintwell::TextFile out = tintwell::TextFile::forLattice(path, lut, lastError);
     if (!out.isOpen()) {
         return false;
     }

@@ -47,7 +47,7 @@ bool Read_LUTFile::Read_1dLut(QString path, bool probe) {
 
 /// Writes tables of any size, although only the first 256 entries will be read again.
 bool Write_LUTFile::Write_1dLut(QString path, Read_LUTFile& lut) {
-    tintwell::TextFile out(path, lastError);
+    tintwell::TextFile out = tintwell::TextFile::forCurve(path, lut, lastError);
     if (!out.isOpen()) {
         return false;
     }

@@ -39,7 +39,7 @@ bool readSizedLattice(const SizedLattice& format, const QString& path, bool prob
 
 bool writeSizedLattice(const SizedLattice& format, const QString& path, const Read_LUTFile& lut,
                        Write_LUTFile& writer) {
-    TextFile out(path, writer.lastError);
+    TextFile out = TextFile::forLattice(path, lut, writer.lastError);
     if (!out.isOpen()) {
         return false;
     }

@@ -104,7 +104,7 @@ bool Read_LUTFile::Read_Spi1D(QString path, bool probe) {
 }
 
 bool Write_LUTFile::Write_Spi1D(QString path, Read_LUTFile& lut) {
-    tintwell::TextFile out(path, lastError);
+    tintwell::TextFile out = tintwell::TextFile::forCurve(path, lut, lastError);
     if (!out.isOpen()) {
         return false;
     }

@@ -117,16 +117,18 @@ Read_LUTFile::~Read_LUTFile() {
 }
 
 void Read_LUTFile::release3D() {
-    const int size = data3D == m_lattice.table ? m_lattice.size : size3D;
-    if (size > 0) {
-        releaseLattice(std::exchange(data3D, nullptr), size);
+    const Lattice table = std::exchange(data3D, nullptr);
+    const Allocation<Lattice> own = std::exchange(m_lattice, {});
+    if (size3D > 0) {
+        releaseLattice(table, table == own.table ? own.size : size3D);
     }
 }
 
 void Read_LUTFile::release1D() {
-    const int size = data1D == m_curve.table ? m_curve.size : size1D;
-    if (size > 0) {
-        releaseRow(std::exchange(data1D, nullptr), size);
+    const Row table = std::exchange(data1D, nullptr);
+    const Allocation<Row> own = std::exchange(m_curve, {});
+    if (size1D > 0) {
+        releaseRow(table, table == own.table ? own.size : size1D);
     }
 }
 
@@ -159,20 +161,20 @@ void Read_LUTFile::setSize1D(int size) {
 }
 
 bool Read_LUTFile::allocate3D() {
+    release3D();
     if (size3D < 1 || size3D > MaxSize3D) {
         return fail(outside("a lattice size", size3D, MaxSize3D));
     }
-    release3D();
     Data3DCalloc(&data3D, size3D);
     m_lattice = {data3D, size3D};
     return data3D != nullptr || fail(QStringLiteral("the table is too large for the memory"));
 }
 
 bool Read_LUTFile::allocate1D() {
+    release1D();
     if (size1D < 1 || size1D > MaxSize1D) {
         return fail(outside("a length", size1D, MaxSize1D));
     }
-    release1D();
     Data1DCalloc(&data1D, size1D);
     m_curve = {data1D, size1D};
     return data1D != nullptr || fail(QStringLiteral("the table is too large for the memory"));

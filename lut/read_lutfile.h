@@ -53,7 +53,8 @@ public:
     /// \a size is below 1 or memory runs out. Setting `size1D` is the caller's part.
     static void Data1DCalloc(float*** table, int size);
 
-    /// Set a size; a table of the size before is released.
+    /// State the size of a table that is still to be allocated. One of the size before is released;
+    /// a table whose size had been set to 0 is not the container's, and is let go.
     void setSize3D(int size);
     void setSize1D(int size);
     /// Gives this container a zero-filled 3D table of `size3D` points per axis, in place of any it
@@ -102,6 +103,9 @@ public:
 
     /// Whether a size of either kind is known: what most readers' result comes down to.
     bool hasSize() const { return size3D > 0 || size1D > 0; }
+    /// Whether there is a table of a kind. After a probe there is only its size.
+    bool hasTable3D() const { return size3D > 0 && data3D != nullptr; }
+    bool hasTable1D() const { return size1D > 0 && data1D != nullptr; }
 
     /// Sets `lastError`. Returns false, for a reader to return.
     bool fail(const QString& what);
@@ -116,8 +120,8 @@ public:
     DomainEnd statedMax1D() const;
 
 private:
-    /// A table that this container has allocated, and the size it was given: `size3D` and `size1D`
-    /// may have changed since.
+    /// A table that this container has allocated and still holds, and the size it was given:
+    /// `size3D` and `size1D` may have changed since.
     template <typename Table>
     struct Allocation {
         Table table = nullptr;

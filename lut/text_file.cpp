@@ -16,9 +16,19 @@ bool isPipe(const QString& path) {
 
 } // namespace
 
-TextFile::TextFile(const QString& path, QString& error)
+TextFile TextFile::forLattice(const QString& path, const Read_LUTFile& lut, QString& error) {
+    return TextFile(path, error, lut.size3D > 0 && !lut.hasTable3D());
+}
+
+TextFile TextFile::forCurve(const QString& path, const Read_LUTFile& lut, QString& error) {
+    return TextFile(path, error, lut.size1D > 0 && !lut.hasTable1D());
+}
+
+TextFile::TextFile(const QString& path, QString& error, bool tableIsMissing)
     : m_file(path), m_error(error), m_block(new char[BlockSize]) {
-    if (isPipe(path)) {
+    if (tableIsMissing) {
+        m_error = QStringLiteral("the table was not read");
+    } else if (isPipe(path)) {
         m_error = QStringLiteral("is a pipe, expected a file");
     } else if (!m_file.open(QIODevice::WriteOnly | QIODevice::Text | QIODevice::Unbuffered)) {
         m_error = m_file.errorString();

@@ -23,7 +23,12 @@ class TextFile {
 public:
     /// Creates or empties the file. A pipe is not opened. \a error is set where that or a write
     /// fails, at the latest when the object goes.
-    TextFile(const QString& path, QString& error);
+    TextFile(const QString& path, QString& error) : TextFile(path, error, false) {}
+    /// The same for the table of a container. With only its size there, as after a probe, nothing
+    /// is opened either.
+    static TextFile forLattice(const QString& path, const Read_LUTFile& lut, QString& error);
+    static TextFile forCurve(const QString& path, const Read_LUTFile& lut, QString& error);
+
     ~TextFile();
     TextFile(const TextFile&) = delete;
     TextFile& operator=(const TextFile&) = delete;
@@ -61,6 +66,8 @@ public:
     void text(std::string_view sep) { *this << sep; }
 
 private:
+    TextFile(const QString& path, QString& error, bool tableIsMissing);
+
     static constexpr std::size_t BlockSize = std::size_t{256} * 1024;
 
     static char* alignRight(char* from, const char* end, std::ptrdiff_t width);

@@ -8,16 +8,6 @@
 #include <algorithm>
 #include <new>
 
-namespace {
-
-/// Not so for a container that was only probed. Without a size none is needed.
-bool hasItsTable(const Read_LUTFile& lut, tintwell::TableKind kind) {
-    return kind == tintwell::TableKind::ThreeD ? lut.size3D <= 0 || lut.data3D != nullptr
-                                               : lut.size1D <= 0 || lut.data1D != nullptr;
-}
-
-} // namespace
-
 Write_LUTFile::Write_LUTFile(QObject* parent) : QObject(parent) {}
 
 bool Write_LUTFile::WriteFile(LUTFILE_ST st, Read_LUTFile& lut) try {
@@ -30,10 +20,6 @@ bool Write_LUTFile::WriteFile(LUTFILE_ST st, Read_LUTFile& lut) try {
     const tintwell::Format* const format = tintwell::formatOf(st.formatCode);
     if (format == nullptr || format->write == nullptr) {
         lastError = QStringLiteral("no writer has the format code %1").arg(st.formatCode);
-        return false;
-    }
-    if (!hasItsTable(lut, format->kind)) {
-        lastError = QStringLiteral("the table was not read");
         return false;
     }
     return (this->*format->write)(st.path, lut);
