@@ -3,6 +3,7 @@
 #include "calc/look_up_image.h"
 #include "cli/output.h"
 #include "cli/report.h"
+#include "lut/image_file.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -15,10 +16,6 @@ namespace {
 
 /// A header of a few bytes can claim any size; this many pixels take 4 GiB at 16 bits a channel.
 constexpr std::int64_t MaxPixels = std::int64_t{1} << 29;
-
-std::int64_t pixelsOf(const QSize& size) {
-    return std::int64_t{size.width()} * size.height();
-}
 
 QImage refuse(const QString& path, const QString& why) {
     cli::reportFile(path, why);
@@ -92,22 +89,18 @@ std::optional<int> cli::begin(CommandLine& line, const QStringList& arguments, i
 }
 
 QImage cli::loadImage(const QString& path) {
-    const QFileInfo info(path);
-    if (info.exists() && !info.isFile()) { // pipes may never end
-        return refuse(path, QStringLiteral("is no regular file"));
+    const tintwell::ImageFile image =
+        tintwell::readImage(path, MaxPixels, tintwell::Orientation::Upright);
+    if (!image.error.isEmpty()) {
+        return refuse(path, image.error);
     }
-    QImageReader reader(path);
-    reader.setDecideFormatFromContent(true);
-    reader.setAutoTransform(true);
-    const QSize claimed = reader.size();
-    if (pixelsOf(claimed) > MaxPixels) {
+    if (image.pixels.isNull()) {
         return refuse(path, QStringLiteral("found %1 x %2 pixels, expected at most %3 of them")
-                                .arg(claimed.width())
-                                .arg(claimed.height())
+                                .arg(image.size.width())
+                                .arg(image.size.height())
                                 .arg(MaxPixels));
     }
-    const QImage image = reader.read();
-    return image.isNull() ? refuse(path, reader.errorString()) : image;
+    return image.pixels;
 }
 
 bool cli::saveImage(const ImageJob& job, const QImage& image) {

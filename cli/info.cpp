@@ -3,17 +3,19 @@
 #include "calc/lattice_axis.h"
 #include "cli/command.h"
 #include "cli/files.h"
+#include "cli/printable.h"
 #include "cli/range.h"
 #include "cli/report.h"
 #include "cli/shape.h"
 #include "cli/standard_output.h"
-#include "formats/text/line_source.h"
+#include "lut/bounded_read.h"
 #include "lut/catalogue.h"
 #include "lut/lattice.h"
 
 #include <QJsonArray>
 #include <QJsonObject>
 #include <QRegularExpression>
+#include <QTextStream>
 
 #include <algorithm>
 #include <array>
@@ -21,7 +23,6 @@
 #include <cstdio>
 #include <limits>
 #include <optional>
-#include <string_view>
 #include <vector>
 
 namespace {
@@ -120,19 +121,25 @@ bool hasWords(const QString& text) {
     return std::any_of(parts.begin(), parts.end(), isWord);
 }
 
-/// The lines of a text file before its samples: titles, comments, keywords.
+/// The lines of a text file before its samples: titles, comments, keywords. Only the front of the
+/// file is looked at.
 QStringList headerOf(const QString& path) {
+    constexpr int longestHead = 1 << 14;
     constexpr int enough = 12;
     constexpr int longest = 100;
+    QString error;
+    QByteArray head = tintwell::readHead(path, longestHead, error).value_or(QByteArray());
+    if (head.size() == longestHead) {
+        head.truncate(head.lastIndexOf('\n')); // which may have cut a line
+    }
+    QTextStream lines(head.replace("\r", ""));
+    lines.setCodec("UTF-8");
     QStringList header;
-    tintwell::LineSource lines(path);
-    while (lines.isOpen() && !lines.atEnd() && header.size() < enough) {
-        const std::string_view line = lines.next();
-        const QString words =
-            QString::fromUtf8(line.data(), static_cast<int>(line.size())).left(longest);
-        if (hasWords(words) && isPlain(words)) {
-            header += words;
-        } else if (!words.isEmpty() && !words.startsWith(QLatin1Char('#'))) {
+    while (!lines.atEnd() && header.size() < enough) {
+        const QString line = lines.readLine().trimmed().left(longest);
+        if (hasWords(line) && isPlain(line)) {
+            header += line;
+        } else if (!line.isEmpty() && !line.startsWith(QLatin1Char('#'))) {
             break;
         }
     }
@@ -199,7 +206,7 @@ QString ordersText(const Facts& facts) {
 }
 
 void printRow(const char* name, const QString& value) {
-    std::printf("  %-9s %s\n", name, qUtf8Printable(value));
+    std::printf("  %-9s %s\n", name, qUtf8Printable(cli::printable(value)));
 }
 
 void printRows(const char* name, const QStringList& values) {
@@ -239,7 +246,7 @@ void printTable(const TableFacts& table, const tintwell::Format& format) {
 
 void print(const Facts& facts) {
     const tintwell::Format& format = *tintwell::formatOf(facts.code);
-    std::printf("%s\n", qUtf8Printable(facts.path));
+    std::printf("%s\n", qUtf8Printable(cli::printable(facts.path)));
     printRow("format", QStringLiteral("%1 (%2)").arg(QLatin1String(format.name),
                                                      QString::fromUtf8(format.label)));
     for (const TableFacts& table : facts.tables) {

@@ -1,5 +1,7 @@
 #include "cli/report.h"
 
+#include "cli/printable.h"
+
 #include <cstdio>
 
 #include <unistd.h>
@@ -18,21 +20,10 @@ void print(const QString& line, const char* end) {
     std::fprintf(stderr, "%s%s%s", onTerminal() ? "\r\033[K" : "", qUtf8Printable(line), end);
 }
 
-/// File names and what files hold could move the cursor or feign lines.
-QString withoutControls(const QString& text) {
-    QString plain;
-    for (const QChar c : text) {
-        plain += c.category() == QChar::Other_Control
-                     ? QStringLiteral("\\x%1").arg(c.unicode(), 2, 16, QLatin1Char('0'))
-                     : QString(c);
-    }
-    return plain;
-}
-
 } // namespace
 
 void report(const QString& what) {
-    print(QStringLiteral("tintwell-cli: ") + withoutControls(what), "\n");
+    print(QStringLiteral("tintwell-cli: ") + printable(what), "\n");
 }
 
 void reportFile(const QString& path, const QString& what) {

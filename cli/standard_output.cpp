@@ -1,10 +1,13 @@
 #include "cli/standard_output.h"
 
 #include "cli/command.h"
+#include "cli/printable.h"
 #include "cli/report.h"
 
 #include <QJsonDocument>
+#include <QStringList>
 
+#include <algorithm>
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
@@ -12,7 +15,9 @@
 namespace cli {
 
 void printJson(const QJsonArray& array) {
-    const QByteArray text = QJsonDocument(array).toJson();
+    QStringList lines = QString::fromUtf8(QJsonDocument(array).toJson()).split(QLatin1Char('\n'));
+    std::transform(lines.begin(), lines.end(), lines.begin(), printable);
+    const QByteArray text = lines.join(QLatin1Char('\n')).toUtf8();
     std::fwrite(text.constData(), 1, static_cast<std::size_t>(text.size()), stdout);
 }
 

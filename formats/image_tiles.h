@@ -1,26 +1,21 @@
 #pragma once
 
+#include "lut/image_file.h"
+
 #include <QImage>
-#include <QSize>
 #include <QString>
 
 class Read_LUTFile;
 
 namespace tintwell {
 
-/// An image that may hold a 3D table as square tiles.
-struct TileImage {
-    QSize size;    ///< 0 x 0 for what cannot be loaded as an image
-    QImage pixels; ///< null for an image larger than any table
-    QString error; ///< why it could not be loaded
-};
-
-/// Loads an image of any type that the toolkit knows.
-TileImage loadTileImage(const QString& path);
+/// Reads an image that may hold a 3D table as square tiles: one of more pixels than the largest
+/// lattice has points is not decoded.
+ImageFile readTiles(const QString& path);
 
 /// Sets the container's `lastError` to what the image is and what it should be. Returns false, for
 /// a reader to return.
-bool failWithImage(Read_LUTFile& lut, const TileImage& image, const char* expected);
+bool failWithImage(Read_LUTFile& lut, const ImageFile& image, const char* expected);
 
 /// Gives a container the 3D table of `size3D` whose sample (i, j, k) is the pixel at row j and
 /// column k of tile i. Tiles are `size3D` pixels a side and run left to right, \a tilesPerRow of

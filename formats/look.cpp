@@ -18,11 +18,12 @@
 #include "formats/hex_float.h"
 #include "formats/tables.h"
 #include "formats/text/xml_document.h"
+#include "lut/bounded_read.h"
 #include "lut/lattice.h"
 #include "lut/read_lutfile.h"
 #include "lut/trace.h"
 
-#include <QFile>
+#include <QByteArray>
 #include <QXmlStreamReader>
 
 #include <algorithm>
@@ -31,7 +32,6 @@
 #include <string>
 #include <utility>
 
-using tintwell::LineSource;
 using tintwell::Triple;
 
 namespace {
@@ -53,13 +53,13 @@ struct HexTable {
     }
 };
 
-/// The file's whole text; none, with an error, for what is no file, and for one too large.
+/// The file's bytes as the toolkit reads a text: without carriage returns.
 std::optional<QByteArray> contentOf(const QString& path, QString& error) {
-    QFile file(path);
-    if (!tintwell::openToRead(file, QIODevice::Text, LineSource::MaxFileSize, error)) {
-        return std::nullopt;
+    std::optional<QByteArray> content = tintwell::readBounded(path, error);
+    if (content) {
+        content->replace(QByteArrayLiteral("\r"), QByteArray());
     }
-    return file.readAll();
+    return content;
 }
 
 int readSize(QXmlStreamReader& xml) {

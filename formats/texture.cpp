@@ -35,7 +35,7 @@ int tilesPerRow(const QSize& image) {
 } // namespace
 
 bool Read_LUTFile::Read_Texture(QString path, bool probe) {
-    const tintwell::TileImage image = tintwell::loadTileImage(path);
+    const tintwell::ImageFile image = tintwell::readTiles(path);
     const int tiles = tilesPerRow(image.size);
     if (tiles == 0) {
         return failWithImage(*this, image, "64 x 64, 512 x 512 or 4096 x 4096");

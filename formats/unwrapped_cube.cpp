@@ -11,7 +11,7 @@
 #include "lut/read_lutfile.h"
 
 bool Read_LUTFile::Read_IUC(QString path, bool probe) {
-    const tintwell::TileImage image = tintwell::loadTileImage(path);
+    const tintwell::ImageFile image = tintwell::readTiles(path);
     const qint64 height = image.size.height();
     lastError = image.error;
     if (image.size.width() != height * height) {

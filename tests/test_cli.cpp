@@ -207,7 +207,7 @@ private Q_SLOTS:
             QTest::newRow(name) << QString(arguments) << 1 << QString(message);
         };
         failed("missing", "convert %/none.cube %/o.cube", "%/none.cube: No such file or directory");
-        failed("folder in", "info --from cube %", "%: is no regular file");
+        failed("folder in", "info --from cube %", "%: is a folder, expected a file");
         failed("short", "info %/short.cube",
                "%/short.cube:7: the file ends after 6 samples, expected 8");
         failed("too short", "info %/tiny.cube",
@@ -223,7 +223,8 @@ private Q_SLOTS:
         failed("empty", "info %/empty.cube", "%/empty.cube: found no table, expected .cube");
         failed("a sample too many", "info %/long.nvx1d",
                "%/long.nvx1d:4: found \"2 2 2\", expected nothing behind 2 samples");
-        failed("no image", "info %/noise.png", "%/noise.png: Unsupported image format");
+        failed("no image", "info %/noise.png",
+               "%/noise.png: is not an image of the types png bmp tif tiff jpg jpeg");
         failed("bad hex", "info %/hex.look",
                "%/hex.look:3: found 2 characters or less, expected the 192 hexadecimal digits of 8 "
                "samples");
@@ -772,10 +773,16 @@ private Q_SLOTS:
                  QString("tintwell-cli: standard output: not written: No space left on device\n"));
     }
 
-    void errorsStayOnTheirLine() {
-        const Outcome outcome = run({"info", path("a\n\033[2Jb.cube")});
-        QCOMPARE(outcome.errors, QString("tintwell-cli: %1: No such file or directory\n")
-                                     .arg(path("a\\x0a\\x1b[2Jb.cube")));
+    void namesMoveNoCursor() {
+        const QString name = QString::fromUtf8("a\n\033[2J\u202Eb.cube");
+        const QString shown = "a\\u000a\\u001b[2J\\u202eb.cube";
+        QCOMPARE(run({"info", path(name)}).errors,
+                 QString("tintwell-cli: %1: No such file or directory\n").arg(path(shown)));
+        m_folder.file(name, "LUT_3D_SIZE 1\n0 0 0\n");
+        QCOMPARE(run({"info", path(name)}).output.split('\n').first(), path(shown));
+        const QString json = run({"info", "--json", path(name)}).output;
+        QVERIFY(!json.contains(QChar(0x202E)));
+        QCOMPARE(QJsonDocument::fromJson(json.toUtf8())[0]["path"].toString(), path(name));
     }
 
     void tracesWhenAsked() {

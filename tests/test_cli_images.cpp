@@ -276,7 +276,7 @@ private Q_SLOTS:
                                           m_folder.content(QStringLiteral("good.png")).chopped(20));
         row("image cut short", {apply, lut, cut, out}, 1, cut + ": ");
         row("folder for an image", {apply, lut, m_folder.path(QString()), out}, 1,
-            ": is no regular file");
+            ": is a folder, expected a file");
         row("broken table", {apply, broken, image, out}, 1, broken + ":");
         row("no folder to write into", {apply, lut, image, gone + "/out.png"}, 1, gone);
         row("existing output", {apply, lut, image, image}, 1, image + ": ");

@@ -1,3 +1,4 @@
+#include "lut/bounded_read.h"
 #include "lut/catalogue.h"
 #include "samples.h"
 
@@ -117,7 +118,7 @@ class TestHostile : public QObject {
 
     samples::Folder m_folder;
 
-    /// Paths that lead to no regular file.
+    /// Paths that do not lead to a regular file.
     QStringList oddPaths() const {
         const QString fifo = m_folder.path(QStringLiteral("fifo"));
         const QString dangling = m_folder.path(QStringLiteral("dangling"));
@@ -245,7 +246,9 @@ private Q_SLOTS:
 
     void oddPathsAreNotRead() {
         QStringList paths = oddPaths();
-        paths << QStringLiteral("/dev/zero");
+        const QString kernelLog = m_folder.path(QStringLiteral("kernel-log")); // waits for more
+        QFile::link(QStringLiteral("/proc/kmsg"), kernelLog);
+        paths << QStringLiteral("/dev/zero") << kernelLog;
         for (const QString& path : paths) {
             for (int code = 0; code < formatCount; ++code) {
                 Read_LUTFile lut(nullptr);
@@ -254,6 +257,13 @@ private Q_SLOTS:
                 QVERIFY(lut.data3D == nullptr && lut.data1D == nullptr);
             }
         }
+    }
+
+    void filesThatClaimToBeEmpty() {
+        const QString link = m_folder.path(QStringLiteral("status"));
+        QFile::link(QStringLiteral("/proc/self/status"), link);
+        QString error;
+        QVERIFY(tintwell::readBounded(link, error).value().startsWith("Name:"));
     }
 
     void oddPathsAreNotWritten() {

@@ -127,6 +127,8 @@ private Q_SLOTS:
 
     /// An image of no pixels has the shape of a strip, but not that of a texture.
     void whatIsNoImage() {
+        const QByteArray blankXpm = "/* XPM */\nstatic char *a[] = {\"64 64 1 1\",\"a c black\"," +
+                                    ("\"" + QByteArray(64, 'a') + "\",").repeated(64) + "};";
         saved(picture(64, 64));
         const QByteArray png = m_folder.content(QStringLiteral("in.png"));
         const QString pipe = m_folder.path(QStringLiteral("pipe.png"));
@@ -134,7 +136,10 @@ private Q_SLOTS:
         for (const QString& path :
              {m_folder.file(QStringLiteral("empty.png"), ""),
               m_folder.file(QStringLiteral("cut.png"), png.left(png.size() / 2)),
-              m_folder.file(QStringLiteral("text.png"), "text"), pipe}) {
+              m_folder.file(QStringLiteral("text.png"), "text"),
+              m_folder.file(QStringLiteral("svg.png"),
+                            "<svg xmlns='http://www.w3.org/2000/svg' width='64' height='64'/>"),
+              m_folder.file(QStringLiteral("xpm.png"), blankXpm), pipe}) {
             for (const bool probe : {true, false}) {
                 Read_LUTFile lut(nullptr);
                 QVERIFY(!lut.ReadFile(samples::request(path, texture), probe));

@@ -2,14 +2,16 @@
 
 #include "formats/text/decimal.h"
 #include "formats/text/words.h"
+#include "lut/bounded_read.h"
 #include "lut/trace.h"
 
-#include <QFileInfo>
 #include <QTextCodec>
 
 #include <algorithm>
-#include <cstdlib>
 #include <cstring>
+#include <new>
+#include <optional>
+#include <utility>
 
 namespace tintwell {
 
@@ -53,86 +55,48 @@ bool isWellFormed(const QByteArray& bytes, const QTextCodec& codec) {
     return state.invalidChars == 0 && state.remainingChars == 0;
 }
 
-QString tooLargeForMemory() {
-    return QStringLiteral("the file is too large for the memory");
-}
-
 } // namespace
 
-bool openToRead(QFile& file, QIODevice::OpenMode mode, std::int64_t largest, QString& error) {
-    const QFileInfo info(file);
-    if (info.exists() && !info.isFile()) {
-        error = QStringLiteral("is no regular file");
-    } else if (!file.open(QIODevice::ReadOnly | mode)) {
-        error = file.errorString();
-    } else if (file.size() > largest) {
-        error = QStringLiteral("found %1 bytes, expected at most %2").arg(file.size()).arg(largest);
-    } else {
-        return true;
-    }
-    return false;
-}
-
-void LineSource::Free::operator()(char* text) const {
-    std::free(text);
-}
-
-/// Room for a text of that size and what normalise() adds. Left uninitialised: clearing a large
-/// block costs as much as reading it.
-LineSource::Text LineSource::allocated(std::int64_t size) {
-    constexpr std::int64_t lineFeed = 1;
-    return Text(
-        static_cast<char*>(std::malloc(static_cast<std::size_t>(size + lineFeed + Padding))));
-}
-
-LineSource::LineSource(const QString& path) {
+LineSource::LineSource(const QString& path) try {
     if (!read(path)) {
         return;
     }
     qCDebug(formatTrace) << "file:-----" << path;
-    m_open = normalise();
+    normalise();
+    m_open = true;
     rewind();
+} catch (const std::bad_alloc&) {
+    m_error = QStringLiteral("the file is too large for the memory");
 }
 
 bool LineSource::read(const QString& path) {
-    QFile file(path);
-    if (!openToRead(file, QIODevice::Unbuffered, MaxFileSize, m_error)) {
+    std::optional<QByteArray> content = readBounded(path, m_error);
+    if (!content) {
         return false;
     }
-    const qint64 size = file.size();
-    m_text = allocated(size);
-    if (m_text == nullptr) {
-        m_error = tooLargeForMemory();
-        return false;
-    }
-    m_start = m_text.get();
-    qint64 used = 0;
-    while (used < size) {
-        const qint64 count = file.read(m_start + used, size - used);
-        if (count < 0) {
-            m_error = file.errorString();
-            return false;
-        }
-        if (count == 0) {
-            break; // the file shrank meanwhile
-        }
-        used += count;
-    }
-    m_end = m_start + used;
+    const int size = content->size();
+    adopt(std::move(*content), size);
     return true;
 }
 
-bool LineSource::normalise() {
+void LineSource::adopt(QByteArray text, std::ptrdiff_t size) {
+    constexpr int lineFeed = 1;
+    m_text = std::move(text);
+    m_text.resize(static_cast<int>(size) + lineFeed + Padding);
+    m_start = m_text.data();
+    m_end = m_start + size;
+}
+
+void LineSource::normalise() {
     const bool hasBytes = m_end != m_start;
-    if (!isAscii(m_start, m_end) && !convertToUtf8()) {
-        return false;
+    if (!isAscii(m_start, m_end)) {
+        convertToUtf8();
     }
     removeReturns();
     if (hasBytes && m_end == m_start) {
         *m_end++ = '\n'; // the toolkit does not foresee that nothing will come of the bytes
     }
     std::fill_n(m_end, Padding, '\0');
-    return true;
 }
 
 void LineSource::removeReturns() {
@@ -141,32 +105,26 @@ void LineSource::removeReturns() {
     }
 }
 
-bool LineSource::convertToUtf8() {
+void LineSource::convertToUtf8() {
     const auto size = static_cast<int>(m_end - m_start);
     const QByteArray bytes = QByteArray::fromRawData(m_start, size);
     QTextCodec* const utf8 = QTextCodec::codecForName("UTF-8");
     const QTextCodec* const codec = QTextCodec::codecForUtfText(bytes, utf8);
     if (codec->mibEnum() == utf8->mibEnum() && isWellFormed(bytes, *codec)) {
         m_start += bytes.startsWith(byteOrderMark) ? std::strlen(byteOrderMark) : 0;
-        return true;
+        return;
     }
-    constexpr std::int64_t growth = 3; // at most: a stray byte becomes a replacement character
-    Text text = allocated(growth * size);
-    if (text == nullptr) {
-        m_error = tooLargeForMemory();
-        return false;
-    }
-    char* end = text.get();
+    constexpr int growth = 3; // at most: a stray byte becomes a replacement character
+    QByteArray text(growth * size, Qt::Uninitialized);
+    char* end = text.data();
     QTextCodec::ConverterState decoder;
     QTextCodec::ConverterState encoder(QTextCodec::IgnoreHeader);
     decode(bytes, *codec, decoder, [&](const QString& piece) {
         const QByteArray encoded = utf8->fromUnicode(piece.constData(), piece.size(), &encoder);
         end = std::copy(encoded.begin(), encoded.end(), end);
     });
-    m_text = std::move(text);
-    m_start = m_text.get();
-    m_end = end;
-    return true;
+    const std::ptrdiff_t length = end - text.constData();
+    adopt(std::move(text), length);
 }
 
 std::string_view LineSource::next() {

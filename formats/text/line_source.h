@@ -2,19 +2,14 @@
 
 #include "formats/text/decimal.h"
 
-#include <QFile>
+#include <QByteArray>
 #include <QString>
 
 #include <array>
 #include <cstdint>
-#include <memory>
 #include <string_view>
 
 namespace tintwell {
-
-/// Opens a regular file of at most \a largest bytes to read: devices and pipes may never end.
-/// False, with the reason in \a error, for anything else.
-bool openToRead(QFile& file, QIODevice::OpenMode mode, std::int64_t largest, QString& error);
 
 /// The lines of a text file, trimmed of surrounding white space.
 ///
@@ -24,9 +19,6 @@ bool openToRead(QFile& file, QIODevice::OpenMode mode, std::int64_t largest, QSt
 /// long as their source.
 class LineSource {
 public:
-    /// The largest file that is read, in bytes.
-    static constexpr std::int64_t MaxFileSize = std::int64_t{1} << 29;
-
     /// Opens and reads a regular file, and puts its path into the trace.
     explicit LineSource(const QString& path);
 
@@ -55,23 +47,19 @@ public:
     bool canHold(std::int64_t lines) const;
 
 private:
-    struct Free {
-        void operator()(char* text) const;
-    };
-    using Text = std::unique_ptr<char, Free>;
+    /// NULs after the text, to be looked at by whoever takes several characters at a time.
+    static constexpr int Padding = 4;
 
-    /// NULs behind the text, to be looked at by whoever takes several characters at a time.
-    static constexpr std::int64_t Padding = 4;
-
-    static Text allocated(std::int64_t size);
     bool read(const QString& path);
+    /// Makes a text of so many bytes the one to be read, with room for what normalise() adds.
+    void adopt(QByteArray text, std::ptrdiff_t size);
     /// Where the line that next() gave begins.
     const char* currentLine() const;
-    bool normalise();
+    void normalise();
     void removeReturns();
-    bool convertToUtf8();
+    void convertToUtf8();
 
-    Text m_text;
+    QByteArray m_text;
     char* m_start = nullptr;
     char* m_end = nullptr;
     const char* m_next = nullptr;
