@@ -157,15 +157,18 @@ bool LineSource::convertToUtf8() {
         return false;
     }
     char* end = text.get();
+    std::int64_t characters = 0;
     QTextCodec::ConverterState decoder;
     QTextCodec::ConverterState encoder(QTextCodec::IgnoreHeader);
     decode(bytes, *codec, decoder, [&](const QString& piece) {
         const QByteArray encoded = utf8->fromUnicode(piece.constData(), piece.size(), &encoder);
         end = std::copy(encoded.begin(), encoded.end(), end);
+        characters += piece.size();
     });
     m_text = std::move(text);
     m_start = m_text.get();
     m_end = end;
+    m_growth = m_end - m_start - characters;
     return true;
 }
 
@@ -217,8 +220,9 @@ QString LineSource::currentText() const {
 }
 
 bool LineSource::canHold(std::int64_t lines) const {
-    // A number and a line feed each; the last line may lack, and the one before it its line feed.
-    return m_end - m_start >= 2 * (lines - 1) - 1;
+    // A number and a line feed each; the last line may be missing, and the line feed before it. A
+    // character of the file must not count for the bytes that its replacement takes.
+    return m_end - m_start - m_growth >= 2 * (lines - 1) - 1;
 }
 
 } // namespace tintwell
