@@ -45,7 +45,7 @@ struct CubeHeader {
 enum class LineKind { Keyword, BadSize, Data };
 
 bool isComment(std::string_view line) {
-    return line.front() == '#' || line.front() == 'x';
+    return tintwell::startsWith(line, "#") || tintwell::startsWith(line, "x");
 }
 
 LineKind takeSize(std::string_view line, std::string_view keyword, int& size) {
