@@ -175,6 +175,9 @@ bool Read_LUTFile::Read_Cube(QString path, bool probe) {
     const Walk lattice = fillLattice(*this, lines, sample, takeSample);
     if (lattice != Walk::Complete) {
         resetDomainMax3D();
+        if (lattice == Walk::LacksLast) {
+            resetDomainMax1D();
+        }
         return lattice == Walk::LacksLast;
     }
 
@@ -183,8 +186,8 @@ bool Read_LUTFile::Read_Cube(QString path, bool probe) {
     };
     const Walk entries = fillCurve(*this, lines, sample, takeEntry);
     resetDomainMax1D();
-    if (entries != Walk::Complete) {
-        return entries == Walk::LacksLast;
+    if (entries == Walk::Short) {
+        return false;
     }
     resetDomainMax3D();
     return true;
