@@ -72,13 +72,20 @@ void readShaper(LineSource& lines, float& min, float& max) {
     max = tintwell::toFloat(last);
 }
 
-void readSize3D(LineSource& lines, int& size) {
+void readSize3D(LineSource& lines, Read_LUTFile& lut) {
     int i = 0;
     int j = 0;
     int k = 0;
     if (scan(nextOfWords(lines, [](std::size_t count) { return count == 3; }), i, j, k) == 3 &&
         i == j && j == k) {
-        size = i;
+        lut.setSize3D(i);
+    }
+}
+
+void readSize1D(LineSource& lines, Read_LUTFile& lut) {
+    int size = 0;
+    if (scan(nextOfWords(lines, [](std::size_t count) { return count == 1; }), size) == 1) {
+        lut.setSize1D(size);
     }
 }
 
@@ -134,9 +141,9 @@ bool Read_LUTFile::Read_Csp(QString path, bool probe) {
                    (is3D ? domainMax3D : domainMax1D)[channel]);
     }
     if (is3D) {
-        readSize3D(lines, size3D);
+        readSize3D(lines, *this);
     } else {
-        scan(nextOfWords(lines, [](std::size_t count) { return count == 1; }), size1D);
+        readSize1D(lines, *this);
     }
     if (probe) {
         resetDomainMax1D();

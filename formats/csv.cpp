@@ -59,7 +59,7 @@ bool Read_LUTFile::Read_Csv(QString path, bool probe) {
     }
     applyDefaultOrder(true, true);
     Entry entry;
-    size1D = countEntries(lines, entry);
+    setSize1D(countEntries(lines, entry));
     tintwell::setDomain(domainMax1D, fullScale(entry.code));
     if (probe) {
         return size1D >= leastEntries ||

@@ -27,7 +27,6 @@ using tintwell::cubeRoot;
 using tintwell::holds;
 using tintwell::LineSource;
 using tintwell::scan;
-using tintwell::setDomain;
 using tintwell::Triple;
 using tintwell::Walk;
 using tintwell::without;
@@ -45,11 +44,10 @@ struct CubeHeader {
 enum class LineKind { Keyword, BadSize, Data };
 
 bool isComment(std::string_view line) {
-    return line.front() == '#' || line.front() == 'x';
+    return tintwell::startsWith(line, "#") || tintwell::startsWith(line, "x");
 }
 
-LineKind takeSize(std::string_view line, std::string_view keyword, int& size) {
-    size = tintwell::toInt(without(line, keyword));
+LineKind kindOfSize(int size) {
     return size < 1 ? LineKind::BadSize : LineKind::Keyword;
 }
 
@@ -59,9 +57,7 @@ LineKind takeTriple(std::string_view line, std::string_view keyword, float (&cha
 }
 
 LineKind takeInputRange(std::string_view line, Read_LUTFile& lut) {
-    scan(without(line, "LUT_1D_INPUT_RANGE "), lut.domainMin1D[0], lut.domainMax1D[0]);
-    setDomain(lut.domainMin1D, lut.domainMin1D[0]);
-    setDomain(lut.domainMax1D, lut.domainMax1D[0]);
+    tintwell::takeRange(without(line, "LUT_1D_INPUT_RANGE "), lut.domainMin1D, lut.domainMax1D);
     return LineKind::Keyword;
 }
 
@@ -76,7 +72,8 @@ LineKind takeMesh(std::string_view line, Read_LUTFile& lut, CubeHeader& header) 
 LineKind takeLine(std::string_view line, Read_LUTFile& lut, CubeHeader& header) {
     header.hasMeshWord = header.hasMeshWord || holds(line, "MESH");
     if (holds(line, "LUT_3D_SIZE")) {
-        return takeSize(line, "LUT_3D_SIZE ", lut.size3D);
+        lut.setSize3D(tintwell::toInt(without(line, "LUT_3D_SIZE ")));
+        return kindOfSize(lut.size3D);
     }
     if (holds(line, "TITLE")) {
         return LineKind::Keyword;
@@ -88,7 +85,8 @@ LineKind takeLine(std::string_view line, Read_LUTFile& lut, CubeHeader& header) 
         return takeTriple(line, "DOMAIN_MAX ", lut.domainMax3D);
     }
     if (holds(line, "LUT_1D_SIZE")) {
-        return takeSize(line, "LUT_1D_SIZE ", lut.size1D);
+        lut.setSize1D(tintwell::toInt(without(line, "LUT_1D_SIZE ")));
+        return kindOfSize(lut.size1D);
     }
     if (holds(line, "LUT_1D_INPUT_RANGE")) {
         return takeInputRange(line, lut);
@@ -153,7 +151,7 @@ bool Read_LUTFile::Read_Cube(QString path, bool probe) {
         return false;
     }
     if (size3D == 0 && size1D == 0) {
-        size3D = inferredSize(lines, *this, header);
+        setSize3D(inferredSize(lines, *this, header));
     }
     if (probe) {
         return true;
@@ -175,6 +173,9 @@ bool Read_LUTFile::Read_Cube(QString path, bool probe) {
     const Walk lattice = fillLattice(*this, lines, sample, takeSample);
     if (lattice != Walk::Complete) {
         resetDomainMax3D();
+        if (lattice == Walk::LacksLast) {
+            resetDomainMax1D();
+        }
         return lattice == Walk::LacksLast;
     }
 
@@ -183,8 +184,8 @@ bool Read_LUTFile::Read_Cube(QString path, bool probe) {
     };
     const Walk entries = fillCurve(*this, lines, sample, takeEntry);
     resetDomainMax1D();
-    if (entries != Walk::Complete) {
-        return entries == Walk::LacksLast;
+    if (entries == Walk::Short) {
+        return false;
     }
     resetDomainMax3D();
     return true;

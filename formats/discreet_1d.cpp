@@ -18,6 +18,7 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <optional>
 #include <string_view>
 
 using tintwell::LineSource;
@@ -39,8 +40,8 @@ bool isPassedOver(std::string_view line) {
     return true;
 }
 
-/// Reads up to the "LUT:" line. Leaves \a size alone when there is none of three channels.
-void readSize(LineSource& lines, int& size) {
+/// Reads up to the "LUT:" line. No size when there is none, or not one of three channels.
+std::optional<int> readSize(LineSource& lines) {
     while (!lines.atEnd()) {
         const std::string_view line = lines.next();
         if (isPassedOver(line) || !startsWith(line, "LUT:")) {
@@ -49,11 +50,9 @@ void readSize(LineSource& lines, int& size) {
         int channels = 0;
         int count = 0;
         scan(tintwell::without(line, "LUT:"), channels, count);
-        if (channels == 3) {
-            size = count;
-        }
-        return;
+        return channels == 3 ? std::make_optional(count) : std::nullopt;
     }
+    return std::nullopt;
 }
 
 /// White space does not part a number: "1 023" is 1023.
@@ -92,8 +91,12 @@ bool Read_LUTFile::Read_1dLut_Discreet(QString path, bool probe) {
         return fail(lines.error());
     }
     applyDefaultOrder(true, true);
-    readSize(lines, size1D);
-    if (probe || size1D < 1) {
+    const std::optional<int> size = readSize(lines);
+    if (size) {
+        setSize1D(*size);
+    }
+    if (probe || !size || size1D < 1) {
+        resetDomainMax1D();
         return hasSize() || tintwell::failUnsized(*this, "a \"LUT: 3\" line");
     }
     if (!tintwell::allocateCurve(*this, lines, tintwell::Body::MayBeShort)) {

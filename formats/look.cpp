@@ -38,17 +38,17 @@ namespace {
 
 constexpr std::size_t digitsPerSample = 24;
 
-/// A table while the document is read. It is filled in the end: a later size or text replaces it.
+/// What a document tells of a table. It is filled in the end: a later size or text replaces it.
 struct HexTable {
-    int& size;
     int maxSize;
     int dimensions;
     float* domainMax;
     QString& error;
+    std::optional<int> size = {};
     std::string digits = {};
 
     std::size_t samples() const {
-        const auto n = static_cast<std::size_t>(size);
+        const auto n = static_cast<std::size_t>(*size);
         return dimensions == 3 ? n * n * n : n;
     }
 };
@@ -62,14 +62,32 @@ std::optional<QByteArray> contentOf(const QString& path, QString& error) {
     return content;
 }
 
-int readSize(QXmlStreamReader& xml) {
-    QString text = xml.readElementText(QXmlStreamReader::SkipChildElements);
-    return text.remove(QLatin1Char('"')).toInt();
+/// An element's text, without its children's. None where the document breaks off before its end, or
+/// is malformed, or refers to an entity that nobody knows.
+std::optional<QString> readText(QXmlStreamReader& xml) {
+    QString text;
+    while (!xml.atEnd()) {
+        switch (xml.readNext()) {
+        case QXmlStreamReader::Characters:
+            text += xml.text();
+            break;
+        case QXmlStreamReader::StartElement:
+            xml.skipCurrentElement();
+            break;
+        case QXmlStreamReader::EntityReference:
+            xml.raiseError(QStringLiteral("Entity '%1' not declared.").arg(xml.name()));
+            break;
+        case QXmlStreamReader::EndElement:
+            return text;
+        default:
+            break;
+        }
+    }
+    return std::nullopt;
 }
 
-/// At most \a count digits of an element's text, which may have blanks and quotes between them.
-std::string readDigits(QXmlStreamReader& xml, std::size_t count) {
-    const QString text = xml.readElementText(QXmlStreamReader::SkipChildElements);
+/// At most \a count digits of a text, which may have blanks and quotes between them.
+std::string digitsOf(const QString& text, std::size_t count) {
     std::string digits;
     digits.reserve(std::min(count, static_cast<std::size_t>(text.size())));
     for (const QChar c : text) {
@@ -112,15 +130,29 @@ bool failAt(const QXmlStreamReader& xml, HexTable& table, const QString& what) {
     return false;
 }
 
+void takeSize(QXmlStreamReader& xml, HexTable& table) {
+    if (std::optional<QString> text = readText(xml)) {
+        table.size = text->remove(QLatin1Char('"')).toInt();
+        table.digits.clear();
+    }
+}
+
 /// Keeps the digits of a `data` element, if there are any. False for those that do not decode.
 bool takeData(QXmlStreamReader& xml, HexTable& table) {
-    if (table.size > table.maxSize) {
+    if (*table.size > table.maxSize) {
         return failAt(xml, table,
                       QStringLiteral("found a size of %1, expected at most %2")
-                          .arg(table.size)
+                          .arg(*table.size)
                           .arg(table.maxSize));
     }
-    std::string digits = readDigits(xml, table.samples() * digitsPerSample);
+    const std::optional<QString> text = readText(xml);
+    if (!text) {
+        if (table.digits.empty()) { // not a table of zeros, then, but none
+            table.size.reset();
+        }
+        return true;
+    }
+    std::string digits = digitsOf(*text, table.samples() * digitsPerSample);
     if (digits.empty()) {
         return true;
     }
@@ -141,8 +173,7 @@ bool takeData(QXmlStreamReader& xml, HexTable& table) {
 bool readTable(QXmlStreamReader& xml, HexTable& table, bool probe) {
     while (xml.readNextStartElement()) {
         if (xml.name() == QLatin1String("size")) {
-            table.size = readSize(xml);
-            table.digits.clear();
+            takeSize(xml, table);
         } else if (xml.name() == QLatin1String("data") && !probe && table.size > 0) {
             if (!takeData(xml, table)) {
                 return false;
@@ -154,51 +185,49 @@ bool readTable(QXmlStreamReader& xml, HexTable& table, bool probe) {
     return true;
 }
 
-/// Reads up to the end of the document, or of its well-formed part.
-bool readDocument(const QByteArray& content, HexTable& lattice, HexTable& curve, bool probe) {
-    QString document = tintwell::decodedXml(content);
-    if (tintwell::overburdensXmlReader(document)) {
-        lattice.error = QStringLiteral("found a document that would overburden the XML reader");
-        return false;
-    }
-    // The XML reader withholds a text that the file breaks off in until something ends it.
-    document += QLatin1String("<!---->");
-    QXmlStreamReader xml(document);
-    xml.setEntityExpansionLimit(0); // a document's own entities could swell its text beyond measure
-    bool inside = false;
+/// Reads up to the end of the document, or of its well-formed part. Tables may stand at any depth,
+/// but not among shaders or corrections.
+bool readTables(QXmlStreamReader& xml, HexTable& lattice, HexTable& curve, bool probe) {
     while (!xml.atEnd()) {
-        const QXmlStreamReader::TokenType token = xml.readNext();
-        if (token == QXmlStreamReader::DTD && xml.text().contains(QLatin1Char('['))) {
-            // What it declares would burden every element behind it.
-            return failAt(xml, lattice,
-                          QStringLiteral("found a document type with declarations, expected none"));
-        }
-        if (token != QXmlStreamReader::StartElement) {
+        if (xml.readNext() != QXmlStreamReader::StartElement) {
             continue;
         }
-        if (xml.name() == QLatin1String("LUT")) {
-            if (!readTable(xml, lattice, probe)) {
+        const QStringRef name = xml.name();
+        if (name == QLatin1String("LUT") || name == QLatin1String("LUT1D")) {
+            if (!readTable(xml, name == QLatin1String("LUT") ? lattice : curve, probe)) {
                 return false;
             }
-        } else if (xml.name() == QLatin1String("LUT1D")) {
-            if (!readTable(xml, curve, probe)) {
-                return false;
-            }
-        } else if (inside || xml.name() == QLatin1String("shaders") ||
-                   xml.name() == QLatin1String("ASC")) {
+        } else if (name == QLatin1String("shaders") || name == QLatin1String("ASC")) {
             xml.skipCurrentElement();
-        } else {
-            inside = true; // the element that holds all others, whatever its name
         }
     }
     return true;
 }
 
-bool fill3D(Read_LUTFile& lut, const std::string& digits) {
-    if (digits.empty()) {
-        return lut.size3D <= tintwell::MaxEmptySize3D
-                   ? lut.allocate3D()
-                   : lut.fail(QStringLiteral("found no data for a size of %1").arg(lut.size3D));
+bool readDocument(const QByteArray& content, HexTable& lattice, HexTable& curve, bool probe) {
+    const tintwell::XmlDocument document = tintwell::readableXml(content);
+    QXmlStreamReader xml(document.text);
+    if (!readTables(xml, lattice, curve, probe)) {
+        return false;
+    }
+    if (document.isCut && xml.error() == QXmlStreamReader::PrematureEndOfDocumentError) {
+        return failAt(xml, lattice, QStringLiteral("found a tag that would burden the XML reader"));
+    }
+    if (xml.hasError()) { // no fault in itself: what was read before counts
+        failAt(xml, lattice, xml.errorString());
+    }
+    return true;
+}
+
+/// A table without digits is of zeros, which only a small one may be.
+bool mayBeEmpty(Read_LUTFile& lut, const HexTable& table, int largest) {
+    return *table.size <= largest ||
+           lut.fail(QStringLiteral("found no data for a size of %1").arg(*table.size));
+}
+
+bool fill3D(Read_LUTFile& lut, const HexTable& table) {
+    if (table.digits.empty()) {
+        return mayBeEmpty(lut, table, tintwell::MaxEmptySize3D) && lut.allocate3D();
     }
     if (!lut.allocate3D()) {
         return false;
@@ -206,24 +235,22 @@ bool fill3D(Read_LUTFile& lut, const std::string& digits) {
     Triple<float> sample;
     std::size_t n = 0;
     return tintwell::visitLattice(lut.size3D, [&](int i, int j, int k) {
-        decode(digits, n++, sample);
+        decode(table.digits, n++, sample);
         tintwell::store3D(lut, i, j, k, sample);
         return true;
     });
 }
 
-bool fill1D(Read_LUTFile& lut, const std::string& digits) {
-    if (digits.empty()) {
-        return lut.size1D <= tintwell::MaxEmptySize1D
-                   ? lut.allocate1D()
-                   : lut.fail(QStringLiteral("found no data for a length of %1").arg(lut.size1D));
+bool fill1D(Read_LUTFile& lut, const HexTable& table) {
+    if (table.digits.empty()) {
+        return mayBeEmpty(lut, table, tintwell::MaxEmptySize1D) && lut.allocate1D();
     }
     if (!lut.allocate1D()) {
         return false;
     }
     Triple<float> sample;
     for (int n = 0; n < lut.size1D; ++n) {
-        decode(digits, static_cast<std::size_t>(n), sample);
+        decode(table.digits, static_cast<std::size_t>(n), sample);
         tintwell::store1D(lut, n, sample);
     }
     return true;
@@ -239,14 +266,24 @@ bool Read_LUTFile::Read_Look(QString path, bool probe) {
     qCDebug(formatTrace) << "file:-----" << path;
     applyDefaultOrder(true, false);
 
-    HexTable lattice{size3D, MaxSize3D, 3, domainMax3D, lastError};
-    HexTable curve{size1D, MaxSize1D, 1, domainMax1D, lastError};
-    if (!readDocument(*content, lattice, curve, probe)) {
+    HexTable lattice{MaxSize3D, 3, domainMax3D, lastError};
+    HexTable curve{MaxSize1D, 1, domainMax1D, lastError};
+    const bool isRead = readDocument(*content, lattice, curve, probe);
+    if (lattice.size) {
+        setSize3D(*lattice.size);
+    }
+    if (curve.size) {
+        setSize1D(*curve.size);
+    }
+    if (!isRead) {
         return false;
     }
-    const bool filled = probe || ((size3D <= 0 || fill3D(*this, lattice.digits)) &&
-                                  (size1D <= 0 || fill1D(*this, curve.digits)));
+    const bool filled = probe || ((lattice.size.value_or(0) <= 0 || fill3D(*this, lattice)) &&
+                                  (curve.size.value_or(0) <= 0 || fill1D(*this, curve)));
     resetDomainMax1D();
     resetDomainMax3D();
-    return filled && (hasSize() || tintwell::failUnsized(*this, "a LUT element"));
+    if (hasSize() || !lastError.isEmpty()) {
+        return filled && hasSize();
+    }
+    return tintwell::failUnsized(*this, "a LUT element");
 }

@@ -22,6 +22,7 @@
 #include "lut/write_lutfile.h"
 
 #include <cstdint>
+#include <string>
 #include <string_view>
 
 using tintwell::LineSource;
@@ -44,7 +45,7 @@ bool takeCount(std::string_view line, Read_LUTFile& lut) {
     if (scan(withoutBlanks(without(line, "in")), count) == 0) {
         return false;
     }
-    lut.size3D = tintwell::cubeRoot(count);
+    lut.setSize3D(tintwell::cubeRoot(count));
     return true;
 }
 
@@ -90,6 +91,18 @@ bool readHeader(LineSource& lines, Read_LUTFile& lut) {
     return true;
 }
 
+/// Wraps around for a size that no table has.
+std::int64_t cubed(int size) {
+    const auto n = static_cast<std::uint64_t>(size);
+    return static_cast<std::int64_t>(n * n * n);
+}
+
+/// The number of codes up to and with \a scale, which may be the largest 64-bit number.
+std::string codesOf(std::int64_t scale) {
+    return scale < 0 ? std::to_string(scale + 1)
+                     : std::to_string(static_cast<std::uint64_t>(scale) + 1);
+}
+
 /// Neither an empty line nor a comment begins with a number.
 bool takeSample(std::string_view line, Triple<double>& sample) {
     double number = 0;
@@ -119,7 +132,6 @@ bool Write_LUTFile::Write_Mga(QString path, Read_LUTFile& lut) {
     if (!out.isOpen()) {
         return false;
     }
-    const std::int64_t n = lut.size3D;
     out << "#HEADER\n"
         << "#type: 3D cube file\n"
         << "#format: 1.00\n"
@@ -127,12 +139,8 @@ bool Write_LUTFile::Write_Mga(QString path, Read_LUTFile& lut) {
         << "#owner: norvane\n"
         << "#END\n\n"
         << "channel\t3d\n"
-        << "in " << n * n * n << '\n';
-    if (outputScale == 1) {
-        out << "out\t1\n\n";
-    } else {
-        out << "out " << outputScale + 1 << "\n\n";
-    }
+        << "in " << cubed(lut.size3D) << '\n'
+        << (outputScale == 1 ? "out\t1" : "out " + codesOf(outputScale)) << "\n\n";
     out << "format lut\n\n"
         << "values\tred\tgreen\tblue\n";
 

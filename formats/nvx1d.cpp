@@ -27,9 +27,12 @@ bool Read_LUTFile::Read_NVX1D(QString path, bool probe) {
         return fail(lines.error());
     }
     applyDefaultOrder(true, true);
-    tintwell::readNvxHeader(lines, domainMin1D, domainMax1D, size1D);
-    if (probe || size1D < 1) {
-        return size1D >= 1 || tintwell::failUnsized(*this, "a Length line");
+    const int length = tintwell::readNvxHeader(lines, domainMin1D, domainMax1D);
+    if (length != 0) {
+        setSize1D(length);
+    }
+    if (probe || length < 1) {
+        return length >= 1 || tintwell::failUnsized(*this, "a Length line");
     }
     if (!tintwell::allocateCurve(*this, lines, tintwell::Body::Complete)) {
         return false;

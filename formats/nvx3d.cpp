@@ -29,9 +29,12 @@ bool Read_LUTFile::Read_NVX3D(QString path, bool probe) {
         return fail(lines.error());
     }
     applyDefaultOrder(true, true);
-    tintwell::readNvxHeader(lines, domainMin3D, domainMax3D, size3D);
-    if (probe || size3D < 1) {
-        return size3D >= 1 || tintwell::failUnsized(*this, "a Length line");
+    const int length = tintwell::readNvxHeader(lines, domainMin3D, domainMax3D);
+    if (length != 0) {
+        setSize3D(length);
+    }
+    if (probe || length < 1) {
+        return length >= 1 || tintwell::failUnsized(*this, "a Length line");
     }
     if (!allocateLattice(*this, lines, Body::MayBeShort)) {
         return false;

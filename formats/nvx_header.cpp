@@ -7,21 +7,18 @@
 
 namespace tintwell {
 
-void readNvxHeader(LineSource& lines, float (&domainMin)[3], float (&domainMax)[3], int& length) {
-    float min = 0;
-    float max = 0;
+int readNvxHeader(LineSource& lines, float (&domainMin)[3], float (&domainMax)[3]) {
     while (!lines.atEnd()) {
         const std::string_view line = lines.next();
         if (startsWith(line, "From")) {
-            if (scan(without(line, "From "), min, max) > 0) {
-                setDomain(domainMin, min);
-                setDomain(domainMax, max);
-            }
+            takeRange(without(line, "From "), domainMin, domainMax);
         } else if (startsWith(line, "Length")) {
+            int length = 0;
             scan(without(line, "Length "), length);
-            return;
+            return length;
         }
     }
+    return 0;
 }
 
 void writeNvxHeader(TextFile& out, int length) {

@@ -12,9 +12,9 @@ namespace tintwell {
 //
 // The length line ends it; lines of other kinds stand for nothing.
 
-/// Reads up to the end of the length line. The domain and \a length keep their values where the
-/// file does not tell.
-void readNvxHeader(LineSource& lines, float (&domainMin)[3], float (&domainMax)[3], int& length);
+/// Reads up to the end of the length line. Returns the length; 0 for none. The domain keeps its
+/// values where the file does not tell.
+int readNvxHeader(LineSource& lines, float (&domainMin)[3], float (&domainMax)[3]);
 
 /// The domain written is always 0 to 1.
 void writeNvxHeader(TextFile& out, int length);

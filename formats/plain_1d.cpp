@@ -29,7 +29,7 @@ bool Read_LUTFile::Read_1dLut(QString path, bool probe) {
         return fail(lines.error());
     }
     applyDefaultOrder(true, true);
-    size1D = entryCount;
+    setSize1D(entryCount);
     if (probe) {
         return true;
     }

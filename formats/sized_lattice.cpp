@@ -8,15 +8,21 @@ namespace tintwell {
 
 namespace {
 
-/// Reads up to and with the size line. A size line without a number leaves the size alone.
-void readHeader(LineSource& lines, std::string_view keyword, int& size) {
+/// Reads up to and with the size line. One without a number leaves the size alone. False for a file
+/// without a size line.
+bool readHeader(LineSource& lines, std::string_view keyword, Read_LUTFile& lut) {
     while (!lines.atEnd()) {
         const std::string_view line = lines.next();
-        if (startsWith(line, keyword)) {
-            scan(without(line, keyword), size);
-            return;
+        if (!startsWith(line, keyword)) {
+            continue;
         }
+        int size = 0;
+        if (scan(without(line, keyword), size) > 0) {
+            lut.setSize3D(size);
+        }
+        return true;
     }
+    return false;
 }
 
 } // namespace
@@ -28,8 +34,8 @@ bool readSizedLattice(const SizedLattice& format, const QString& path, bool prob
         return lut.fail(lines.error());
     }
     lut.applyDefaultOrder(format.dataOrder, format.tableOrder);
-    readHeader(lines, format.keyword, lut.size3D);
-    if (probe || lut.size3D < 1) {
+    const bool hasBody = readHeader(lines, format.keyword, lut);
+    if (probe || !hasBody || lut.size3D < 1) {
         lut.resetDomainMax3D();
         return lut.hasSize() || failUnsized(lut, format.sizeLine);
     }

@@ -29,25 +29,23 @@ using tintwell::without;
 
 namespace {
 
-/// A range of one number sets the minimum only. False for none.
-bool takeRange(std::string_view text, Read_LUTFile& lut) {
-    float min = 0;
-    float max = lut.domainMax1D[0];
-    if (scan(text, min, max) == 0) {
+/// False for no number.
+bool takeLength(std::string_view text, Read_LUTFile& lut) {
+    int length = 0;
+    if (scan(text, length) == 0) {
         return false;
     }
-    tintwell::setDomain(lut.domainMin1D, min);
-    tintwell::setDomain(lut.domainMax1D, max);
+    lut.setSize1D(length);
     return true;
 }
 
 /// False for a line that ends the header: the opening brace, or a keyword without its number.
 bool takeHeaderLine(std::string_view line, Read_LUTFile& lut, int& components) {
     if (startsWith(line, "From")) {
-        return takeRange(without(line, "From"), lut);
+        return tintwell::takeRange(without(line, "From"), lut.domainMin1D, lut.domainMax1D);
     }
     if (startsWith(line, "Length")) {
-        return scan(without(line, "Length"), lut.size1D) > 0;
+        return takeLength(without(line, "Length"), lut);
     }
     if (startsWith(line, "Components")) {
         return scan(without(line, "Components"), components) > 0;

@@ -16,6 +16,7 @@
 #include "lut/write_lutfile.h"
 
 #include <cstdint>
+#include <optional>
 #include <string_view>
 
 using tintwell::Body;
@@ -41,9 +42,9 @@ bool findNumbers(LineSource& lines, Numbers&... numbers) {
     return false;
 }
 
-/// Leaves the size alone where the file ends before it. False for channel counts or sizes that
+/// \a size is left alone where the file ends before it. False for channel counts or sizes that
 /// differ among themselves.
-bool readHeader(LineSource& lines, Read_LUTFile& lut) {
+bool readHeader(LineSource& lines, Read_LUTFile& lut, std::optional<int>& size) {
     skipSignature(lines);
     int inputs = 0;
     int outputs = 0;
@@ -59,7 +60,7 @@ bool readHeader(LineSource& lines, Read_LUTFile& lut) {
     if (width != height || width != depth) {
         return failAtLine(lut, lines, QStringLiteral("three equal sizes"));
     }
-    lut.size3D = width;
+    size = width;
     return true;
 }
 
@@ -86,10 +87,14 @@ bool Read_LUTFile::Read_Spi3D(QString path, bool probe) {
         return fail(lines.error());
     }
     applyDefaultOrder(true, true);
-    if (!readHeader(lines, *this)) {
+    std::optional<int> size;
+    if (!readHeader(lines, *this, size)) {
         return false;
     }
-    if (probe || size3D < 1) {
+    if (size) {
+        setSize3D(*size);
+    }
+    if (probe || !size || size3D < 1) {
         resetDomainMax3D();
         return hasSize() || tintwell::failUnsized(*this, "a line of three sizes");
     }

@@ -14,7 +14,23 @@ bool failTooShort(Read_LUTFile& lut, std::int64_t samples, int size) {
 
 } // namespace
 
+bool takeRange(std::string_view text, float (&min)[3], float (&max)[3]) {
+    float from = 0;
+    float to = 0;
+    const int count = scan(text, from, to);
+    if (count > 0) {
+        setDomain(min, from);
+    }
+    if (count > 1) {
+        setDomain(max, to);
+    }
+    return count > 0;
+}
+
 bool allocateLattice(Read_LUTFile& lut, const LineSource& lines, Body body) {
+    if (lut.data3D != nullptr) {
+        return true;
+    }
     const std::int64_t n = lut.size3D;
     const bool couldBeRead = n >= 1 && n <= Read_LUTFile::MaxSize3D;
     if (couldBeRead && !lines.canHold(n * n * n) &&
@@ -25,6 +41,9 @@ bool allocateLattice(Read_LUTFile& lut, const LineSource& lines, Body body) {
 }
 
 bool allocateCurve(Read_LUTFile& lut, const LineSource& lines, Body body) {
+    if (lut.data1D != nullptr) {
+        return true;
+    }
     const std::int64_t n = lut.size1D;
     const bool couldBeRead = n >= 1 && n <= Read_LUTFile::MaxSize1D;
     if (couldBeRead && !lines.canHold(n) && (body == Body::Complete || n > MaxEmptySize1D)) {

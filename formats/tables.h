@@ -52,6 +52,10 @@ inline int cubeRoot(long samples) {
     return samples > 0 ? static_cast<int>(std::pow(samples, 1.0 / 3.0) + 0.5) : 0;
 }
 
+/// Scans a range of two numbers, such as "0.0 1.0", into both ends of a domain. One number sets the
+/// minimum only. False, with nothing changed, for none.
+bool takeRange(std::string_view text, float (&min)[3], float (&max)[3]);
+
 /// Whether a file must hold (almost) every sample of its lattice.
 enum class Body { Complete, MayBeShort };
 
@@ -60,8 +64,9 @@ enum class Body { Complete, MayBeShort };
 inline constexpr int MaxEmptySize3D = 100;
 inline constexpr int MaxEmptySize1D = 1 << 18;
 
-/// Allocates the 3D table of `size3D`. False for a size beyond the limit, and for one that the file
-/// has not bytes enough to fill: a short body may leave a lattice up to MaxEmptySize3D unfilled.
+/// Gives the container the 3D table of `size3D`, unless it holds it already: setting a size
+/// releases the table before. False for a size beyond the limit, and for one that the file has not
+/// bytes enough to fill: a short body may leave a lattice up to MaxEmptySize3D unfilled.
 bool allocateLattice(Read_LUTFile& lut, const LineSource& lines, Body body);
 /// The same for the 1D table of `size1D`.
 bool allocateCurve(Read_LUTFile& lut, const LineSource& lines, Body body);

@@ -41,6 +41,6 @@ bool Read_LUTFile::Read_Texture(QString path, bool probe) {
         return failWithImage(*this, image, "64 x 64, 512 x 512 or 4096 x 4096");
     }
     applyDefaultOrder(true, false);
-    size3D = tiles * tiles;
+    setSize3D(tiles * tiles);
     return probe || tintwell::storeTiles(*this, image.pixels, tiles);
 }

@@ -61,7 +61,7 @@ bool takeMesh(std::string_view line, Read_LUTFile& lut, Header& header) {
     if (scan(without(line, "Mesh "), header.inBits, header.outBits) == 0) {
         return false;
     }
-    lut.size3D = latticeSize(header.inBits);
+    lut.setSize3D(latticeSize(header.inBits));
     setDomain(lut.domainMin3D, 0);
     setDomain(lut.domainMax3D, static_cast<float>(std::ldexp(1.0, header.outBits) - 1.0));
     return true;
@@ -86,7 +86,7 @@ void takeShaper(std::string_view line, Read_LUTFile& lut, Header& header) {
     std::for_each_n(lut.shaperIn, kept,
                     [&](double& position) { position /= header.largestPosition; });
     if (lut.size3D == 0) {
-        lut.size3D = static_cast<int>(count);
+        lut.setSize3D(static_cast<int>(count));
     }
 }
 

@@ -60,7 +60,7 @@ void takeLength(std::string_view line, Read_LUTFile& lut) {
 }
 
 Walk readShaper(LineSource& lines, Read_LUTFile& lut, Triple<float>& sample) {
-    if (lut.data1D == nullptr && !allocateCurve(lut, lines, Body::Complete)) {
+    if (!allocateCurve(lut, lines, Body::Complete)) {
         return Walk::Short;
     }
     // The width itself maps to 1, although the last lattice point is one less.
@@ -74,7 +74,7 @@ Walk readShaper(LineSource& lines, Read_LUTFile& lut, Triple<float>& sample) {
 
 Walk readCube(LineSource& lines, Read_LUTFile& lut, Triple<float>& sample) {
     tintwell::setDomain(lut.domainMax3D, 1);
-    if (lut.data3D == nullptr && !allocateLattice(lut, lines, Body::Complete)) {
+    if (!allocateLattice(lut, lines, Body::Complete)) {
         return Walk::Short;
     }
     return tintwell::fillLattice(lut, lines, sample, takeNumbers);
@@ -82,10 +82,8 @@ Walk readCube(LineSource& lines, Read_LUTFile& lut, Triple<float>& sample) {
 
 /// Tables whose section the file lacks are of zeros.
 bool allocateUnread(const LineSource& lines, Read_LUTFile& lut) {
-    if (lut.size3D > 0 && lut.data3D == nullptr && !allocateLattice(lut, lines, Body::MayBeShort)) {
-        return false;
-    }
-    return lut.size1D <= 0 || lut.data1D != nullptr || allocateCurve(lut, lines, Body::MayBeShort);
+    return (lut.size3D <= 0 || allocateLattice(lut, lines, Body::MayBeShort)) &&
+           (lut.size1D <= 0 || allocateCurve(lut, lines, Body::MayBeShort));
 }
 
 } // namespace

@@ -17,7 +17,7 @@ bool Read_LUTFile::Read_IUC(QString path, bool probe) {
     if (image.size.width() != height * height) {
         return failWithImage(*this, image, "a width of the height squared");
     }
-    size3D = image.size.height();
+    setSize3D(image.size.height());
     applyDefaultOrder(true, false);
     // What is no image at all makes an empty table.
     return probe || size3D == 0 || tintwell::storeTiles(*this, image.pixels, size3D);

@@ -22,20 +22,20 @@ public:
     }
 
     /// Likewise: it is the writer that must put these orders in place of those asked for.
-    QByteArray written(Read_LUTFile& lut, int scale = 1) const {
+    QByteArray written(Read_LUTFile& lut, std::int64_t scale = 1) const {
         LUTFILE_ST st = request(m_folder.path(QStringLiteral("out")), m_code, false, false);
         st.defaultOrder = true;
         return written(lut, st, scale);
     }
 
     QByteArray writtenInOrders(Read_LUTFile& lut, bool dataOrder, bool tableOrder,
-                               int scale = 1) const {
+                               std::int64_t scale = 1) const {
         const QString path = m_folder.path(QStringLiteral("out"));
         return written(lut, request(path, m_code, dataOrder, tableOrder), scale);
     }
 
 private:
-    QByteArray written(Read_LUTFile& lut, LUTFILE_ST st, int scale) const {
+    QByteArray written(Read_LUTFile& lut, LUTFILE_ST st, std::int64_t scale) const {
         st.outputScale = scale;
         return Write_LUTFile(nullptr).WriteFile(st, lut) ? m_folder.content(QStringLiteral("out"))
                                                          : QByteArrayLiteral("(failed)");

@@ -455,6 +455,20 @@ private Q_SLOTS:
         }
     }
 
+    /// Such a file leaves the container alone: whether it holds a table is the result.
+    void filesWithoutASize() {
+        for (const int code : {8, 11, 13}) {
+            for (const bool probe : {true, false}) {
+                Read_LUTFile lut(nullptr);
+                samples::fillRandom(lut, 3, 1);
+                const QVector<float> before = allValues(lut);
+                QVERIFY(samples::OneFormat(code).read(lut, "# 1 2 3\n", probe));
+                QCOMPARE(lut.size3D, 3);
+                QCOMPARE(allValues(lut), before);
+            }
+        }
+    }
+
     void writersLayOutLines_data() {
         QTest::addColumn<int>("row");
         for (int row = 0; row < int(std::size(lineWriters)); ++row) {

@@ -81,10 +81,17 @@ private Q_SLOTS:
     }
     void curves() { samples::compareCurve(m_format); }
 
-    void latticeLacksItsLastAndTheCurveAllOfIt() {
-        Read_LUTFile lut(nullptr);
-        QVERIFY(m_format.read(lut, "LUT_1D_SIZE 3\nLUT_3D_SIZE 2\n" + samples::numbered(0, 7)));
-        QCOMPARE(samples::curve(lut), QVector<float>(9, 0));
+    /// Of the lattice, with the curve missing as a whole, or of the curve.
+    void lastSampleIsMissing() {
+        const QByteArray header = "LUT_1D_SIZE 3\nLUT_3D_SIZE 2\nDOMAIN_MAX 2 2 2\n"
+                                  "LUT_1D_INPUT_RANGE 0 4\n";
+        for (const int count : {7, 10}) {
+            Read_LUTFile lut(nullptr);
+            QVERIFY(m_format.read(lut, header + samples::numbered(0, count)));
+            QCOMPARE(samples::curve(lut).count(0), count == 7 ? 9 : 3);
+            QCOMPARE(samples::cell(lut.domainMax3D), QVector<float>({1, 1, 1}));
+            QCOMPARE(samples::cell(lut.domainMax1D), QVector<float>({1, 1, 1}));
+        }
     }
 
     /// Writers copy several planes of such a table at a time.

@@ -218,6 +218,9 @@ private Q_SLOTS:
         QTest::newRow("attributes of one tag") << attributes;
         QTest::newRow("behind a quoted end") << "<a b='>' " + attributes.mid(3);
         QTest::newRow("behind a comment") << "<!-- don't --><!-- \" -->" + attributes;
+        QTest::newRow("after quoted text")
+            << "<?x <!-- ?><!DOCTYPE a PUBLIC \"<!--\" '[' [<!-- ' -->]><a><![CDATA[<!-- ]]>" +
+                   attributes;
         QTest::newRow("in UTF-16") << inUtf16(attributes.left(mebibyte / 2 - 1));
         QTest::newRow("of an encoding with escapes")
             << "<?xml version='1.0' encoding='UTF-7'?>" +
@@ -228,12 +231,15 @@ private Q_SLOTS:
             << ("<b " + numbered("a", "='' ", 500) + "/>").repeated(mebibyte / 520).prepend("<a>");
         QTest::newRow("name spaces") << numbered("<a xmlns:b", "='u'>", mebibyte / 2) +
                                             QByteArray("<b0:a/>").repeated(60'000);
-        QTest::newRow("declared attributes") << "<!DOCTYPE a [<!ATTLIST b " +
-                                                    numbered("a", " CDATA ''", mebibyte / 2) +
-                                                    ">]><a>" + QByteArray("<b/>").repeated(100'000);
-        QTest::newRow("declared entities") << "<!DOCTYPE a [" +
-                                                  numbered("<!ENTITY % a", " ''>", mebibyte / 2) +
-                                                  QByteArray("%a1;").repeated(100'000) + "]><a/>";
+        const QByteArray declared = "[<!ATTLIST b " + numbered("a", " CDATA '' ") + ">]>";
+        QTest::newRow("declared attributes") << "<!DOCTYPE a " + declared + "<a/>";
+        QTest::newRow("after another quote") << "<!DOCTYPE a SYSTEM '<!--' " +
+                                                    declared.left(mebibyte - 200'000) + ">]><a>" +
+                                                    QByteArray("<b/>").repeated(40'000);
+        QTest::newRow("within elements") << "<a><!DOCTYPE a " + declared;
+        QTest::newRow("declared entities")
+            << "<!DOCTYPE a [<!ENTITY % a '" + QByteArray("<!ELEMENT a ANY>").repeated(200) + "'>" +
+                   QByteArray("%a;").repeated(300'000) + "]><a/>";
         QTest::newRow("nested tags") << QByteArray("<a>").repeated(mebibyte / 3);
         QTest::newRow("references") << "<a>" + QByteArray("&amp;").repeated(mebibyte / 6);
         QTest::newRow("comments") << "<a>" + QByteArray("<!---->").repeated(mebibyte / 8);

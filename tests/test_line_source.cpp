@@ -149,6 +149,11 @@ private Q_SLOTS:
         QVERIFY(source.canHold(4)); // the fourth line may lack
         QVERIFY(!source.canHold(5));
         QVERIFY(!source.canHold(std::int64_t{1} << 40));
+        for (const QByteArray& bytes : {QByteArray(5, '\xff'), inCodec("UTF-16LE", "1\n2\n3")}) {
+            const LineSource converted(m_folder.file(QStringLiteral("converted"), bytes));
+            QVERIFY(converted.canHold(4));
+            QVERIFY(!converted.canHold(5));
+        }
     }
 
     void wordsAndRemoval() {

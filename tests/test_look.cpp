@@ -96,7 +96,7 @@ private Q_SLOTS:
             2, third);
         row("shaders and more",
             look("<shaders>" + table("9", "00") + "</shaders><ASC>" + table("8", "") + "</ASC><x>" +
-                 table("7", "") + "</x>" + plain),
+                 table("7", "") + "<y>" + plain + "</y></x>"),
             true, 2, third);
         row("shaders alone", "<shaders>" + plain + "</shaders>", false, 0);
         row("ASC alone", "<ASC>" + plain + "</ASC>", false, 0);
@@ -128,13 +128,27 @@ private Q_SLOTS:
         row("too large", look(table("257", points(0, 8))), false, 257);
         row("more than the text holds", look(table("256", points(0, 8))), false, 256);
         row("much of nothing", look("<LUT><size>256</size></LUT>"), false, 256);
-        row("breaks off behind the data", look(plain).chopped(20), true, 2, third);
-        row("breaks off too early", look(plain).chopped(40), false, 2);
+        row("breaks off after the data", plain.chopped(6), true, 2, third);
+        row("in the end tag of the data", plain.chopped(7), false, 0);
+        row("in the data", plain.chopped(40), false, 0);
+        row("in the data of a curve", "<x>" + plain + table("2", "00", "LUT1D").chopped(20), true,
+            2, third);
+        row("in a second one", plain + look("<LUT><data>00").chopped(15), true, 2, third);
+        row("in the size", "<look><LUT><size>3", false, 0);
+        row("in an entity of the size", "<LUT><size>3&am", false, 0);
+        row("by a tag in the size", "<LUT><size>3</x>", false, 0);
+        row("in a second size", "<x>" + plain + "<LUT><size>3", true, 2, third);
         row("malformed behind the table", look(plain + "</x>" + table("1", "")), true, 2, third);
         row("entities of its own",
             "<!DOCTYPE LUT [<!ENTITY e \"" + points(0, 8) + "\">]>" + table("2", "&e;"), false, 0);
+        row("entities of others", "<!DOCTYPE LUT SYSTEM 'e'>" + table("2", "&e;"), false, 0);
         row("document type of its own", "<!DOCTYPE look SYSTEM 'look.dtd'>" + plain, true, 2,
             third);
+        row("declarations of its own",
+            "<!DOCTYPE LUT [<!-- ]' --><?x ]\" ?><!ELEMENT LUT ANY>\n<!ATTLIST LUT a CDATA ']>'>\n"
+            "<!ENTITY e \"]>\">]>" +
+                plain,
+            true, 2, third);
         row("in UTF-16", QByteArray("\xFF\xFE") + utf16(look(plain)), true, 2, third);
         row("in the encoding it declares",
             "<?xml version='1.0' encoding='ISO-8859-1'?><gr\xFCn>" + plain + "</gr\xFCn>", true, 2,
@@ -149,7 +163,12 @@ private Q_SLOTS:
             0);
         row("many elements", look(QByteArray("<x/><y b='/'></y>").repeated(999) + plain), true, 2,
             third);
-        row("signs outside tags", look("<!-- " + QByteArray(99, '=') + " -->" + plain), true, 2,
+        const QByteArray noTags = QByteArray("if (a<b) x=1; <y xmlns=' ").repeated(300);
+        row("text like tags",
+            look("<shaders><![CDATA[" + noTags + "]]></shaders><!-- " + noTags + " --><?x " +
+                 noTags + "?>" + plain),
+            true, 2, third);
+        row("too many where nobody reads", look(plain) + "<x " + attributes(65) + "/>", true, 2,
             third);
         row("nothing", "", false, 0);
     }

@@ -65,6 +65,12 @@ private Q_SLOTS:
     }
     void lattice() { samples::compareLattice(m_format); }
 
+    void largestScale() {
+        Read_LUTFile empty(nullptr);
+        const QByteArray text = m_format.written(empty, std::numeric_limits<std::int64_t>::max());
+        QVERIFY(text.contains("\nout 9223372036854775808\n"));
+    }
+
     /// A full scale below 2 is the value itself, and is divided by whatever it is.
     void oddScales() {
         Read_LUTFile none(nullptr);

@@ -34,6 +34,8 @@ private Q_SLOTS:
                 "From 0 4\nFrom x\nFrom\t0 9\nFrom\nLength 1\n4 2 1\n", true, 1, {1, 0.5F, 0.25F});
         textRow("a domain of one number keeps the other end",
                 "From 0 4\nFrom 1\nLength 1\n3 4 1.5\n", true, 1, {1, 4.0F / 3, 0.5F});
+        textRow("also where there was none", "From -1\nLength 1\n1 0.5 0\n", true, 1,
+                {0.5F, 0.25F, 0});
         textRow("keyword removed wherever it stands",
                 "FromFrom 0 4\nFrom From 0 From 4\nLength Length 1\n4 2 1\n", true, 1,
                 {1, 0.5F, 0.25F});

@@ -117,14 +117,17 @@ void LineSource::convertToUtf8() {
     constexpr int growth = 3; // at most: a stray byte becomes a replacement character
     QByteArray text(growth * size, Qt::Uninitialized);
     char* end = text.data();
+    std::int64_t characters = 0;
     QTextCodec::ConverterState decoder;
     QTextCodec::ConverterState encoder(QTextCodec::IgnoreHeader);
     decode(bytes, *codec, decoder, [&](const QString& piece) {
         const QByteArray encoded = utf8->fromUnicode(piece.constData(), piece.size(), &encoder);
         end = std::copy(encoded.begin(), encoded.end(), end);
+        characters += piece.size();
     });
     const std::ptrdiff_t length = end - text.constData();
     adopt(std::move(text), length);
+    m_growth = length - characters;
 }
 
 std::string_view LineSource::next() {
@@ -175,8 +178,9 @@ QString LineSource::currentText() const {
 }
 
 bool LineSource::canHold(std::int64_t lines) const {
-    // A number and a line feed each; the last line may lack, and the one before it its line feed.
-    return m_end - m_start >= 2 * (lines - 1) - 1;
+    // A number and a line feed each; the last line may be missing, and the line feed before it. A
+    // character of the file must not count for the bytes that its replacement takes.
+    return m_end - m_start - m_growth >= 2 * (lines - 1) - 1;
 }
 
 } // namespace tintwell

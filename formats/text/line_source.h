@@ -42,8 +42,8 @@ public:
     int lineNumber() const;
     QString currentText() const;
 
-    /// Whether the file has bytes enough for \a lines non-empty lines, the last of which may lack:
-    /// a table that needs more can not be filled, so it need not be allocated.
+    /// Whether the file is long enough for \a lines non-empty lines, the last of which may be
+    /// missing: a table that needs more can not be filled, so it need not be allocated.
     bool canHold(std::int64_t lines) const;
 
 private:
@@ -62,6 +62,7 @@ private:
     QByteArray m_text;
     char* m_start = nullptr;
     char* m_end = nullptr;
+    std::int64_t m_growth = 0; ///< bytes that a conversion has added to one a character
     const char* m_next = nullptr;
     bool m_open = false;
     QString m_error;

@@ -1,77 +1,132 @@
 #include "formats/text/xml_document.h"
 
+#include <QLatin1String>
 #include <QTextCodec>
 #include <QXmlStreamReader>
 
 #include <algorithm>
+#include <cstddef>
+#include <vector>
 
 namespace tintwell {
 
 namespace {
 
-/// Follows the tags of a document, to tell what would burden the XML reader: it compares each
-/// attribute of a tag with all others, and remembers every element that is open.
-class TagMeter {
+/// Goes through the markup of a document as the XML reader will. The two can disagree only where
+/// the document is malformed, and there the XML reader stops.
+class MarkupWalk {
 public:
-    bool isOverburdened() const {
-        constexpr int mostAttributes = 64;
-        constexpr int mostOpenElements = 256;
-        return m_attributes > mostAttributes || m_openElements > mostOpenElements;
-    }
+    explicit MarkupWalk(QString& document) : m_document(document) {}
 
-    void take(QChar c) {
-        if (c == QLatin1Char('<')) { // no value may hold one: it always begins something new
-            m_place = Place::Start;
-            m_attributes = 0;
-            m_quote = QChar();
-        } else if (m_place == Place::Start) {
-            takeFirst(c);
-        } else if (m_place == Place::Tag) {
-            takeInTag(c);
+    /// Blanks the declarations of document types: the reader compares declared attributes with each
+    /// other and visits them at every tag, and what entities stand for could swell without end.
+    /// Returns the place of the first tag that would burden the reader; the end if there is none.
+    int findBurden() {
+        int at = 0;
+        while ((at = m_document.indexOf(QLatin1Char('<'), at)) >= 0) {
+            const int start = at;
+            if (begins("<!--", at) || begins("<?", at)) {
+                at = afterUnit(at);
+            } else if (begins("<![CDATA[", at)) {
+                at = after("]]>", at);
+            } else if (begins("<!", at)) {
+                at = blankDeclarations(at);
+            } else if (begins("</", at)) {
+                closeElement();
+                ++at;
+            } else if (at = readTag(at); m_isOverburdened) {
+                return start;
+            }
         }
-        m_before = c;
+        return m_document.size();
     }
 
 private:
-    enum class Place { Start, Tag, Outside };
+    bool begins(const char* word, int at) const {
+        const QLatin1String wanted(word);
+        return m_document.midRef(at, wanted.size()) == wanted;
+    }
 
-    void takeFirst(QChar c) {
-        const bool isTag = c != QLatin1Char('!') && c != QLatin1Char('?');
-        m_place = isTag ? Place::Tag : Place::Outside;
-        if (c == QLatin1Char('/')) {
+    int after(const char* word, int at) const {
+        const QLatin1String wanted(word);
+        const int found = m_document.indexOf(wanted, at);
+        return found < 0 ? m_document.size() : found + wanted.size();
+    }
+
+    /// The place after what stands at \a at: a quoted text, a comment, a processing instruction or
+    /// a single character.
+    int afterUnit(int at) const {
+        if (begins("\"", at)) {
+            return after("\"", at + 1);
+        }
+        if (begins("'", at)) {
+            return after("'", at + 1);
+        }
+        if (begins("<!--", at)) {
+            return after("-->", at + 4);
+        }
+        return begins("<?", at) ? after("?>", at + 2) : at + 1;
+    }
+
+    /// The place of the first of these characters from \a at on that stands in none of those.
+    int find(const char* wanted, int at) const {
+        const QLatin1String characters(wanted);
+        while (at < m_document.size() && !characters.contains(m_document.at(at))) {
+            at = afterUnit(at);
+        }
+        return at;
+    }
+
+    /// Line feeds stay, so that lines keep their numbers.
+    int blankDeclarations(int documentType) {
+        const int open = find("[>", documentType + 2);
+        if (!begins("[", open)) {
+            return open;
+        }
+        const int close = find("]", open + 1);
+        const int end = std::min(close + 1, m_document.size());
+        QChar* const text = m_document.data();
+        std::replace_if(
+            text + open, text + end, [](QChar c) { return c != QLatin1Char('\n'); },
+            QLatin1Char(' '));
+        return end;
+    }
+
+    int readTag(int start) {
+        // The XML reader remembers every open element, compares each attribute of a tag with all
+        // others, and seeks every prefix among all name spaces.
+        constexpr std::size_t mostElements = 256;
+        constexpr int mostAttributes = 64;
+        constexpr int mostNamespaces = 64;
+        const char* const places = "=x>";
+        int attributes = 0;
+        int namespaces = m_namespaces.empty() ? 0 : m_namespaces.back();
+        int at = find(places, start + 1);
+        for (; at < m_document.size() && !begins(">", at); at = find(places, at + 1)) {
+            attributes += begins("=", at) ? 1 : 0;
+            namespaces += begins("xmlns", at) ? 1 : 0;
+        }
+        m_namespaces.push_back(namespaces);
+        m_isOverburdened = attributes > mostAttributes || namespaces > mostNamespaces ||
+                           m_namespaces.size() > mostElements;
+        if (begins("/>", at - 1)) {
             closeElement();
-        } else if (isTag) {
-            ++m_openElements;
+        }
+        return at;
+    }
+
+    void closeElement() {
+        if (!m_namespaces.empty()) {
+            m_namespaces.pop_back();
         }
     }
 
-    void takeInTag(QChar c) {
-        if (!m_quote.isNull()) {
-            m_quote = c == m_quote ? QChar() : m_quote;
-        } else if (c == QLatin1Char('"') || c == QLatin1Char('\'')) {
-            m_quote = c;
-        } else if (c == QLatin1Char('=')) {
-            ++m_attributes;
-        } else if (c == QLatin1Char('>')) {
-            m_place = Place::Outside;
-            if (m_before == QLatin1Char('/')) {
-                closeElement();
-            }
-        }
-    }
-
-    void closeElement() { m_openElements = std::max(0, m_openElements - 1); }
-
-    Place m_place = Place::Outside;
-    int m_attributes = 0;
-    int m_openElements = 0;
-    QChar m_quote;
-    QChar m_before;
+    QString& m_document;
+    std::vector<int> m_namespaces; ///< how many are in scope, for each open element
+    bool m_isOverburdened = false;
 };
 
-} // namespace
-
-QString decodedXml(const QByteArray& content) {
+QString decoded(const QByteArray& content) {
     constexpr int longestDeclaration = 1024;
     QXmlStreamReader declaration(content.left(longestDeclaration));
     declaration.readNext();
@@ -82,16 +137,14 @@ QString decodedXml(const QByteArray& content) {
     return codec != nullptr ? codec->toUnicode(content) : QString();
 }
 
-bool overburdensXmlReader(const QString& document) {
-    constexpr int mostNamespaces = 64; // it seeks every prefix among them
-    TagMeter meter;
-    for (const QChar c : document) {
-        meter.take(c);
-        if (meter.isOverburdened()) {
-            return true;
-        }
-    }
-    return document.count(QLatin1String("xmlns")) > mostNamespaces;
+} // namespace
+
+XmlDocument readableXml(const QByteArray& content) {
+    XmlDocument document{decoded(content)};
+    const int burden = MarkupWalk(document.text).findBurden();
+    document.isCut = burden < document.text.size();
+    document.text.truncate(burden);
+    return document;
 }
 
 } // namespace tintwell
