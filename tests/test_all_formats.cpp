@@ -319,6 +319,9 @@ private Q_SLOTS:
         QCOMPARE(probed.size3D, lut.size3D);
         QCOMPARE(probed.size1D, lut.size1D);
         QCOMPARE(probed.tableOrder, formats[code].tableOrder);
+
+        QVERIFY(lut.ReadFile(samples::request(path, code), true)); // no size over an old table
+        QVERIFY(lut.data3D == nullptr && lut.data1D == nullptr);
     }
 
     void whatIsNoFile_data() { addFormats(); }

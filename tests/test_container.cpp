@@ -1,3 +1,4 @@
+#include "calc/lutcalc.h"
 #include "samples.h"
 
 #include <cmath>
@@ -123,10 +124,39 @@ private Q_SLOTS:
         for (const int code : {1, 2, 3, 5, 9, 10}) {
             QVERIFY(!writer.WriteFile(samples::request(target, code), lut));
         }
-        lut.size1D = 3; // as a probe leaves it
-        QVERIFY(!writer.WriteFile(samples::request(target, 7), lut));
+        lut.size1D = lut.size3D = 3; // as a probe leaves them
+        for (const int code : {0, 4, 6, 7, 8, 11, 12, 13, 14, 15, 16}) {
+            QVERIFY(!writer.WriteFile(samples::request(target, code), lut));
+        }
+        QVERIFY(!writer.Write_1dLut(target, lut) && !writer.Write_Cube(target, lut));
+        LutCalc().Lut3D_OnebyOne(lut);
+        LutCalc().Lut1D_OnebyOne(lut);
+        lut.size1D = lut.size3D = 0;
         QVERIFY(!QFile::exists(target));
         QVERIFY(writer.WriteFile(samples::request(target, 0), lut)); // of the 3D table alone
+    }
+
+    /// The container frees what it holds, and remembers nothing of what it held. The sanitizer
+    /// looks.
+    void tablesLeaveTheContainer() {
+        float**** taken = nullptr;
+        for (const int size : {9, 2, 5}) { // often at one address
+            Read_LUTFile lut(nullptr);
+            lut.setSize3D(size + 3);
+            QVERIFY(lut.allocate3D());
+            lut.setSize3D(0);
+            Read_LUTFile::Data3DCalloc(&lut.data3D, size);
+            lut.size3D = size;
+            lut.data3D[size - 1][size - 1][size - 1][2] = 1;
+            if (size == 5) {
+                taken = lut.data3D;
+                lut.size3D = 0;
+            }
+        }
+        Read_LUTFile owner(nullptr);
+        owner.data3D = taken;
+        owner.size3D = 5;
+        QCOMPARE(owner.data3D[4][4][4][2], 1.0F);
     }
 
     void tablesOfAnEarlierReadAreReleased() {
