@@ -4,11 +4,15 @@
 #include "lut/catalogue.h"
 #include "lut/write_lutfile.h"
 
+#include <QFile>
 #include <QFileInfo>
 
 #include <algorithm>
 #include <utility>
 #include <vector>
+
+#include <sys/stat.h>
+#include <unistd.h>
 
 namespace cli {
 
@@ -93,6 +97,39 @@ void undoLatticeOrder(Read_LUTFile& lut) {
     for (int n = 0; !lut.tableOrder && lut.data1D != nullptr && n < lut.size1D; ++n) {
         std::swap(lut.data1D[n][0], lut.data1D[n][2]);
     }
+}
+
+/// Also a file that the shell has opened for it: that is the shell's to replace.
+bool isStandardOutput(const QString& path) {
+    struct stat file {};
+    struct stat own {};
+    return path == QLatin1String("-") || path == QLatin1String("/dev/stdout") ||
+           (stat(QFile::encodeName(path).constData(), &file) == 0 &&
+            fstat(STDOUT_FILENO, &own) == 0 && !S_ISCHR(file.st_mode) &&
+            file.st_dev == own.st_dev && file.st_ino == own.st_ino);
+}
+
+QString reasonOf(const tintwell::SaveError& error) {
+    switch (error.kind) {
+    case tintwell::SaveError::Exists:
+        return QStringLiteral("exists already (--force replaces it)");
+    case tintwell::SaveError::Unsuitable:
+        return error.reason;
+    case tintwell::SaveError::NotWritten:
+        break;
+    }
+    return QStringLiteral("not written: ") + error.reason;
+}
+
+std::optional<tintwell::SaveError> save(const Target& target, const tintwell::WriteContent& write) {
+    if (isStandardOutput(target.path)) {
+        return tintwell::writeTo(STDOUT_FILENO, write);
+    }
+    // Once, as a run saves to one folder.
+    [[maybe_unused]] static const int removed = tintwell::removeLeftOversBeside(target.path);
+    return tintwell::saveFile(
+        target.path, target.overwrite ? tintwell::IfExists::Replace : tintwell::IfExists::Keep,
+        write);
 }
 
 } // namespace
@@ -208,6 +245,14 @@ bool readLut(const QString& path, int formatCode, const Orders& orders, Read_LUT
     }
     undoLatticeOrder(lut);
     return true;
+}
+
+bool saveFile(const Target& target, const tintwell::WriteContent& write) {
+    const std::optional<tintwell::SaveError> error = save(target, write);
+    if (error) {
+        reportFile(target.path, reasonOf(*error));
+    }
+    return !error;
 }
 
 bool saveLut(const Target& target, int formatCode, const Orders& orders, std::int64_t scale,

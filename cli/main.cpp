@@ -1,6 +1,8 @@
 #include "cli/command.h"
 #include "cli/report.h"
 #include "cli/standard_output.h"
+#include "saving/descriptors.h"
+#include "saving/left_overs.h"
 
 #include <QCoreApplication>
 #include <QGuiApplication>
@@ -73,9 +75,7 @@ std::unique_ptr<QCoreApplication> makeApplication(Toolkit toolkit, int& argc, ch
     return std::make_unique<QGuiApplication>(argc, argv);
 }
 
-} // namespace
-
-int main(int argc, char* argv[]) {
+int runCommand(int argc, char* argv[]) {
     QLoggingCategory::setFilterRules(QStringLiteral("*=false")); // the toolkit's warnings, too
     const Command* const command = argc > 1 ? commandOf(QString::fromLocal8Bit(argv[1])) : nullptr;
     const auto app =
@@ -88,4 +88,14 @@ int main(int argc, char* argv[]) {
     const QStringList arguments = QCoreApplication::arguments().mid(1);
     return command != nullptr ? command->run(*command, arguments)
                               : runWithoutCommand(arguments.value(0));
+}
+
+} // namespace
+
+int main(int argc, char* argv[]) {
+    if (!tintwell::openMissingStandardDescriptors()) {
+        return cli::Failed;
+    }
+    tintwell::removeTemporaryFilesOnSignals();
+    return runCommand(argc, argv);
 }

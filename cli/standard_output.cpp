@@ -2,12 +2,14 @@
 
 #include "cli/command.h"
 #include "cli/report.h"
+#include "saving/descriptors.h"
 
 #include <QJsonDocument>
 
 #include <cerrno>
 #include <cstdio>
-#include <cstring>
+
+#include <unistd.h>
 
 namespace cli {
 
@@ -17,11 +19,13 @@ void printJson(const QJsonArray& array) {
 }
 
 int finishOutput() {
-    if (std::fflush(stdout) == 0 && std::ferror(stdout) == 0) {
+    errno = 0;
+    if (std::fflush(stdout) == 0 && std::ferror(stdout) == 0 &&
+        tintwell::isDelivered(STDOUT_FILENO)) {
         return Done;
     }
     report(QStringLiteral("standard output: not written: ") +
-           QString::fromLocal8Bit(std::strerror(errno)));
+           (errno != 0 ? tintwell::systemError() : QStringLiteral("a part is missing")));
     return Failed;
 }
 
