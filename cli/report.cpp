@@ -1,6 +1,7 @@
 #include "cli/report.h"
 
 #include <cstdio>
+#include <new>
 
 #include <unistd.h>
 
@@ -42,6 +43,16 @@ void reportFile(const QString& path, const QString& what) {
 
 void noteFile(const QString& path, const QString& what) {
     report(path + QStringLiteral(": note: ") + what);
+}
+
+void reportNoMemory(const QString& path) noexcept try {
+    reportFile(path, QStringLiteral("out of memory"));
+} catch (const std::bad_alloc&) {
+    reportNoMemory();
+}
+
+void reportNoMemory() noexcept {
+    std::fputs("tintwell-cli: out of memory\n", stderr);
 }
 
 void showProgress(int done, int total) {
