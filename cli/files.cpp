@@ -1,5 +1,6 @@
 #include "cli/files.h"
 
+#include "cli/image_thread.h"
 #include "cli/report.h"
 #include "lut/catalogue.h"
 #include "lut/write_lutfile.h"
@@ -57,9 +58,24 @@ LUTFILE_ST request(const QString& path, int formatCode) {
     return st;
 }
 
+bool isImage(int formatCode) {
+    return extensionsOf(formatCode).contains(QStringLiteral("png"));
+}
+
+bool readFile(const LUTFILE_ST& st, bool probe, Read_LUTFile& lut) {
+    bool read = false;
+    const auto work = [&] { read = lut.ReadFile(st, probe); };
+    if (!isImage(st.formatCode)) {
+        work();
+    } else if (!onImageThread(work)) {
+        return lut.fail(noImageThread());
+    }
+    return read;
+}
+
 /// Reads what the head of a file tells, in the format's own orders. Whether it could be read.
 bool probe(const QString& path, int formatCode, Read_LUTFile& lut) {
-    return lut.ReadFile(request(path, formatCode), true);
+    return readFile(request(path, formatCode), true, lut);
 }
 
 bool isWhole(const Orders& orders) {
@@ -230,7 +246,7 @@ std::optional<int> formatOfOutput(const QString& path, const QString& name, int 
 bool readLut(const QString& path, int formatCode, const Orders& orders, Read_LUTFile& lut) {
     LUTFILE_ST st = request(path, formatCode);
     setOrders(st, orders, [&] { return ordersOfReader(path, formatCode); });
-    if (!lut.ReadFile(st, false)) {
+    if (!readFile(st, false, lut)) {
         reportFile(path, lut.lastError);
         return false;
     }
