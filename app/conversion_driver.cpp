@@ -5,6 +5,7 @@
 #include "calc/lutcalc.h"
 #include "lut/read_lutfile.h"
 #include "lut/write_lutfile.h"
+#include "saving/save_file.h"
 
 #include <QCheckBox>
 #include <QComboBox>
@@ -67,9 +68,25 @@ bool isRgb(const QComboBox* order) {
     return order->currentText() == QLatin1String("RGB");
 }
 
+/// Whether the user may not write to a file; it is not replaced then.
+bool isProtected(const QString& path) {
+    const QFileInfo file(path);
+    return file.exists() && !file.isWritable();
+}
+
 bool write(const LUTFILE_ST& st, Read_LUTFile& lut) {
-    Write_LUTFile writer(nullptr);
-    return writer.WriteFile(st, lut);
+    if (isProtected(st.path)) {
+        return false;
+    }
+    tintwell::removeLeftOversBeside(st.path);
+    const auto writeTo = [&](const QString& path) {
+        LUTFILE_ST standIn = st;
+        standIn.path = path;
+        Write_LUTFile writer(nullptr);
+        writer.WriteFile(standIn, lut);
+        return writer.lastError;
+    };
+    return !tintwell::saveFile(st.path, tintwell::IfExists::Replace, writeTo);
 }
 
 bool writeResampled(const LUTFILE_ST& st, Read_LUTFile& lut) {

@@ -1,10 +1,16 @@
 #include "app/main_window.h"
+#include "saving/descriptors.h"
+#include "saving/left_overs.h"
 
 #include <QApplication>
 #include <QCommandLineParser>
 #include <QIcon>
 
 int main(int argc, char* argv[]) {
+    if (!tintwell::openMissingStandardDescriptors()) {
+        return 1;
+    }
+    tintwell::removeTemporaryFilesOnSignals();
     QCoreApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
     QCoreApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
     QApplication app(argc, argv);

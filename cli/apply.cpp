@@ -5,6 +5,15 @@
 
 #include <utility>
 
+namespace {
+
+bool apply(const cli::ImageJob& job, const QString& path, Read_LUTFile& lut) {
+    QImage image = cli::loadImage(path);
+    return !image.isNull() && cli::saveImage(job, tintwell::lookUpImage(lut, std::move(image)));
+}
+
+} // namespace
+
 int cli::runApply(const Command& self, const QStringList& arguments) {
     CommandLine line(self);
     ImageJob job;
@@ -13,9 +22,6 @@ int cli::runApply(const Command& self, const QStringList& arguments) {
         return *status;
     }
     noteRange(line.operands().first(), job.lutFormat, lut);
-    QImage image = loadImage(line.operands().at(1));
-    if (image.isNull()) {
-        return Failed;
-    }
-    return saveImage(job, tintwell::lookUpImage(lut, std::move(image))) ? Done : Failed;
+    const QString in = line.operands().at(1);
+    return doImageWork(in, [&] { return apply(job, in, lut); });
 }

@@ -8,14 +8,17 @@
 #include <QDir>
 #include <QElapsedTimer>
 #include <QFileInfo>
-#include <QRunnable>
 #include <QSet>
 #include <QThread>
-#include <QThreadPool>
 
+#include <algorithm>
 #include <atomic>
+#include <exception>
 #include <limits>
+#include <mutex>
+#include <new>
 #include <optional>
+#include <thread>
 #include <vector>
 
 namespace {
@@ -63,28 +66,70 @@ std::vector<Job> batchJobs(const QStringList& inputs, const QString& folder, int
     return jobs;
 }
 
-/// Runs every job, \a threads at a time. Returns how many were done.
-int runAll(const Conversion& conversion, const std::vector<Job>& jobs, int threads) {
-    constexpr qint64 patience = 1000;
-    std::atomic<int> ended = 0;
-    std::atomic<int> done = 0;
-    QThreadPool pool;
-    pool.setMaxThreadCount(threads);
-    for (const Job& job : jobs) {
-        pool.start(QRunnable::create([&] {
-            done += convert(conversion, job) ? 1 : 0;
-            ++ended;
-        }));
+/// The jobs of a batch, shared by all threads that call work().
+class Batch {
+public:
+    Batch(const Conversion& conversion, const std::vector<Job>& jobs)
+        : m_conversion(conversion), m_jobs(jobs) {
+        m_timer.start();
     }
-    QElapsedTimer timer;
-    timer.start();
-    while (!pool.waitForDone(100)) {
-        if (timer.elapsed() > patience) {
-            cli::showProgress(ended, static_cast<int>(jobs.size()));
+
+    int done() const { return m_done; }
+
+    /// Takes jobs until none is left.
+    void work() noexcept {
+        for (std::size_t n = m_next++; n < m_jobs.size(); n = m_next++) {
+            const int converted = run(m_jobs[n]) ? 1 : 0;
+            const std::lock_guard<std::mutex> lock(m_counting);
+            ++m_ended;
+            m_done += converted;
+            showProgress();
         }
     }
+
+private:
+    bool run(const Job& job) noexcept try {
+        return convert(m_conversion, job);
+    } catch (const std::bad_alloc&) {
+        cli::reportNoMemory(job.in);
+        return false;
+    }
+
+    void showProgress() const {
+        constexpr qint64 patience = 1000; // in milliseconds
+        if (m_timer.elapsed() > patience) {
+            cli::showProgress(m_ended, static_cast<int>(m_jobs.size()));
+        }
+    }
+
+    const Conversion& m_conversion;
+    const std::vector<Job>& m_jobs;
+    QElapsedTimer m_timer;
+    std::atomic<std::size_t> m_next = 0;
+    std::mutex m_counting;
+    int m_ended = 0;
+    int m_done = 0;
+};
+
+/// Runs every job, \a threads at a time or as many as can be started. Returns how many succeeded.
+int runAll(const Conversion& conversion, const std::vector<Job>& jobs, int threads) {
+    Batch batch(conversion, jobs);
+    std::vector<std::thread> helpers;
+    try {
+        const std::size_t count = std::min(static_cast<std::size_t>(threads), jobs.size());
+        helpers.reserve(count);
+        while (helpers.size() + 1 < count) {
+            helpers.emplace_back([&batch] { batch.work(); });
+        }
+    } catch (const std::exception&) {
+        // No more threads can be started: those that run do all the work.
+    }
+    batch.work();
+    for (std::thread& helper : helpers) {
+        helper.join();
+    }
     cli::endProgress();
-    return done;
+    return batch.done();
 }
 
 int convertBatch(const cli::CommandLine& line, Conversion conversion, int threads) {

@@ -1,14 +1,19 @@
 #include "cli/files.h"
 
+#include "cli/image_thread.h"
 #include "cli/report.h"
 #include "lut/catalogue.h"
 #include "lut/write_lutfile.h"
 
+#include <QFile>
 #include <QFileInfo>
 
 #include <algorithm>
 #include <utility>
 #include <vector>
+
+#include <sys/stat.h>
+#include <unistd.h>
 
 namespace cli {
 
@@ -53,9 +58,24 @@ LUTFILE_ST request(const QString& path, int formatCode) {
     return st;
 }
 
+bool isImage(int formatCode) {
+    return extensionsOf(formatCode).contains(QStringLiteral("png"));
+}
+
+bool readFile(const LUTFILE_ST& st, bool probe, Read_LUTFile& lut) {
+    bool read = false;
+    const auto work = [&] { read = lut.ReadFile(st, probe); };
+    if (!isImage(st.formatCode)) {
+        work();
+    } else if (!onImageThread(work)) {
+        return lut.fail(noImageThread());
+    }
+    return read;
+}
+
 /// Reads what the head of a file tells, in the format's own orders. Whether it could be read.
 bool probe(const QString& path, int formatCode, Read_LUTFile& lut) {
-    return lut.ReadFile(request(path, formatCode), true);
+    return readFile(request(path, formatCode), true, lut);
 }
 
 bool isWhole(const Orders& orders) {
@@ -93,6 +113,39 @@ void undoLatticeOrder(Read_LUTFile& lut) {
     for (int n = 0; !lut.tableOrder && lut.data1D != nullptr && n < lut.size1D; ++n) {
         std::swap(lut.data1D[n][0], lut.data1D[n][2]);
     }
+}
+
+/// Also a file that the shell has opened for it: that is the shell's to replace.
+bool isStandardOutput(const QString& path) {
+    struct stat file {};
+    struct stat own {};
+    return path == QLatin1String("-") || path == QLatin1String("/dev/stdout") ||
+           (stat(QFile::encodeName(path).constData(), &file) == 0 &&
+            fstat(STDOUT_FILENO, &own) == 0 && !S_ISCHR(file.st_mode) &&
+            file.st_dev == own.st_dev && file.st_ino == own.st_ino);
+}
+
+QString reasonOf(const tintwell::SaveError& error) {
+    switch (error.kind) {
+    case tintwell::SaveError::Exists:
+        return QStringLiteral("exists already (--force replaces it)");
+    case tintwell::SaveError::Unsuitable:
+        return error.reason;
+    case tintwell::SaveError::NotWritten:
+        break;
+    }
+    return QStringLiteral("not written: ") + error.reason;
+}
+
+std::optional<tintwell::SaveError> save(const Target& target, const tintwell::WriteContent& write) {
+    if (isStandardOutput(target.path)) {
+        return tintwell::writeTo(STDOUT_FILENO, write);
+    }
+    // Once, as a run saves to one folder.
+    [[maybe_unused]] static const int removed = tintwell::removeLeftOversBeside(target.path);
+    return tintwell::saveFile(
+        target.path, target.overwrite ? tintwell::IfExists::Replace : tintwell::IfExists::Keep,
+        write);
 }
 
 } // namespace
@@ -193,7 +246,7 @@ std::optional<int> formatOfOutput(const QString& path, const QString& name, int 
 bool readLut(const QString& path, int formatCode, const Orders& orders, Read_LUTFile& lut) {
     LUTFILE_ST st = request(path, formatCode);
     setOrders(st, orders, [&] { return ordersOfReader(path, formatCode); });
-    if (!lut.ReadFile(st, false)) {
+    if (!readFile(st, false, lut)) {
         reportFile(path, lut.lastError);
         return false;
     }
@@ -208,6 +261,14 @@ bool readLut(const QString& path, int formatCode, const Orders& orders, Read_LUT
     }
     undoLatticeOrder(lut);
     return true;
+}
+
+bool saveFile(const Target& target, const tintwell::WriteContent& write) {
+    const std::optional<tintwell::SaveError> error = save(target, write);
+    if (error) {
+        reportFile(target.path, reasonOf(*error));
+    }
+    return !error;
 }
 
 bool saveLut(const Target& target, int formatCode, const Orders& orders, std::int64_t scale,

@@ -2,11 +2,11 @@
 
 #include "cli/command.h"
 #include "lut/read_lutfile.h"
+#include "saving/save_file.h"
 
 #include <QString>
 
 #include <cstdint>
-#include <functional>
 #include <optional>
 
 namespace cli {
@@ -57,11 +57,9 @@ struct Target {
     bool overwrite = false; ///< --force
 };
 
-/// Saves a file so that \a target holds the old content or the whole new one at any time: \a write
-/// is given a temporary path in its place, which has no extension, and returns what went wrong
-/// (empty: nothing). False, with the error reported, when the target exists and may not be
-/// replaced, and when writing fails.
-bool saveFile(const Target& target, const std::function<QString(const QString& path)>& write);
+/// Saves a file whole or not at all, "-" and what else leads to it on standard output. False, with
+/// the error reported, when the target exists and may not be replaced, and when writing fails.
+bool saveFile(const Target& target, const tintwell::WriteContent& write);
 
 /// Writes a table through saveFile().
 bool saveLut(const Target& target, int formatCode, const Orders& orders, std::int64_t scale,

@@ -1,6 +1,7 @@
 #include "cli/images.h"
 
 #include "calc/look_up_image.h"
+#include "cli/image_thread.h"
 #include "cli/output.h"
 #include "cli/report.h"
 #include "lut/image_file.h"
@@ -22,9 +23,35 @@ QImage refuse(const QString& path, const QString& why) {
     return {};
 }
 
+/// A file that remembers a failed write. Image writers do not check all of theirs, and the next one
+/// may succeed.
+class WatchedFile : public QFile {
+public:
+    using QFile::QFile;
+
+    QString failure() const { return m_failure; }
+
+protected:
+    qint64 writeData(const char* data, qint64 size) override {
+        qint64 written = 0;
+        while (written < size) {
+            const qint64 count = QFile::writeData(data + written, size - written);
+            if (count <= 0) {
+                m_failure = errorString();
+                return -1;
+            }
+            written += count;
+        }
+        return written;
+    }
+
+private:
+    QString m_failure;
+};
+
 /// What went wrong; empty when nothing did.
 QString write(const QString& path, const QByteArray& type, const QImage& image) {
-    QFile file(path);
+    WatchedFile file(path);
     if (!file.open(QIODevice::WriteOnly)) {
         return file.errorString();
     }
@@ -32,10 +59,12 @@ QString write(const QString& path, const QByteArray& type, const QImage& image) 
     if (type == "jpg" || type == "jpeg") {
         writer.setQuality(95); // what the toolkit takes by itself shows bands in gradients
     }
-    if (!writer.write(image)) {
-        return file.error() != QFileDevice::NoError ? file.errorString() : writer.errorString();
-    }
-    return file.flush() ? QString() : file.errorString();
+    const bool written = writer.write(image);
+    const bool flushed = file.flush();
+    return !file.failure().isEmpty() ? file.failure()
+           : !flushed                ? file.errorString()
+           : !written                ? writer.errorString()
+                                     : QString();
 }
 
 void noteLosses(const QString& path, const QImage& image) {
@@ -86,6 +115,14 @@ std::optional<int> cli::begin(CommandLine& line, const QStringList& arguments, i
     }
     job.lutFormat = *format;
     return std::nullopt;
+}
+
+int cli::doImageWork(const QString& path, const std::function<bool()>& work) {
+    bool succeeded = false;
+    if (!onImageThread([&] { succeeded = work(); })) {
+        reportFile(path, noImageThread());
+    }
+    return succeeded ? Done : Failed;
 }
 
 QImage cli::loadImage(const QString& path) {

@@ -7,6 +7,7 @@
 #include <QImage>
 #include <QString>
 
+#include <functional>
 #include <optional>
 
 namespace cli {
@@ -23,6 +24,10 @@ struct ImageJob {
 /// more to do.
 std::optional<int> begin(CommandLine& line, const QStringList& arguments, int operands,
                          ImageJob& job, Read_LUTFile& lut);
+
+/// Does the work on images of such a command, which tells whether it succeeded. Returns a status,
+/// with the error about \a path reported, where the work cannot be begun.
+int doImageWork(const QString& path, const std::function<bool()>& work);
 
 /// Loads an image of any type that the toolkit knows, upright. Null, with the error reported, for
 /// what is no image or too large a one.

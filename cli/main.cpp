@@ -1,6 +1,8 @@
 #include "cli/command.h"
 #include "cli/report.h"
 #include "cli/standard_output.h"
+#include "saving/descriptors.h"
+#include "saving/left_overs.h"
 
 #include <QCoreApplication>
 #include <QGuiApplication>
@@ -10,9 +12,14 @@
 #include <algorithm>
 #include <clocale>
 #include <cstdio>
+#include <cstdlib>
+#include <exception>
 #include <memory>
+#include <new>
 
 #include <langinfo.h>
+#include <malloc.h>
+#include <sys/resource.h>
 
 namespace {
 
@@ -66,6 +73,7 @@ int runWithoutCommand(const QString& word) {
 }
 
 std::unique_ptr<QCoreApplication> makeApplication(Toolkit toolkit, int& argc, char* argv[]) {
+    qputenv("QT_NO_GLIB", "1"); // its event loop, unused here, gives up where resources are scarce
     if (toolkit == Toolkit::Core) {
         return std::make_unique<QCoreApplication>(argc, argv);
     }
@@ -73,9 +81,17 @@ std::unique_ptr<QCoreApplication> makeApplication(Toolkit toolkit, int& argc, ch
     return std::make_unique<QGuiApplication>(argc, argv);
 }
 
-} // namespace
+/// Prints what the toolkit has to say, and ends the program with status 1 where the toolkit would
+/// abort it.
+void printMessage(QtMsgType type, const QMessageLogContext& context, const QString& text) {
+    std::fprintf(stderr, "%s\n", qUtf8Printable(qFormatLogMessage(type, context, text)));
+    if (type == QtFatalMsg) {
+        std::_Exit(cli::Failed);
+    }
+}
 
-int main(int argc, char* argv[]) {
+int runCommand(int argc, char* argv[]) {
+    qInstallMessageHandler(printMessage);
     QLoggingCategory::setFilterRules(QStringLiteral("*=false")); // the toolkit's warnings, too
     const Command* const command = argc > 1 ? commandOf(QString::fromLocal8Bit(argv[1])) : nullptr;
     const auto app =
@@ -88,4 +104,46 @@ int main(int argc, char* argv[]) {
     const QStringList arguments = QCoreApplication::arguments().mid(1);
     return command != nullptr ? command->run(*command, arguments)
                               : runWithoutCommand(arguments.value(0));
+}
+
+/// Makes all threads share one heap where memory is limited. Each further heap reserves 64 MiB; a
+/// thread that gets none takes a whole page for every block.
+void limitHeaps() {
+    rlimit memory{};
+    if (getrlimit(RLIMIT_AS, &memory) == 0 && memory.rlim_cur != RLIM_INFINITY) {
+        mallopt(M_ARENA_MAX, 1);
+    }
+}
+
+/// At once: what runs at a normal exit may need memory.
+[[noreturn]] void endWithoutMemory() {
+    cli::reportNoMemory();
+    std::_Exit(cli::Failed);
+}
+
+/// Where memory runs out in what must not throw.
+[[noreturn]] void onTerminate() {
+    try {
+        if (const std::exception_ptr thrown = std::current_exception()) {
+            std::rethrow_exception(thrown);
+        }
+    } catch (const std::bad_alloc&) {
+        endWithoutMemory();
+    } catch (...) {
+    }
+    std::abort();
+}
+
+} // namespace
+
+int main(int argc, char* argv[]) try {
+    if (!tintwell::openMissingStandardDescriptors()) {
+        return cli::Failed;
+    }
+    limitHeaps();
+    std::set_terminate(onTerminate);
+    tintwell::removeTemporaryFilesOnSignals();
+    return runCommand(argc, argv);
+} catch (const std::bad_alloc&) {
+    endWithoutMemory();
 }

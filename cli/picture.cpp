@@ -35,5 +35,7 @@ int cli::runPicture(const Command& self, const QStringList& arguments) {
     }
     const QString path = line.operands().first();
     const QString subtitle = describe(lut, job.lutFormat);
-    return saveImage(job, drawLut(lut, QFileInfo(path).fileName(), subtitle)) ? Done : Failed;
+    return doImageWork(job.target.path, [&] {
+        return saveImage(job, drawLut(lut, QFileInfo(path).fileName(), subtitle));
+    });
 }

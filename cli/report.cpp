@@ -3,6 +3,7 @@
 #include "cli/printable.h"
 
 #include <cstdio>
+#include <new>
 
 #include <unistd.h>
 
@@ -33,6 +34,16 @@ void reportFile(const QString& path, const QString& what) {
 
 void noteFile(const QString& path, const QString& what) {
     report(path + QStringLiteral(": note: ") + what);
+}
+
+void reportNoMemory(const QString& path) noexcept try {
+    reportFile(path, QStringLiteral("out of memory"));
+} catch (const std::bad_alloc&) {
+    reportNoMemory();
+}
+
+void reportNoMemory() noexcept {
+    std::fputs("tintwell-cli: out of memory\n", stderr);
 }
 
 void showProgress(int done, int total) {

@@ -16,6 +16,10 @@ void reportFile(const QString& path, const QString& what);
 /// "tintwell-cli: FILE: note: what"
 void noteFile(const QString& path, const QString& what);
 
+/// "tintwell-cli: FILE: out of memory", without the file if there is no memory for that.
+void reportNoMemory(const QString& path) noexcept;
+void reportNoMemory() noexcept;
+
 /// Shows how far a batch is, on a terminal only, in place of what it showed before.
 void showProgress(int done, int total);
 void endProgress();

@@ -3,6 +3,7 @@
 #include "cli/command.h"
 #include "cli/printable.h"
 #include "cli/report.h"
+#include "saving/descriptors.h"
 
 #include <QJsonDocument>
 #include <QStringList>
@@ -10,7 +11,8 @@
 #include <algorithm>
 #include <cerrno>
 #include <cstdio>
-#include <cstring>
+
+#include <unistd.h>
 
 namespace cli {
 
@@ -22,11 +24,13 @@ void printJson(const QJsonArray& array) {
 }
 
 int finishOutput() {
-    if (std::fflush(stdout) == 0 && std::ferror(stdout) == 0) {
+    errno = 0;
+    if (std::fflush(stdout) == 0 && std::ferror(stdout) == 0 &&
+        tintwell::isDelivered(STDOUT_FILENO)) {
         return Done;
     }
     report(QStringLiteral("standard output: not written: ") +
-           QString::fromLocal8Bit(std::strerror(errno)));
+           (errno != 0 ? tintwell::systemError() : QStringLiteral("a part is missing")));
     return Failed;
 }
 

@@ -10,9 +10,6 @@
 
 #include <cmath>
 
-#include <csignal>
-
-#include <sys/resource.h>
 #include <sys/stat.h>
 
 // The command-line program, run as its users run it.
@@ -109,16 +106,6 @@ class TestCli : public QObject {
 
     QStringList entries(const QString& folder) const {
         return QDir(path(folder)).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot);
-    }
-
-    /// A big identity over an old file, in a folder of its own; \a inChild limits the program.
-    Outcome writeOverOld(const QString& folder, const std::function<void()>& inChild) {
-        QDir(m_folder.path("")).mkpath(folder);
-        m_folder.file(folder + "/big.cube", "old");
-        samples::PreparedProcess process;
-        process.inChild = inChild;
-        return samples::finish(process,
-                               {"identity", "--force", "--size", "33", path(folder + "/big.cube")});
     }
 
 private Q_SLOTS:
@@ -694,66 +681,6 @@ private Q_SLOTS:
         QVERIFY(outcome.errors.isEmpty());
         QVERIFY(outcome.output.contains("LUT_3D_SIZE 2\n"));
         QCOMPARE(outcome.status, 0);
-    }
-
-    void replacesOnlyWhenAsked() {
-        const QString file = m_folder.file("kept.cube", "old");
-        QFile::setPermissions(file, QFile::ReadOwner | QFile::WriteOwner);
-        QCOMPARE(run({"identity", file}).status, 1);
-        QCOMPARE(m_folder.content("kept.cube"), QByteArray("old"));
-        QCOMPARE(run({"identity", "--size", "2", "--force", file}).status, 0);
-        QVERIFY(m_folder.content("kept.cube").contains("LUT_3D_SIZE 2"));
-        QVERIFY(!(QFile::permissions(file) & QFile::ReadOther));
-        QCOMPARE(run({"convert", "--force", "--size", "3", file, file}).status, 0);
-        QVERIFY(m_folder.content("kept.cube").contains("LUT_3D_SIZE 3"));
-
-        const QString link = path("link.cube");
-        QVERIFY(QFile::link(file, link));
-        QCOMPARE(run({"convert", "--force", "--size", "4", file, link}).status, 0);
-        QVERIFY(QFileInfo(link).isSymLink());
-        QVERIFY(m_folder.content("kept.cube").contains("LUT_3D_SIZE 4"));
-    }
-
-    void failedWritesKeepTheOldFile() {
-        const rlimit small = {8192, 8192};
-        const Outcome outcome = writeOverOld("limited", [small] {
-            signal(SIGXFSZ, SIG_IGN);
-            setrlimit(RLIMIT_FSIZE, &small);
-        });
-        QCOMPARE(outcome.status, 1);
-        QCOMPARE(outcome.errors,
-                 "tintwell-cli: " + path("limited/big.cube") + ": not written: File too large\n");
-        QCOMPARE(m_folder.content("limited/big.cube"), QByteArray("old"));
-        QCOMPARE(entries("limited"), QStringList{"big.cube"});
-    }
-
-    /// The limit kills the program in the middle of the file.
-    void interruptedWritesKeepTheOldFile() {
-        const rlimit small = {8192, 8192};
-        const rlimit noCore = {0, 0};
-        const Outcome outcome = writeOverOld("killed", [small, noCore] {
-            signal(SIGXFSZ, SIG_DFL);
-            setrlimit(RLIMIT_CORE, &noCore);
-            setrlimit(RLIMIT_FSIZE, &small);
-        });
-        QCOMPARE(outcome.status, -1);
-        QCOMPARE(m_folder.content("killed/big.cube"), QByteArray("old"));
-    }
-
-    void fullDisksKeepTheOldFile() {
-        QDir(path("")).mkpath("disk");
-        const QStringList mount = {"-t", "tmpfs", "-o", "size=64k", "tmpfs", path("disk")};
-        if (QProcess::execute("mount", mount) != 0) {
-            QSKIP("no file system of a limited size can be mounted here");
-        }
-        const Outcome outcome = writeOverOld("disk", [] {});
-        const QByteArray kept = m_folder.content("disk/big.cube");
-        const QStringList left = entries("disk");
-        QProcess::execute("umount", {path("disk")});
-        QCOMPARE(outcome.status, 1);
-        QVERIFY(outcome.errors.endsWith("not written: No space left on device\n"));
-        QCOMPARE(kept, QByteArray("old"));
-        QCOMPARE(left, QStringList{"big.cube"});
     }
 
     void printsToFullDisks_data() {

@@ -14,6 +14,10 @@
 #include <QPushButton>
 #include <QTimer>
 
+#include <csignal>
+
+#include <sys/resource.h>
+
 namespace {
 
 /// The user in front of the dialogs: files to choose in turn (none: cancel), and what was shown.
@@ -380,6 +384,37 @@ private Q_SLOTS:
         select("language", 1);
         QCOMPARE(begin(), QStringList(message));
         QCOMPARE(QFile::exists(m_folder.path(output)), writes);
+    }
+
+    void replacesFilesWholeOrNotAtAll() {
+        const QByteArray whole = cube(17, lattice(17));
+        const auto convertTo = [this](const QString& output) {
+            find<QLineEdit>("outputPath")->setText(output);
+            return begin();
+        };
+        const QStringList failed("Error: Format not supported !");
+        const QStringList done("Successful: Export successful !");
+        const QString in = m_folder.file("in.cube", whole);
+        choose("inputButton", {in});
+        QVERIFY(QFile::link("/dev/full", m_folder.path("full.cube")));
+        QCOMPARE(convertTo(m_folder.path("full.cube")), failed);
+
+        const QString old = m_folder.file("old.cube", "old");
+        QVERIFY(QFile::link(old, m_folder.path("link.cube")));
+        rlimit before{};
+        getrlimit(RLIMIT_FSIZE, &before);
+        const rlimit small = {8192, before.rlim_max};
+        std::signal(SIGXFSZ, SIG_IGN);
+        setrlimit(RLIMIT_FSIZE, &small);
+        const QStringList shown = convertTo(old);
+        setrlimit(RLIMIT_FSIZE, &before);
+        QCOMPARE(shown, failed);
+        QCOMPARE(m_folder.content("old.cube"), QByteArray("old"));
+
+        QCOMPARE(convertTo(m_folder.path("link.cube")), done);
+        QCOMPARE(m_folder.content("old.cube"), whole);
+        QCOMPARE(convertTo(in), done);
+        QCOMPARE(m_folder.content("in.cube"), whole);
     }
 
     /// Data and table order of the input and of the output, as indices of their boxes; -1: default.

@@ -1,0 +1,77 @@
+#include "saving/descriptors.h"
+
+#include <array>
+#include <cerrno>
+#include <cstddef>
+#include <cstring>
+
+#include <fcntl.h>
+#include <unistd.h>
+
+namespace tintwell {
+
+namespace {
+
+bool writeAll(int to, const char* data, std::size_t size) {
+    while (size > 0) {
+        const ssize_t count = write(to, data, size);
+        if (count < 0 && errno != EINTR) {
+            return false;
+        }
+        const auto written = static_cast<std::size_t>(count < 0 ? 0 : count);
+        data += written;
+        size -= written;
+    }
+    return true;
+}
+
+} // namespace
+
+bool openMissingStandardDescriptors() {
+    for (const int descriptor : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {
+        const int mode = descriptor == STDIN_FILENO ? O_WRONLY : O_RDONLY;
+        // The lowest number that is free is the missing one.
+        if (fcntl(descriptor, F_GETFD) == -1 && open("/dev/null", mode) != descriptor) {
+            return false;
+        }
+    }
+    return true;
+}
+
+QString systemError() {
+    return QString::fromLocal8Bit(std::strerror(errno));
+}
+
+Descriptor::~Descriptor() {
+    if (isOpen()) {
+        const int reason = errno; // of what made the caller give up
+        close(m_number);
+        errno = reason;
+    }
+}
+
+bool copyRest(int from, int to) {
+    std::array<char, 1 << 16> block;
+    for (;;) {
+        const ssize_t count = read(from, block.data(), block.size());
+        if (count == 0) {
+            return true;
+        }
+        if (count < 0 ? errno != EINTR
+                      : !writeAll(to, block.data(), static_cast<std::size_t>(count))) {
+            return false;
+        }
+    }
+}
+
+bool isDelivered(int descriptor) {
+    const int copy = dup(descriptor);
+    return copy >= 0 && close(copy) == 0;
+}
+
+bool isOnDisk(int descriptor) {
+    // EINVAL: a terminal or the like, which has no disk.
+    return isDelivered(descriptor) && (fsync(descriptor) == 0 || errno == EINVAL);
+}
+
+} // namespace tintwell

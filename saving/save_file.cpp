@@ -1,0 +1,158 @@
+#include "saving/save_file.h"
+
+#include "saving/descriptors.h"
+
+#include <QFile>
+#include <QFileInfo>
+
+#include <cerrno>
+
+#include <fcntl.h>
+#include <sys/mman.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace tintwell {
+
+namespace {
+
+using Result = std::optional<SaveError>;
+
+Result notWritten(const QString& reason) {
+    return SaveError{SaveError::NotWritten, reason};
+}
+
+Result systemFailure() {
+    return errno == EEXIST ? SaveError{SaveError::Exists, systemError()}
+                           : notWritten(systemError());
+}
+
+QString pathTo(const Descriptor& file) {
+    return QFile::decodeName(file.path());
+}
+
+/// Has the content written to memory first: writers cannot write to pipes, and a failure before the
+/// end must leave the target as it is. \a deliver(descriptor) copies the content to the target.
+template <typename Deliver>
+Result writeByMemory(const WriteContent& write, Deliver&& deliver) {
+    const Descriptor memory(memfd_create("content", MFD_CLOEXEC));
+    if (!memory.isOpen()) {
+        return systemFailure();
+    }
+    const QString error = write(pathTo(memory));
+    if (!error.isEmpty()) {
+        return notWritten(error);
+    }
+    return deliver(memory.number()) ? std::nullopt : systemFailure();
+}
+
+Descriptor openToWrite(const QString& path) {
+    return Descriptor(open(QFile::encodeName(path), O_WRONLY | O_CLOEXEC | O_NOCTTY));
+}
+
+/// Makes sure that there is room for \a size bytes, where the file system can. False if there is
+/// not.
+bool reserve(int file, off_t size, off_t sizeBefore) {
+    if (size == 0 || fallocate(file, FALLOC_FL_KEEP_SIZE, 0, size) == 0) {
+        return true;
+    }
+    const int reason = errno;
+    static_cast<void>(ftruncate(file, sizeBefore)); // gives back what was reserved until then
+    errno = reason;
+    return reason != ENOSPC && reason != EDQUOT && reason != EFBIG;
+}
+
+/// Replaces what a file holds by what the descriptor \a content leads to.
+bool overwrite(const QString& path, int content) {
+    const Descriptor file = openToWrite(path);
+    struct stat now {};
+    struct stat then {};
+    return file.isOpen() && fstat(file.number(), &now) == 0 && fstat(content, &then) == 0 &&
+           reserve(file.number(), then.st_size, now.st_size) && copyRest(content, file.number()) &&
+           ftruncate(file.number(), then.st_size) == 0 && isOnDisk(file.number());
+}
+
+bool writeDevice(const QString& path, int content) {
+    const Descriptor device = openToWrite(path);
+    return device.isOpen() && copyRest(content, device.number()) && isOnDisk(device.number());
+}
+
+/// Whether a new file failed because of its folder: that may not be written to, or the old file is
+/// mounted there.
+bool isFoldersFault(int reason) {
+    return reason == EACCES || reason == EPERM || reason == EROFS || reason == EBUSY;
+}
+
+Result replaceFile(const QFileInfo& place, IfExists ifExists, const WriteContent& write) {
+    const QString path = place.filePath();
+    const bool overwrites = ifExists == IfExists::Replace && place.exists();
+    NewFile file(place);
+    if (!file.isOpen()) {
+        return overwrites && isFoldersFault(errno)
+                   ? writeByMemory(write, [&](int content) { return overwrite(path, content); })
+                   : systemFailure();
+    }
+    const QString error = write(pathTo(file.descriptor()));
+    if (!error.isEmpty()) {
+        return notWritten(error);
+    }
+    const bool saved = file.publish(ifExists) || (overwrites && isFoldersFault(errno) &&
+                                                  overwrite(path, file.descriptor().number()));
+    return saved ? std::nullopt : systemFailure();
+}
+
+/// A link stays, and what it leads to is replaced.
+QFileInfo placeOf(const QFileInfo& info) {
+    return info.isSymLink() ? QFileInfo(info.canonicalFilePath()) : info;
+}
+
+struct stat statusOf(const QString& path) {
+    struct stat status {};
+    static_cast<void>(stat(QFile::encodeName(path).constData(), &status));
+    return status;
+}
+
+/// What is in the place of a file; empty: nothing, or one.
+QString obstacle(const QFileInfo& info, mode_t mode) {
+    if (info.isSymLink() && !info.exists()) {
+        return QStringLiteral("is a link that leads nowhere");
+    }
+    if (S_ISDIR(mode)) {
+        return QStringLiteral("is a folder, expected a file");
+    }
+    if (S_ISFIFO(mode) || S_ISSOCK(mode)) { // with nobody at its other end
+        return QStringLiteral("is a pipe or socket, expected a file");
+    }
+    return {};
+}
+
+} // namespace
+
+Result saveFile(const QString& path, IfExists ifExists, const WriteContent& write) {
+    const QFileInfo info(path);
+    const mode_t mode = statusOf(path).st_mode;
+    const QString problem = obstacle(info, mode);
+    if (!problem.isEmpty()) {
+        return SaveError{SaveError::Unsuitable, problem};
+    }
+    if (S_ISCHR(mode) || S_ISBLK(mode)) {
+        return writeByMemory(write, [&](int content) { return writeDevice(path, content); });
+    }
+    if (S_ISREG(mode) && ifExists == IfExists::Keep) {
+        errno = EEXIST;
+        return systemFailure();
+    }
+    return replaceFile(placeOf(info), ifExists, write);
+}
+
+int removeLeftOversBeside(const QString& path) {
+    return removeLeftOvers(placeOf(QFileInfo(path)).absolutePath());
+}
+
+Result writeTo(int descriptor, const WriteContent& write) {
+    return writeByMemory(write, [descriptor](int content) {
+        return copyRest(content, descriptor) && isDelivered(descriptor);
+    });
+}
+
+} // namespace tintwell
