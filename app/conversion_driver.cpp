@@ -1,8 +1,9 @@
-// What the three buttons of the window do: choose an input, choose an output, convert. An input may
-// also come from outside, without the button.
+// What the window's three buttons do: choose an input, choose an output, convert. An input can also
+// be set without the button, by a drop or from the command line.
 
 #include "app/main_window.h"
 #include "calc/lutcalc.h"
+#include "lut/format_code.h"
 #include "lut/read_lutfile.h"
 #include "lut/write_lutfile.h"
 #include "saving/save_file.h"
@@ -17,8 +18,8 @@
 
 namespace {
 
-/// The position in the format catalogue of what the window reads and writes.
-constexpr int CubeFormat = 0;
+/// What the window reads and writes.
+constexpr int CubeFormat = static_cast<int>(tintwell::FormatCode::Cube);
 
 /// The lattice sizes on offer, in the order of the output size box.
 constexpr int OutputSizes[] = {17, 33};
@@ -30,8 +31,8 @@ constexpr const char* FileFilter = QT_TRANSLATE_NOOP(
     "*.nvx1d *.nvx3d);;icc (*.icc *.icm);;texture (*.bmp *.png);;UTIs (*.tiff *.tif *.dat);;All "
     "(*.*)");
 
-/// The file that the open dialog would give: what its first filter names comes before other files,
-/// and a folder is never chosen.
+/// The file that the open dialog would offer first: one that matches its first filter is preferred
+/// to other files, and folders are never chosen.
 QString firstOffered(const QStringList& files) {
     const QString patterns = QString::fromLatin1(FileFilter)
                                  .section(QLatin1Char('('), 1, 1)
@@ -68,7 +69,7 @@ bool isRgb(const QComboBox* order) {
     return order->currentText() == QLatin1String("RGB");
 }
 
-/// Whether the user may not write to a file; it is not replaced then.
+/// Whether the user has no write permission for a file. Such a file is not replaced.
 bool isProtected(const QString& path) {
     const QFileInfo file(path);
     return file.exists() && !file.isWritable();
@@ -89,7 +90,7 @@ bool write(const LUTFILE_ST& st, Read_LUTFile& lut) {
     return !tintwell::saveFile(st.path, tintwell::IfExists::Replace, writeTo);
 }
 
-bool writeResampled(const LUTFILE_ST& st, Read_LUTFile& lut) {
+bool writeResampled(const LUTFILE_ST& st, const Read_LUTFile& lut) {
     if (lut.size3D <= 0) {
         return false;
     }
@@ -132,7 +133,7 @@ void MainWindow::takeInput(const QString& path) {
         return;
     }
     inputName->setText(inputPath.mid(inputPath.lastIndexOf(QLatin1Char('/'))));
-    inputName->setCursorPosition(0); // a long name is known by its beginning
+    inputName->setCursorPosition(0); // the start of a long name says most
     inputName->setToolTip(inputPath);
     inputType->setText(inputPath.mid(inputPath.lastIndexOf(QLatin1Char('.'))));
     inputSize3D->setText(QString::number(preview.size3D));

@@ -7,7 +7,7 @@ namespace tintwell {
 /// The languages of the window, in the order of the language selector.
 enum Language : int { English, SimplifiedChinese };
 
-/// What is labelled, in the order of the label tables: input panel, output panel, the rest.
+/// The labels, in the order of the label tables: input panel, output panel, the rest.
 enum class Label {
     InputFile,
     InputName,
@@ -29,10 +29,10 @@ enum class Label {
     Begin,
 };
 
-/// The label in \a language; English for anything that is not a language of the window.
+/// The label in \a language; in English for any value that is not a language of the window.
 QString labelText(int language, Label label);
 
-/// What the start button does, in a few words.
+/// A short description of the start button.
 QString startHint(int language);
 
 } // namespace tintwell

@@ -31,8 +31,8 @@ constexpr int InfoCharacters = 7;
 constexpr qreal CornerRadius = 6;
 constexpr qreal ChevronReach = 5;
 
-// How strongly the frames stand out: opacities of the text colour, which suit light and dark
-// palettes alike.
+// How clearly the frames show: opacities of the text colour, which suit light and dark palettes
+// alike.
 constexpr qreal FillOpacity = 0.03;
 constexpr qreal FrameOpacity = 0.2;
 constexpr qreal ChevronOpacity = 0.5;
@@ -43,7 +43,7 @@ T* named(const char* name, T* widget) {
     return widget;
 }
 
-/// A field to read, not to type in: it scrolls, and its text can be copied.
+/// A read-only field: it scrolls, and its text can be copied.
 QLineEdit* makeInfoField(const char* name) {
     auto* const field = named(name, new QLineEdit);
     field->setReadOnly(true);
@@ -64,7 +64,7 @@ QComboBox* makeOrderBox(const char* name) {
     return makeBox(name, {QStringLiteral("RGB"), QStringLiteral("BGR")});
 }
 
-/// Two pairs of columns, each a label and a field that takes the room there is.
+/// Two pairs of columns, each a label and a field that fills the remaining width.
 QGridLayout* makePanelGrid(QWidget* panel) {
     auto* const grid = new QGridLayout(panel);
     grid->setContentsMargins(PanelMargin, PanelMargin, PanelMargin, PanelMargin);
@@ -84,7 +84,7 @@ QStringList localFiles(const QMimeData* data) {
     return files;
 }
 
-/// Whatever is proposed: a file manager that believes in a move takes its file away.
+/// Always a copy: after a move, a file manager would delete its file.
 void acceptAsCopy(QDropEvent* event) {
     event->setDropAction(Qt::CopyAction);
     event->accept();
@@ -102,7 +102,7 @@ void drawFrame(QPainter& painter, const QPalette& palette, const QRectF& panel) 
     painter.drawRoundedRect(panel.adjusted(0.5, 0.5, -0.5, -0.5), CornerRadius, CornerRadius);
 }
 
-/// An arrow head between the panels, the way the table goes.
+/// An arrow head between the panels, pointing from input to output.
 void drawChevron(QPainter& painter, const QPalette& palette, const QRectF& from, const QRectF& to) {
     const bool stacked = to.top() > from.bottom();
     const QPointF end = stacked ? QPointF(from.center().x(), from.bottom())
@@ -146,13 +146,12 @@ MainWindow::MainWindow(QWidget* parent) : QMainWindow(parent) {
     outputOrders.byDefault->setChecked(true);
     connectSignals();
     refreshWindow();
-    // Some room beyond the least, as far as the screen has it; the height follows the layout.
+    // Slightly wider than the minimum if the screen allows; the height follows from the layout.
     resize(std::min(sideBySideWidth() * 5 / 4, screen()->availableSize().width()), 0);
     arrangePanels();
 }
 
-// Widgets enter the layouts in the order in which the eye meets them, so that the tab order
-// follows.
+// Widgets are added to the layouts in reading order, which makes it the tab order.
 
 QWidget* MainWindow::makeInputPanel() {
     auto* const panel = named("inputPanel", new QWidget);
@@ -187,7 +186,7 @@ QWidget* MainWindow::makeOutputPanel() {
     buttonCaptions += {Label::OutputFile, outputButton, QKeySequence::Save};
 
     outputPathField = named("outputPath", new QLineEdit);
-    // A file dropped here is an input as well, not text.
+    // A file dropped on this field is an input too, not text.
     outputPathField->setAcceptDrops(false);
     outputType = makeBox("outputType", {QStringLiteral(".cube")});
     outputSize3D = makeBox("outputSize3D", {QStringLiteral("17"), QStringLiteral("33")});
@@ -249,7 +248,6 @@ void MainWindow::connectSignals() {
 
     connect(inputButton, &PressButton::pressed, this, &MainWindow::slotInputButton);
     connect(outputButton, &PressButton::pressed, this, &MainWindow::slotOutputButton);
-    connect(outputPathField, &QLineEdit::textChanged, outputPathField, &QWidget::setToolTip);
     connect(startButton, &PressButton::pressed, this, &MainWindow::slotWriteLut);
     connect(inputOrders.byDefault, &QCheckBox::stateChanged, this,
             &MainWindow::slotInCheckBoxChanged);
@@ -274,11 +272,12 @@ void MainWindow::refreshWindow() {
     }
     for (const ButtonCaption& caption : qAsConst(buttonCaptions)) {
         caption.button->setText(labelText(language, caption.label));
-        // A new text takes the old shortcut away.
+        // Setting a text resets the shortcut.
         caption.button->setShortcut(caption.shortcut);
         caption.button->setToolTip(caption.shortcut.toString(QKeySequence::NativeText));
     }
-    // Two check boxes read alike; the panel tells them apart, as it does for the fields.
+    // Both check boxes have the same label; their panel's name tells them apart, as it does for the
+    // fields.
     const QString input = labelText(language, Label::InputFile);
     const QString output = labelText(language, Label::OutputFile);
     inputPanel->setAccessibleName(input);
@@ -319,7 +318,8 @@ void MainWindow::slotLanguageChanged(int index) {
 }
 
 void MainWindow::resetOrders(const OrderBoxes& orders) {
-    // Silently: after the first of two resets the other order would still clear the check box.
+    // Without signals: after the first of two resets the other order would still clear the check
+    // box.
     const QSignalBlocker dataBlocker(orders.data);
     const QSignalBlocker tableBlocker(orders.table);
     orders.data->setCurrentIndex(0);
@@ -370,9 +370,10 @@ int MainWindow::sideBySideWidth() const {
 void MainWindow::arrangePanels() {
     const bool sideBySide = width() >= sideBySideWidth();
     panels->setDirection(sideBySide ? QBoxLayout::LeftToRight : QBoxLayout::TopToBottom);
-    // Without a minimum of its own the window could not shrink below two panels side by side.
+    // Without a minimum of its own the window could not become narrower than two panels side by
+    // side.
     setMinimumWidth(std::max(panelWidth(), footer->minimumSizeHint().width()) + 2 * WindowMargin);
-    // At once, for the frames are drawn around the panels where they are now.
+    // Immediately, because the frames are drawn around the current positions of the panels.
     centralWidget()->layout()->activate();
     update();
 }

@@ -19,22 +19,21 @@ class Read_LUTFile;
 
 /// The window: an input panel, an output panel, the language selector and the start button.
 ///
-/// The conversion behind the three buttons is in conversion_driver.cpp, all else in
-/// main_window.cpp.
+/// What the three buttons do is in conversion_driver.cpp, everything else in main_window.cpp.
 class MainWindow : public QMainWindow {
     Q_OBJECT
 
 public:
     explicit MainWindow(QWidget* parent = nullptr);
 
-    /// Labels every widget in the current language; contents and selections stay.
+    /// Labels every widget in the current language; contents and selections are kept.
     void refreshWindow();
 
-    /// Makes one of \a files the input, as if it had been chosen with the input button: the first
-    /// of those that the button's dialog shows at once, else the first file at all, if any.
+    /// Makes one of \a files the input, as if chosen with the input button: the first that matches
+    /// the dialog's first filter, or else the first that is a file, if any.
     void openFiles(const QStringList& files);
 
-    /// Writes \a lut as \a st says, resampled where \a st asks for another size, and reports the
+    /// Writes \a lut as \a st describes, resampled if \a st asks for another size, and reports the
     /// result in a box.
     void SaveLut(LUTFILE_ST st, Read_LUTFile& lut);
 
@@ -59,7 +58,7 @@ public Q_SLOTS:
     void slotLanguageChanged(int index);
 
 private:
-    /// The order choices of one side. The check box stands for both orders at their first item.
+    /// The order choices of one side. The check box selects the first item of both orders.
     struct OrderBoxes {
         QCheckBox* byDefault;
         QComboBox* data;
@@ -72,14 +71,14 @@ private:
         tintwell::Label table;
     };
 
-    /// A field with its label in front.
+    /// A field with a label in front.
     struct FieldCaption {
         tintwell::Label label;
         QWidget* field;
         QLabel* text = nullptr;
     };
 
-    /// A button or check box that carries its own label.
+    /// A button or check box, which carries its own label.
     struct ButtonCaption {
         tintwell::Label label;
         QAbstractButton* button;
@@ -91,15 +90,15 @@ private:
     QWidget* makeFooter();
     void connectSignals();
 
-    /// Fills a row of a panel's grid with one field or with two, and notes how they are labelled.
+    /// Fills a row of a panel's grid with one or two fields, and records how they are labelled.
     void addFields(QGridLayout* grid, int row, QVector<FieldCaption> fields);
     void addOrders(QGridLayout* grid, int row, const OrderBoxes& orders, const OrderLabels& labels);
 
-    /// The least width of a panel, the same for both.
+    /// The minimum width of a panel, the same for both.
     int panelWidth() const;
-    /// The least width of the window with the panels side by side.
+    /// The minimum width of the window with the panels side by side.
     int sideBySideWidth() const;
-    /// Lays the panels out side by side where there is room, else one above the other.
+    /// Lays the panels out side by side if there is room, else one above the other.
     void arrangePanels();
 
     void takeInput(const QString& path);

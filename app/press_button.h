@@ -2,11 +2,11 @@
 
 #include <QPushButton>
 
-/// A push button for work that starts on `pressed` and may open a dialog there.
+/// A push button whose work starts on `pressed` and may open a dialog.
 ///
 /// The dialog swallows the release of the mouse button or key, so the button comes up by itself
-/// before the work begins, and one press counts once: neither dragging with the mouse button held
-/// nor a key's auto-repeat presses it again. Enter presses it as Space does.
+/// before the work begins. One press counts once: neither dragging with the mouse button held nor a
+/// key's auto-repeat presses it again. Enter works like Space.
 class PressButton : public QPushButton {
     Q_OBJECT
 

@@ -1,7 +1,7 @@
 #include "lut/read_lutfile.h"
 #include "lut/write_lutfile.h"
 
-/// convert IN OUT: reads a cube file and writes another.
+/// convert IN OUT: reads a cube file and writes it as another.
 int main(int argc, char* argv[]) {
     if (argc != 3) {
         return 1;

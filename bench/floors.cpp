@@ -23,20 +23,20 @@ bool isSeparator(char c) {
     return c == ' ' || c == '\t';
 }
 
-/// Puts the numbers of a line, up to the first word that is none, behind \a to.
+/// Appends the numbers of a line, up to the first word that is not a number, at \a to.
 float* takeNumbers(const char* at, const char* end, float* to) {
     for (;;) {
         at = std::find_if_not(at, end, isSeparator);
-        const auto [behind, error] = std::from_chars(at, end, *to);
+        const auto [rest, error] = std::from_chars(at, end, *to);
         if (error != std::errc{}) {
             return to;
         }
-        at = behind;
+        at = rest;
         ++to;
     }
 }
 
-/// A file's numbers, line by line, in a flat array.
+/// The numbers of a file, line by line, in a flat array.
 void readNumbers(benchmark::State& state, const Tables& tables, const Format& format, int size) {
     const std::string path = tables.path(format, size).toStdString();
     const std::size_t bytes = std::filesystem::file_size(path);
@@ -65,9 +65,9 @@ std::vector<float> flat(const Read_LUTFile& lut) {
     return numbers;
 }
 
-/// Numbers of six decimals, three to a line, in one buffer, and that into a new file.
+/// Formats numbers with six decimals, three per line, in one buffer, and writes it to a new file.
 void writeNumbers(benchmark::State& state, const Tables& tables, int size) {
-    constexpr std::size_t room = 16; // of a number below ten and what follows it
+    constexpr std::size_t room = 16; // for a number below ten and the character after it
     const std::vector<float> numbers = flat(*gradedLattice(size));
     const std::string path = tables.freshPath().toStdString();
     std::size_t bytes = 0;
@@ -87,7 +87,7 @@ void writeNumbers(benchmark::State& state, const Tables& tables, int size) {
     count(state, static_cast<std::int64_t>(numbers.size() / 3), static_cast<std::int64_t>(bytes));
 }
 
-/// Where a new lattice's index falls on the axis of an old one.
+/// The position of a new lattice's index on the axis of an old one.
 struct Position {
     std::ptrdiff_t lower; ///< in the array
     std::ptrdiff_t step;  ///< to the upper neighbour
@@ -146,8 +146,8 @@ void resample(benchmark::State& state, int from, int to) {
     count(state, cubed(to));
 }
 
-/// What the container alone costs a resampling that uses all of the old lattice: a look at each of
-/// its cells, and each cell of the new one filled.
+/// The cost of the container alone for a resampling that uses all of the old lattice: reads each of
+/// its cells and fills each cell of the new one.
 void visitCells(benchmark::State& state, int from, int to) {
     const auto source = gradedLattice(from);
     const auto target = gradedLattice(to);

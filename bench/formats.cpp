@@ -35,7 +35,7 @@ void read(benchmark::State& state, const Tables& tables, const Format& format, i
     count(state, format.points(size), QFileInfo(st.path).size());
 }
 
-/// Each time to a new file: what it costs to empty a large old one differs widely.
+/// Writes to a new file each time, because the cost of emptying a large old one varies widely.
 void write(benchmark::State& state, const Tables& tables, const Format& format, int size) {
     const auto lut = format.graded(size);
     const LUTFILE_ST st = format.request(tables.freshPath());
@@ -60,7 +60,7 @@ void registerFormats(const Tables& tables) {
         for (const int size : format.sizes) {
             add(format.named("probe", size), probe, tables, format, size);
             add(format.named("read", size), read, tables, format, size);
-            if (format.isWritten()) {
+            if (format.row->write != nullptr) {
                 add(format.named("write", size), write, tables, format, size);
             }
         }

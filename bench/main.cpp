@@ -12,8 +12,8 @@
 
 namespace {
 
-/// Keeps what is released, as a long-lived program does after a while: otherwise the time of a
-/// benchmark would hang on whether those before it taught the allocator to keep pages.
+/// Makes the allocator keep released memory, as in a long-lived program. Otherwise the time of a
+/// benchmark would depend on how those before it had tuned the allocator.
 void keepMemory() {
     mallopt(M_MMAP_THRESHOLD, std::numeric_limits<int>::max());
     mallopt(M_TRIM_THRESHOLD, std::numeric_limits<int>::max());
@@ -37,9 +37,7 @@ int runSuite(int argc, char* argv[]) {
 
 } // namespace
 
-/// tintwell-bench [--benchmark_...]      runs the suite on tables in a temporary folder
-/// tintwell-bench --make-cube FILE       makes a cube file of 65 points per axis
-/// tintwell-bench --peak-memory FILE     reads that, and prints what it took
+/// reads such a file, and prints how much memory that took
 int main(int argc, char* argv[]) {
     QLoggingCategory::setFilterRules(QStringLiteral("tintwell.*=false"));
     const std::string_view mode = argc == 3 ? argv[1] : "";

@@ -18,7 +18,7 @@ constexpr std::array<std::string_view, 7> sharedFormats = {"cube", "spi3d", "spi
                                                            "cub",  "itx",   "3dl"};
 
 bool isShared(const Format& format) {
-    return std::find(sharedFormats.begin(), sharedFormats.end(), format.name) !=
+    return std::find(sharedFormats.begin(), sharedFormats.end(), format.name()) !=
            sharedFormats.end();
 }
 
@@ -35,7 +35,7 @@ ocio::FileTransformRcPtr transformOf(const QString& path) {
     return transform;
 }
 
-/// Ends with the table in memory as the file gives it: nothing optimised, nothing evaluated.
+/// Ends with the table in memory as in the file: nothing optimised, nothing evaluated.
 void load(benchmark::State& state, const Tables& tables, const Format& format, int size) {
     const ocio::ConstConfigRcPtr config = configWithoutCache();
     const ocio::FileTransformRcPtr transform = transformOf(tables.path(format, size));

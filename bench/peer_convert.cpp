@@ -8,7 +8,7 @@ namespace ocio = OCIO_NAMESPACE;
 
 namespace {
 
-/// A configuration with two colour spaces, "in" and "out", and a file's table between them.
+/// A configuration with two colour spaces, "in" and "out", which a file's table converts between.
 ocio::ConstConfigRcPtr configOf(const char* path) {
     const ocio::FileTransformRcPtr transform = ocio::FileTransform::Create();
     transform->setSrc(path);

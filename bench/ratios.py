@@ -1,4 +1,4 @@
-"""Runs the benchmarks that the budgets speak of and prints their ratios as a Markdown table."""
+"""Runs the benchmarks that have budgets and prints their ratios as a Markdown table."""
 
 import json
 import os
@@ -66,7 +66,7 @@ def three_digits(value):
 
 
 class Measured(NamedTuple):
-    values: list[float]  # one a repetition; comparable ones where the samples are as many
+    values: list[float]  # one per repetition; comparable where the samples are equally many
     unit: str
     samples: float = 1
 
@@ -81,8 +81,8 @@ class Measured(NamedTuple):
 
 
 def run_suite(programs, repetitions, seconds):
-    """CPU times of the benchmarks that RATIOS names, in one run; and what Google Benchmark tells
-    of the machine."""
+    """CPU times of the benchmarks that RATIOS names, in one run; and what Google Benchmark reports
+    about the machine."""
     names = {name for ratio in RATIOS for name in (ratio.name, ratio.against)}
     with tempfile.NamedTemporaryFile() as result:
         command = [

@@ -6,9 +6,11 @@
 #include <QFile>
 #include <QImage>
 
+#include <algorithm>
 #include <cmath>
 #include <fstream>
 #include <iomanip>
+#include <iterator>
 
 namespace bench {
 
@@ -71,7 +73,7 @@ void putLook(std::ostream& out, const Read_LUTFile& lut) {
     out << "\"</data>\n</LUT>\n</look>\n";
 }
 
-/// The planes of a lattice as tiles, so many to a row.
+/// The planes of a lattice as tiles, this many per row.
 void putTiles(std::ostream& out, const Read_LUTFile& lut, int tilesPerRow) {
     const int n = lut.size3D;
     QImage image(tilesPerRow * n, n / tilesPerRow * n, QImage::Format_RGB888);
@@ -94,7 +96,7 @@ void putUnwrappedCube(std::ostream& out, const Read_LUTFile& lut) {
     putTiles(out, lut, lut.size3D);
 }
 
-/// One output channel: most of its own input, and something of the two others.
+/// One output channel: mostly its own input, plus a little of the other two.
 float graded(float own, float next, float last) {
     return 0.8F * std::sqrt(own) + 0.15F * next * next + 0.05F * last;
 }
@@ -105,11 +107,59 @@ void grade(float* cell, float r, float g, float b) {
     cell[2] = graded(b, r, g);
 }
 
+Maker makerOf(const tintwell::Format& format) {
+    using tintwell::FormatCode;
+    switch (format.code) {
+    case FormatCode::Texture:
+        return putTexture;
+    case FormatCode::UnwrappedCube:
+        return putUnwrappedCube;
+    case FormatCode::ThreeDl:
+        return putThreeDl;
+    case FormatCode::Look:
+        return putLook;
+    case FormatCode::Csp:
+        return putCsp;
+    case FormatCode::TruelightCube:
+        return putTruelightCube;
+    default:
+        return nullptr;
+    }
+}
+
+std::vector<int> sizesOf(const tintwell::Format& format) {
+    if (format.fixedSize > 0) {
+        return {format.fixedSize};
+    }
+    if (format.isImage) {
+        return {16, 64};
+    }
+    return format.kind == tintwell::TableKind::ThreeD
+               ? std::vector<int>(latticeSizes.begin(), latticeSizes.end())
+               : std::vector<int>{1024, 4096, 65536};
+}
+
+Format exercised(const tintwell::Format& format) {
+    using tintwell::IntegerSamples;
+    if (format.write == nullptr && makerOf(format) == nullptr) {
+        qFatal("The format %s has no writer, and no maker here.", format.name);
+    }
+    const IntegerSamples integers = format.traits.integers;
+    const bool isBestInIntegers =
+        integers == IntegerSamples::Always || integers == IntegerSamples::LargestIsFull;
+    return {.row = &format,
+            .sizes = sizesOf(format),
+            .scale = isBestInIntegers ? 65535 : 1,
+            .isNumbersAndBlanks = !format.isImage && format.code != tintwell::FormatCode::Look &&
+                                  format.code != tintwell::FormatCode::Csv,
+            .make = makerOf(format)};
+}
+
 } // namespace
 
 std::unique_ptr<Read_LUTFile> gradedLattice(int size) {
     auto lut = std::make_unique<Read_LUTFile>(nullptr);
-    lut->size3D = size;
+    lut->setSize3D(size);
     lut->allocate3D();
     const auto position = [last = static_cast<float>(size - 1)](int index) {
         return static_cast<float>(index) / last;
@@ -123,7 +173,7 @@ std::unique_ptr<Read_LUTFile> gradedLattice(int size) {
 
 std::unique_ptr<Read_LUTFile> gradedCurve(int size) {
     auto lut = std::make_unique<Read_LUTFile>(nullptr);
-    lut->size1D = size;
+    lut->setSize1D(size);
     lut->allocate1D();
     for (int n = 0; n < size; ++n) {
         const float t = static_cast<float>(n) / static_cast<float>(size - 1);
@@ -135,43 +185,28 @@ std::unique_ptr<Read_LUTFile> gradedCurve(int size) {
 LUTFILE_ST Format::request(const QString& path) const {
     LUTFILE_ST st;
     st.path = path;
-    st.formatCode = code;
+    st.formatCode = codeOf(*row);
     st.outputScale = scale;
     return st;
 }
 
 std::string Format::named(const std::string& subject, int size) const {
-    return subject + '/' + name + '/' + std::to_string(size);
+    return subject + '/' + name() + '/' + std::to_string(size);
 }
 
 const std::vector<Format>& formats() {
-    static const std::vector<int> lattices = {17, 33, 65, 129};
-    static const std::vector<int> curves = {1024, 4096, 65536};
-    static const std::vector<Format> all = {
-        {0, "cube", lattices},
-        {1, "texture", {16, 64}, 1, false, putTexture},
-        {2, "unwrapped", {16, 32, 64}, 1, false, putUnwrappedCube},
-        {3, "3dl", lattices, 1, true, putThreeDl},
-        {4, "mga", lattices, 4095},
-        {5, "look", lattices, 1, false, putLook},
-        {6, "discreet", curves, 65535},
-        {7, "plain", {256}},
-        {8, "davlut", lattices},
-        {9, "csp", lattices, 1, true, putCsp},
-        {10, "cub", lattices, 1, true, putTruelightCube},
-        {11, "itx", lattices},
-        {12, "spi1d", curves},
-        {13, "spi3d", lattices},
-        {14, "csv", curves, 65535, false},
-        {15, "nvx1d", curves},
-        {16, "nvx3d", lattices},
-    };
+    static const std::vector<Format> all = [] {
+        std::vector<Format> made;
+        std::transform(tintwell::catalogue.begin(), tintwell::catalogue.end(),
+                       std::back_inserter(made), exercised);
+        return made;
+    }();
     return all;
 }
 
 bool makeTable(const Format& format, int size, const QString& path) {
     const auto lut = format.graded(size);
-    if (format.isWritten()) {
+    if (format.make == nullptr) {
         return Write_LUTFile(nullptr).WriteFile(format.request(path), *lut);
     }
     std::ofstream out(QFile::encodeName(path).toStdString(), std::ios::binary);
@@ -181,7 +216,7 @@ bool makeTable(const Format& format, int size, const QString& path) {
 
 QString Tables::path(const Format& format, int size) const {
     const QString path =
-        m_folder.filePath(QStringLiteral("%1.%2").arg(size).arg(QLatin1String(format.name)));
+        m_folder.filePath(QStringLiteral("%1.%2").arg(size).arg(QLatin1String(format.name())));
     if (!QFile::exists(path)) {
         makeTable(format, size, path);
     }

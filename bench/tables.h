@@ -1,11 +1,13 @@
 #pragma once
 
+#include "lut/catalogue.h"
 #include "lut/lattice.h"
 #include "lut/read_lutfile.h"
 
 #include <QDir>
 #include <QString>
 
+#include <array>
 #include <cstdint>
 #include <iosfwd>
 #include <memory>
@@ -14,11 +16,13 @@
 
 namespace bench {
 
+inline constexpr std::array<int, 4> latticeSizes = {17, 33, 65, 129};
+
 constexpr std::int64_t cubed(int size) {
     return std::int64_t{size} * size * size;
 }
 
-/// Gives \a take(cell) every cell in the order of files, k fastest.
+/// Calls \a take(cell) with every cell in file order, k fastest.
 template <typename Take>
 void forCells(const Read_LUTFile& lut, Take&& take) {
     tintwell::visitLattice(lut.size3D, [&](int i, int j, int k) {
@@ -27,22 +31,24 @@ void forCells(const Read_LUTFile& lut, Take&& take) {
     });
 }
 
-/// A warm, contrasty table: smooth, and no channel the same as another.
+/// A warm, contrasty table: smooth, and with no two channels alike.
 std::unique_ptr<Read_LUTFile> gradedLattice(int size);
 std::unique_ptr<Read_LUTFile> gradedCurve(int size);
 
-/// A file format as the suite exercises it.
-struct Format {
-    int code;
-    const char* name;               ///< in benchmarks' names, and the suffix of its files
-    std::vector<int> sizes;         ///< points per axis, or entries
-    std::int64_t scale = 1;         ///< what its real numbers are written as
-    bool isNumbersAndBlanks = true; ///< its samples, that is
-    /// Makes the files of a format without writer.
-    void (*make)(std::ostream& out, const Read_LUTFile& lut) = nullptr;
+/// Makes a file of a format that has no writer.
+using Maker = void (*)(std::ostream& out, const Read_LUTFile& lut);
 
-    bool isWritten() const { return make == nullptr; }
-    bool is3D() const { return Read_LUTFile::formatIs3D(code); }
+/// How the suite exercises a file format.
+struct Format {
+    const tintwell::Format* row;    ///< in the catalogue
+    std::vector<int> sizes;         ///< points per axis, or entries
+    std::int64_t scale = 1;         ///< for writing its real numbers
+    bool isNumbersAndBlanks = true; ///< whether its samples are
+    Maker make = nullptr;           ///< null if the format has a writer
+
+    /// The format in benchmarks' names, and the suffix of its files.
+    const char* name() const { return row->name; }
+    bool is3D() const { return row->kind == tintwell::TableKind::ThreeD; }
     std::int64_t points(int size) const { return is3D() ? cubed(size) : size; }
     std::unique_ptr<Read_LUTFile> graded(int size) const {
         return is3D() ? gradedLattice(size) : gradedCurve(size);
@@ -55,16 +61,16 @@ struct Format {
 /// Every format of the catalogue.
 const std::vector<Format>& formats();
 
-/// Makes the file of a graded table.
+/// Makes a file of a graded table.
 bool makeTable(const Format& format, int size, const QString& path);
 
-/// Files of graded tables in one folder, each made when it is first asked for.
+/// Files of graded tables in one folder, each made when first requested.
 class Tables {
 public:
     explicit Tables(const QString& folder) : m_folder(folder) {}
 
     QString path(const Format& format, int size) const;
-    /// A path where no file is.
+    /// A path where no file exists.
     QString freshPath() const { return m_folder.filePath(QStringLiteral("fresh")); }
 
 private:

@@ -1,4 +1,5 @@
 #include "calc/lattice_axis.h"
+#include "calc/look_up.h"
 #include "calc/lutcalc.h"
 #include "lut/read_lutfile.h"
 
@@ -6,7 +7,7 @@
 #include <cstddef>
 #include <vector>
 
-using tintwell::Between;
+using tintwell::AxisPosition;
 using tintwell::LatticeAxis;
 using tintwell::unitPosition;
 
@@ -16,7 +17,7 @@ LatticeAxis curveAxis(const Read_LUTFile& lut, int channel) {
     return {lut.domainMin1D[channel], lut.domainMax1D[channel], lut.size1D};
 }
 
-float interpolated(const Read_LUTFile& lut, int channel, const Between<float>& position) {
+float interpolated(const Read_LUTFile& lut, int channel, const AxisPosition<float>& position) {
     const float low = lut.data1D[position.lower][channel];
     const float high = lut.data1D[position.upper][channel];
     return (high - low) * position.fraction + low;
@@ -33,16 +34,17 @@ void LutCalc::Lut1D_OnebyOne(Read_LUTFile& lut) {
     }
 }
 
-void LutCalc::Lut1D_liner(const float* in, float* out, Read_LUTFile& lut) {
-    if (!lut.hasTable1D()) {
-        return;
-    }
-    for (int c = 0; c < 3; ++c) {
+void tintwell::lookUp1D(const Read_LUTFile& lut, const float* in, float* out) {
+    for (int c = 0; lut.hasTable1D() && c < 3; ++c) {
         out[c] = interpolated(lut, c, curveAxis(lut, c).at(in[c]));
     }
 }
 
-void LutCalc::Lut1D_Out(Read_LUTFile& src, Read_LUTFile& dst) {
+void LutCalc::Lut1D_liner(const float* in, float* out, const Read_LUTFile& lut) {
+    tintwell::lookUp1D(lut, in, out);
+}
+
+void LutCalc::Lut1D_Out(const Read_LUTFile& src, Read_LUTFile& dst) {
     if (!src.hasTable1D() || !dst.hasTable1D()) {
         return;
     }

@@ -1,7 +1,7 @@
 #include "calc/lutcalc.h"
-#include "lut/emit.h"
 #include "lut/lattice.h"
 #include "lut/read_lutfile.h"
+#include "lut/truncate.h"
 
 #include <algorithm>
 #include <cmath>
@@ -13,7 +13,7 @@ double fullScale(int bits) {
     return std::ldexp(1.0, bits) - 1;
 }
 
-/// The integer full scale as packing uses it.
+/// The integer full scale used for packing.
 float packingScale(int bits) {
     constexpr double largest = std::numeric_limits<float>::max();
     return static_cast<float>(std::min(std::trunc(fullScale(bits)), largest));
@@ -27,7 +27,7 @@ float unpacked(unsigned short word, double scale) {
     return static_cast<float>(word / scale);
 }
 
-/// Visits every channel of every point, k fastest, as the words stand.
+/// Visits every channel of every point, k fastest, in the order of the words.
 template <typename Visit>
 void visitSamples3D(const Read_LUTFile& lut, Visit&& visit) {
     tintwell::visitLattice(lut.hasTable3D() ? lut.size3D : 0, [&](int i, int j, int k) {
@@ -36,7 +36,7 @@ void visitSamples3D(const Read_LUTFile& lut, Visit&& visit) {
     });
 }
 
-/// Visits every entry of the curves as its three floats.
+/// Visits every entry of the curves as three floats.
 template <typename Visit>
 void visitEntries(const Read_LUTFile& lut, Visit&& visit) {
     std::for_each_n(lut.data1D, lut.hasTable1D() ? lut.size1D : 0, visit);
@@ -44,7 +44,7 @@ void visitEntries(const Read_LUTFile& lut, Visit&& visit) {
 
 } // namespace
 
-void LutCalc::Lut3D_to_Uart(unsigned short* words, int bits, Read_LUTFile& lut) {
+void LutCalc::Lut3D_to_Uart(unsigned short* words, int bits, const Read_LUTFile& lut) {
     const float scale = packingScale(bits);
     visitSamples3D(lut, [&](float sample) { *words++ = packed(sample, scale); });
 }
@@ -54,11 +54,10 @@ void LutCalc::Uart_to_Lut3D(const unsigned short* words, int bits, Read_LUTFile&
     visitSamples3D(lut, [&](float& sample) { sample = unpacked(*words++, scale); });
 }
 
-void LutCalc::Lut1D_to_Uart(unsigned short* words, int bits, Read_LUTFile& lut) {
+void LutCalc::Lut1D_to_Uart(unsigned short* words, int bits, const Read_LUTFile& lut) {
     const float scale = packingScale(bits);
     visitEntries(lut, [&](const float* entry) {
-        words = std::transform(entry, entry + 3, words,
-                               [scale](float sample) { return packed(sample, scale); });
+        std::for_each_n(entry, 3, [&](float sample) { *words++ = packed(sample, scale); });
     });
 }
 
@@ -69,7 +68,7 @@ void LutCalc::Uart_to_Lut1D(const unsigned short* words, int bits, Read_LUTFile&
     });
 }
 
-void LutCalc::Gamma_to_Uart(unsigned short* words, int bits, Read_LUTFile& lut) {
+void LutCalc::Gamma_to_Uart(unsigned short* words, int bits, const Read_LUTFile& lut) {
     const float scale = packingScale(bits);
     visitEntries(lut, [&](const float* entry) { *words++ = packed(entry[0], scale); });
 }

@@ -7,10 +7,10 @@
 
 namespace tintwell {
 
-/// A coordinate between two neighbouring points of a lattice, which are one and the same where the
-/// coordinate falls on a point.
+/// The position of a coordinate on an axis: between two neighbouring lattice points, which are the
+/// same point if the coordinate falls on one.
 template <typename Fraction>
-struct Between {
+struct AxisPosition {
     int lower;
     int upper;
     Fraction fraction; ///< of the way from lower to upper
@@ -22,8 +22,9 @@ public:
     LatticeAxis(float min, float max, int size)
         : m_min(min), m_last(static_cast<float>(size - 1)), m_factor((1 / (max - min)) * m_last) {}
 
-    /// Outside the domain lies its edge. In a domain without width only the lower edge is certain.
-    Between<float> at(float value) const {
+    /// Coordinates outside the domain are at its edge. NaN and the one value of a zero-width domain
+    /// are at point 0.
+    AxisPosition<float> at(float value) const {
         float x = (value - m_min) * m_factor;
         if (m_last < x) {
             x = m_last;
@@ -42,12 +43,12 @@ private:
     float m_factor;
 };
 
-/// Where point \a i of \a n lies in 0..1; a single point lies at 0.
+/// The position of point \a i of \a n in 0..1; 0 for a single point.
 inline float unitPosition(int i, int n) {
     return n > 1 ? static_cast<float>(i) / static_cast<float>(n - 1) : 0.0F;
 }
 
-/// Where the \a n points of a lattice lie in 0..1.
+/// The positions of the \a n points of a lattice in 0..1.
 inline std::vector<float> unitPositions(int n) {
     std::vector<float> positions;
     positions.reserve(static_cast<std::size_t>(std::max(n, 0)));
@@ -57,9 +58,9 @@ inline std::vector<float> unitPositions(int n) {
     return positions;
 }
 
-/// Where the \a n points of a new lattice over 0..1 fall on an axis.
-inline std::vector<Between<float>> gridPositions(const LatticeAxis& axis, int n) {
-    std::vector<Between<float>> positions;
+/// The positions on an axis of the \a n points of a new lattice over 0..1.
+inline std::vector<AxisPosition<float>> gridPositions(const LatticeAxis& axis, int n) {
+    std::vector<AxisPosition<float>> positions;
     positions.reserve(static_cast<std::size_t>(n));
     for (const float position : unitPositions(n)) {
         positions.push_back(axis.at(position));

@@ -11,26 +11,27 @@ inline LatticeAxis latticeAxis(const Read_LUTFile& lut, int axis) {
     return {lut.domainMin3D[axis], lut.domainMax3D[axis], lut.size3D};
 }
 
-/// The lattice rows along axis 2 around a point, by the first two bits of the corner.
+/// The lattice rows along axis 2 around a point, indexed by the first two bits of the corner.
 struct Rows {
     const float* const* row[4];
 };
 
 template <typename Fraction>
-Rows rowsAround(const Read_LUTFile& lut, const Between<Fraction>& p0, const Between<Fraction>& p1) {
+Rows rowsAround(const Read_LUTFile& lut, const AxisPosition<Fraction>& p0,
+                const AxisPosition<Fraction>& p1) {
     return {{lut.data3D[p0.lower][p1.lower], lut.data3D[p0.lower][p1.upper],
              lut.data3D[p0.upper][p1.lower], lut.data3D[p0.upper][p1.upper]}};
 }
 
 template <typename Fraction>
-const float* sampleAt(const Rows& rows, Corner corner, const Between<Fraction>& p2) {
+const float* sampleAt(const Rows& rows, Corner corner, const AxisPosition<Fraction>& p2) {
     return rows.row[corner >> 1U][(corner & 1U) != 0 ? p2.upper : p2.lower];
 }
 
-/// Weighs the corners around the point at \a p2 along the rows; \a order holds the fractions across
-/// them.
-inline void interpolate(const Rows& rows, const RowOrder<float>& order, const Between<float>& p2,
-                        float* out) {
+/// Weights the corners around the point at \a p2 along the rows; \a order holds the fractions
+/// across them.
+inline void interpolate(const Rows& rows, const RowOrder<float>& order,
+                        const AxisPosition<float>& p2, float* out) {
     const Tetrahedron<float> t = enclosingTetrahedron(order, p2.fraction, 1.0F);
     const float* const first = sampleAt(rows, 0b000, p2);
     const float* const second = sampleAt(rows, t.second, p2);

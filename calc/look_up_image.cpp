@@ -1,7 +1,7 @@
 #include "calc/look_up_image.h"
 
 #include "calc/lattice_rows.h"
-#include "calc/lutcalc.h"
+#include "calc/look_up.h"
 #include "lut/read_lutfile.h"
 
 #include <QPixelFormat>
@@ -14,17 +14,17 @@
 #include <utility>
 #include <vector>
 
-using tintwell::Between;
+using tintwell::AxisPosition;
 using tintwell::LatticeAxis;
 
 namespace {
 
-// A word is a channel of a pixel; a pixel is four: R, G, B, and alpha or padding.
+// A word is one channel of a pixel. A pixel is four words: R, G, B, and alpha or padding.
 
 template <typename Word>
 constexpr auto fullScale = static_cast<float>(std::numeric_limits<Word>::max());
 
-/// Maps each code of a channel, in order.
+/// The value of each code of a channel, in order.
 template <typename Word, typename Map>
 auto mapCodes(Map&& map) {
     constexpr int count = std::numeric_limits<Word>::max() + 1;
@@ -42,7 +42,7 @@ Word toCode(float value) {
     return static_cast<Word>(inside * fullScale<Word> + 0.5F);
 }
 
-/// Calls \a visit(pixel) until it returns false. True when every pixel was visited.
+/// Calls \a visit(pixel) for each pixel until it returns false. True if every pixel was visited.
 template <typename Word, typename Visit>
 bool visitPixels(QImage& image, Visit&& visit) {
     constexpr std::ptrdiff_t channels = 4;
@@ -60,7 +60,7 @@ bool visitPixels(QImage& image, Visit&& visit) {
 
 template <typename Word>
 void lookUpLattice(const Read_LUTFile& lut, QImage& image) {
-    // Where the codes fall on the axes is worked out once instead of for each pixel.
+    // The positions of the codes on the axes are computed once, not for each pixel.
     const auto positions = [&lut](int channel) {
         const LatticeAxis axis = tintwell::latticeAxis(lut, channel);
         return mapCodes<Word>([&axis](float value) { return axis.at(value); });
@@ -69,8 +69,8 @@ void lookUpLattice(const Read_LUTFile& lut, QImage& image) {
     const auto greens = positions(1);
     const auto blues = positions(2);
     visitPixels<Word>(image, [&](Word* pixel) {
-        const Between<float>& red = reds[pixel[0]];
-        const Between<float>& green = greens[pixel[1]];
+        const AxisPosition<float>& red = reds[pixel[0]];
+        const AxisPosition<float>& green = greens[pixel[1]];
         float colour[3];
         tintwell::interpolate(tintwell::rowsAround(lut, red, green),
                               tintwell::rowOrder(red.fraction, green.fraction), blues[pixel[2]],
@@ -81,12 +81,11 @@ void lookUpLattice(const Read_LUTFile& lut, QImage& image) {
 }
 
 template <typename Word>
-void lookUpCurves(Read_LUTFile& lut, QImage& image) {
-    LutCalc calc;
+void lookUpCurves(const Read_LUTFile& lut, QImage& image) {
     const auto codes = mapCodes<Word>([&](float value) {
         const float grey[] = {value, value, value};
         float out[3];
-        calc.Lut1D_liner(grey, out, lut);
+        tintwell::lookUp1D(lut, grey, out);
         return std::array<Word, 3>{toCode<Word>(out[0]), toCode<Word>(out[1]),
                                    toCode<Word>(out[2])};
     });
@@ -109,7 +108,7 @@ bool isGrey(QImage::Format format) {
 }
 
 template <typename Word>
-QImage lookUpWords(Read_LUTFile& lut, QImage image, QImage::Format format) {
+QImage lookUpWords(const Read_LUTFile& lut, QImage image, QImage::Format format) {
     const QImage::Format original = image.format();
     QImage result = std::move(image).convertToFormat(format);
     if (lut.hasTable3D()) {
@@ -127,7 +126,7 @@ bool tintwell::isDeep(QImage::Format format) {
     return QImage::toPixelFormat(format).redSize() > 8;
 }
 
-QImage tintwell::lookUpImage(Read_LUTFile& lut, QImage image) {
+QImage tintwell::lookUpImage(const Read_LUTFile& lut, QImage image) {
     const bool alpha = image.hasAlphaChannel();
     if (isDeep(image.format())) {
         return lookUpWords<std::uint16_t>(lut, std::move(image),

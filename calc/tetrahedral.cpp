@@ -1,15 +1,16 @@
 #include "calc/lattice_axis.h"
 #include "calc/lattice_rows.h"
+#include "calc/look_up.h"
 #include "calc/lutcalc.h"
 #include "calc/tetrahedron.h"
-#include "lut/emit.h"
 #include "lut/lattice.h"
 #include "lut/read_lutfile.h"
+#include "lut/truncate.h"
 
 #include <algorithm>
 #include <vector>
 
-using tintwell::Between;
+using tintwell::AxisPosition;
 using tintwell::Corner;
 using tintwell::enclosingTetrahedron;
 using tintwell::gridPositions;
@@ -26,16 +27,16 @@ using tintwell::unitPosition;
 
 namespace {
 
-/// Looks \a in up by the three axes of \a lut; \a out may be the same colour.
-void lookUp(const Read_LUTFile& lut, const LatticeAxis* axes, const float* in, float* out) {
-    const Between<float> p0 = axes[0].at(in[0]);
-    const Between<float> p1 = axes[1].at(in[1]);
-    const Between<float> p2 = axes[2].at(in[2]);
+/// Looks up \a in on the three axes of \a lut; \a out may be the same array.
+void evaluate(const Read_LUTFile& lut, const LatticeAxis* axes, const float* in, float* out) {
+    const AxisPosition<float> p0 = axes[0].at(in[0]);
+    const AxisPosition<float> p1 = axes[1].at(in[1]);
+    const AxisPosition<float> p2 = axes[2].at(in[2]);
     interpolate(rowsAround(lut, p0, p1), rowOrder(p0.fraction, p1.fraction), p2, out);
 }
 
-/// Evaluates \a src at the points of the lattice of \a dst into its cells; \a finish(cell) may go
-/// on from there.
+/// Evaluates \a src at the lattice points of \a dst and stores the results in its cells;
+/// \a finish(cell) may process each of them further.
 template <typename Finish>
 void evaluateLattice(const Read_LUTFile& src, Read_LUTFile& dst, Finish&& finish) {
     if (!src.hasTable3D() || !dst.hasTable3D()) {
@@ -46,13 +47,13 @@ void evaluateLattice(const Read_LUTFile& src, Read_LUTFile& dst, Finish&& finish
     const auto grid1 = gridPositions(latticeAxis(src, 1), n);
     const auto grid2 = gridPositions(latticeAxis(src, 2), n);
     float*** const* plane = dst.data3D;
-    for (const Between<float>& p0 : grid0) {
+    for (const AxisPosition<float>& p0 : grid0) {
         float** const* row = *plane++;
-        for (const Between<float>& p1 : grid1) {
+        for (const AxisPosition<float>& p1 : grid1) {
             const Rows rows = rowsAround(src, p0, p1);
             const RowOrder<float> order = rowOrder(p0.fraction, p1.fraction);
             float* const* cell = *row++;
-            for (const Between<float>& p2 : grid2) {
+            for (const AxisPosition<float>& p2 : grid2) {
                 interpolate(rows, order, p2, *cell);
                 finish(*cell++);
             }
@@ -64,33 +65,37 @@ void evaluateLattice(const Read_LUTFile& src, Read_LUTFile& dst, Finish&& finish
 
 LutCalc::LutCalc(QObject* parent) : QObject(parent) {}
 
-void LutCalc::Lut3D_Tetrahedral(const float* in, float* out, Read_LUTFile& lut) {
+void tintwell::lookUp3D(const Read_LUTFile& lut, const float* in, float* out) {
     if (!lut.hasTable3D()) {
         return;
     }
     const LatticeAxis axes[] = {latticeAxis(lut, 0), latticeAxis(lut, 1), latticeAxis(lut, 2)};
-    lookUp(lut, axes, in, out);
+    evaluate(lut, axes, in, out);
+}
+
+void LutCalc::Lut3D_Tetrahedral(const float* in, float* out, const Read_LUTFile& lut) {
+    tintwell::lookUp3D(lut, in, out);
 }
 
 void LutCalc::Lut3D_Tetrahedral_Int(const unsigned long* in, unsigned long* out,
-                                    Read_LUTFile& lut) {
+                                    const Read_LUTFile& lut) {
     constexpr unsigned long fullScale = 255;
     const int last = lut.size3D - 1;
     if (!lut.hasTable3D() || last < 1 || static_cast<unsigned long>(last) > fullScale) {
         return;
     }
     const unsigned long step = fullScale / static_cast<unsigned long>(last);
-    const auto between = [step, last](unsigned long code) -> Between<unsigned long> {
+    const auto between = [step, last](unsigned long code) -> AxisPosition<unsigned long> {
         const auto index = [last](unsigned long at) {
             return static_cast<int>(std::min(at, static_cast<unsigned long>(last)));
         };
         const unsigned long rest = code % step;
-        // A single code above a point does not reach for the next one, though it is weighted.
+        // One code above a point does not reach for the next point, though its weight is not zero.
         return {index(code / step), index(code / step + (rest >= 2 ? 1 : 0)), rest};
     };
-    const Between<unsigned long> p2 = between(in[2]);
-    const Between<unsigned long> p1 = between(in[1]);
-    const Between<unsigned long> p0 = between(in[0]);
+    const AxisPosition<unsigned long> p2 = between(in[2]);
+    const AxisPosition<unsigned long> p1 = between(in[1]);
+    const AxisPosition<unsigned long> p0 = between(in[0]);
     const Rows rows = rowsAround(lut, p0, p1);
     const Tetrahedron<unsigned long> t =
         enclosingTetrahedron(rowOrder(p0.fraction, p1.fraction), p2.fraction, step);
@@ -106,17 +111,18 @@ void LutCalc::Lut3D_Tetrahedral_Int(const unsigned long* in, unsigned long* out,
     }
 }
 
-void LutCalc::Lut3D_Out(Read_LUTFile& src, Read_LUTFile& dst) {
+void LutCalc::Lut3D_Out(const Read_LUTFile& src, Read_LUTFile& dst) {
     evaluateLattice(src, dst, [](const float* /*colour*/) {});
 }
 
-void LutCalc::Lut3D_Merge(Read_LUTFile& first, Read_LUTFile& second, Read_LUTFile& result) {
+void LutCalc::Lut3D_Merge(const Read_LUTFile& first, const Read_LUTFile& second,
+                          Read_LUTFile& result) {
     if (!second.hasTable3D()) {
         return;
     }
     const LatticeAxis axes[] = {latticeAxis(second, 0), latticeAxis(second, 1),
                                 latticeAxis(second, 2)};
-    evaluateLattice(first, result, [&](float* colour) { lookUp(second, axes, colour, colour); });
+    evaluateLattice(first, result, [&](float* colour) { evaluate(second, axes, colour, colour); });
 }
 
 void LutCalc::Lut3D_OnebyOne(Read_LUTFile& lut) {
@@ -132,7 +138,7 @@ void LutCalc::Lut3D_OnebyOne(Read_LUTFile& lut) {
     });
 }
 
-void LutCalc::Lut3D_to_Lut1D(Read_LUTFile& src, Read_LUTFile& dst) {
+void LutCalc::Lut3D_to_Lut1D(const Read_LUTFile& src, Read_LUTFile& dst) {
     if (!src.hasTable3D() || !dst.hasTable1D()) {
         return;
     }
@@ -140,6 +146,6 @@ void LutCalc::Lut3D_to_Lut1D(Read_LUTFile& src, Read_LUTFile& dst) {
     for (int i = 0; i < dst.size1D; ++i) {
         const float t = unitPosition(i, dst.size1D);
         const float grey[] = {t, t, t};
-        lookUp(src, axes, grey, dst.data1D[i]);
+        evaluate(src, axes, grey, dst.data1D[i]);
     }
 }

@@ -2,18 +2,19 @@
 
 namespace tintwell {
 
-/// A corner of a lattice cube as three bits: 0b100 takes the upper index on axis 0 alone.
+/// A corner of a lattice cube as three bits: 0b100 is at the upper index on axis 0 alone.
 using Corner = unsigned;
 
-/// The tetrahedron of a lattice cube that holds a point. Its first corner is 0b000, its last 0b111.
+/// The tetrahedron of a lattice cube that contains a point. Its first corner is 0b000, its last
+/// 0b111.
 template <typename Fraction>
 struct Tetrahedron {
     Corner second;
     Corner third;
-    Fraction weight[4]; ///< of the first to the last corner; their sum is the whole
+    Fraction weight[4]; ///< of the corners in order; they add up to the whole
 };
 
-/// The order of the fractions along axes 0 and 1, which a whole row of points shares.
+/// The order of the fractions along axes 0 and 1, which all points of a row share.
 template <typename Fraction>
 struct RowOrder {
     bool axis0First;
@@ -28,8 +29,8 @@ constexpr RowOrder<Fraction> rowOrder(Fraction f0, Fraction f1) {
 }
 
 /// The tetrahedron around the point at the fraction \a f2 of \a whole along axis 2. Its corners
-/// follow the axes in falling order of their fractions. Among equals axis 1 comes before axis 0,
-/// and axis 2 comes first where axis 0 leads, else last.
+/// follow the axes in descending order of their fractions. Among equal fractions axis 1 comes
+/// before axis 0, and axis 2 comes first if axis 0 leads, else last.
 template <typename Fraction>
 constexpr Tetrahedron<Fraction> enclosingTetrahedron(const RowOrder<Fraction>& row, Fraction f2,
                                                      Fraction whole) {

@@ -1,15 +1,18 @@
+// apply LUT IN-IMAGE OUT-IMAGE: applies a table to an image.
+
 #include "calc/look_up_image.h"
 #include "cli/command.h"
+#include "cli/domain.h"
 #include "cli/images.h"
-#include "cli/range.h"
 
 #include <utility>
 
 namespace {
 
-bool apply(const cli::ImageJob& job, const QString& path, Read_LUTFile& lut) {
+bool apply(const cli::ImageJob& job, const QString& path) {
     QImage image = cli::loadImage(path);
-    return !image.isNull() && cli::saveImage(job, tintwell::lookUpImage(lut, std::move(image)));
+    return !image.isNull() &&
+           saveImage(job, tintwell::lookUpImage(job.table.lut, std::move(image)));
 }
 
 } // namespace
@@ -17,11 +20,10 @@ bool apply(const cli::ImageJob& job, const QString& path, Read_LUTFile& lut) {
 int cli::runApply(const Command& self, const QStringList& arguments) {
     CommandLine line(self);
     ImageJob job;
-    Read_LUTFile lut(nullptr);
-    if (const auto status = begin(line, arguments, 3, job, lut)) {
+    if (const auto status = beginImageJob(line, arguments, 3, job)) {
         return *status;
     }
-    noteRange(line.operands().first(), job.lutFormat, lut);
+    noteDomain(job.table);
     const QString in = line.operands().at(1);
-    return doImageWork(in, [&] { return apply(job, in, lut); });
+    return doImageWork(in, [&] { return apply(job, in); });
 }

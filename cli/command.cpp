@@ -10,14 +10,20 @@
 namespace cli {
 
 CommandLine::CommandLine(const Command& command) : m_command(command) {
-    m_parser.addOption(
-        {{QStringLiteral("h"), QStringLiteral("help")}, QStringLiteral("Show this help.")});
-    addOption("verbose", "Trace what readers do on standard error.");
+    addOptions(commonOptions());
+    for (const std::span<const Option>& group : command.options) {
+        addOptions(group);
+    }
 }
 
-void CommandLine::addOption(const char* name, const char* description, const char* valueName) {
-    m_parser.addOption(
-        {QLatin1String(name), QString::fromUtf8(description), QLatin1String(valueName)});
+void CommandLine::addOptions(std::span<const Option> options) {
+    for (const Option& option : options) {
+        QStringList names = {QLatin1String(option.name)};
+        if (option.letter != nullptr) {
+            names.prepend(QLatin1String(option.letter));
+        }
+        m_parser.addOption({names, QString::fromUtf8(option.help), QLatin1String(option.value)});
+    }
 }
 
 std::optional<int> CommandLine::parse(const QStringList& arguments, int least, int most) {
@@ -49,24 +55,27 @@ bool CommandLine::isSet(const char* option) const {
     return m_parser.isSet(QLatin1String(option));
 }
 
-QString CommandLine::value(const char* option) const {
-    return m_parser.value(QLatin1String(option));
+std::optional<QString> CommandLine::value(const char* option) const {
+    return isSet(option) ? std::optional(m_parser.value(QLatin1String(option))) : std::nullopt;
 }
 
-std::optional<int> CommandLine::number(const char* option, int least, int most, int unset) const {
-    if (!isSet(option)) {
-        return unset;
+bool CommandLine::number(const char* option, int least, int most,
+                         std::optional<int>& number) const {
+    const std::optional<QString> text = value(option);
+    if (!text) {
+        return true;
     }
     bool isNumber = false;
-    const int number = value(option).toInt(&isNumber);
-    if (isNumber && number >= least && number <= most) {
-        return number;
+    const int found = text->toInt(&isNumber);
+    if (isNumber && found >= least && found <= most) {
+        number = found;
+        return true;
     }
     wrong(QStringLiteral("found --%1 %2, expected a whole number from %3 to %4")
-              .arg(QLatin1String(option), value(option))
+              .arg(QLatin1String(option), *text)
               .arg(least)
               .arg(most));
-    return std::nullopt;
+    return false;
 }
 
 int CommandLine::wrong(const QString& what) const {
@@ -76,7 +85,7 @@ int CommandLine::wrong(const QString& what) const {
 }
 
 void CommandLine::showHelp() const {
-    // The toolkit's own usage line knows nothing of commands.
+    // Qt's own usage line does not include the command.
     const QString help = m_parser.helpText();
     const QString options = help.mid(help.indexOf(QLatin1Char('\n')) + 1);
     std::printf("Usage: tintwell-cli %s [options]", m_command.name);

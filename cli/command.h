@@ -3,28 +3,48 @@
 #include <QCommandLineParser>
 #include <QStringList>
 
+#include <array>
 #include <optional>
+#include <span>
 
 namespace cli {
 
-/// What the program tells the shell.
+/// The program's exit status.
 enum ExitStatus { Done = 0, Failed = 1, Usage = 2 };
 
-/// What a command asks of the toolkit.
+/// How much of Qt a command needs.
 enum class Toolkit { Core, Fonts };
 
-/// One command of the program. Help, dispatch and the tests of the documents go through the table
-/// of these in main.cpp.
+/// How the value of an option is completed.
+enum class Completion { Nothing, Formats, Orders, Folders };
+
+/// An option of a command. --help, the manual page and the completions are all made from this.
+struct Option {
+    const char* name;
+    const char* value; ///< name of its value; null if it has none
+    const char* help;  ///< a sentence or two
+    Completion completion = Completion::Nothing;
+    const char* letter = nullptr; ///< its short form, if it has one
+};
+
+/// One command of the program.
 struct Command {
     const char* name;
-    const char* operands; ///< as the usage line shows them: "FIRST SECOND OUT"
+    const char* operands; ///< as in the usage line: "FIRST SECOND OUT"
     const char* summary;  ///< one sentence, without a full stop
     int (*run)(const Command& self, const QStringList& arguments); ///< returns an ExitStatus
+    std::array<std::span<const Option>, 3> options = {}; ///< in groups that commands share
     Toolkit toolkit = Toolkit::Core;
     const char* batch = nullptr; ///< a second form of the operands, with the options it needs
 };
 
-// The commands, each in a source of its name. The arguments begin with the command's name.
+/// Every command, in the order in which the help lists them.
+std::span<const Command> allCommands();
+
+/// The options that every command has.
+std::span<const Option> commonOptions();
+
+// The commands, each in a source file of its name. The arguments begin with the command's name.
 int runFormats(const Command& self, const QStringList& arguments);
 int runInfo(const Command& self, const QStringList& arguments);
 int runConvert(const Command& self, const QStringList& arguments);
@@ -33,30 +53,29 @@ int runIdentity(const Command& self, const QStringList& arguments);
 int runApply(const Command& self, const QStringList& arguments);
 int runPicture(const Command& self, const QStringList& arguments);
 
-/// The command line of one command: its own options beside --help and --verbose, which every
-/// command has.
+/// The command line of one command.
 class CommandLine {
 public:
     explicit CommandLine(const Command& command);
 
-    /// Adds an option; one with a \a valueName takes a value.
-    void addOption(const char* name, const char* description, const char* valueName = nullptr);
-
-    /// Takes the arguments apart. A status, when there is nothing more to do: help was asked for
-    /// and given, or the usage is wrong and was reported. Needs \a least to \a most operands.
+    /// Parses the arguments, which must include \a least to \a most operands. Returns a status if
+    /// the command has nothing more to do: help was asked for and printed, or wrong usage was
+    /// reported.
     std::optional<int> parse(const QStringList& arguments, int least, int most);
 
     bool isSet(const char* option) const;
-    QString value(const char* option) const;
-    /// The option as a whole number from \a least to \a most, \a unset without the option. None,
-    /// with the usage reported as wrong, for anything else.
-    std::optional<int> number(const char* option, int least, int most, int unset) const;
+    /// None if the option is not given.
+    std::optional<QString> value(const char* option) const;
+    /// Parses the option as a whole number from \a least to \a most into \a number, which is
+    /// unchanged if the option is not given. False, with wrong usage reported, for any other value.
+    bool number(const char* option, int least, int most, std::optional<int>& number) const;
     QStringList operands() const { return m_parser.positionalArguments(); }
 
     /// Reports wrong usage; returns Usage.
     int wrong(const QString& what) const;
 
 private:
+    void addOptions(std::span<const Option> options);
     void showHelp() const;
 
     const Command& m_command;

@@ -1,9 +1,9 @@
 // convert IN... OUT: reads tables and writes them in another format, size or order.
 
+#include "cli/domain.h"
+#include "cli/input.h"
 #include "cli/output.h"
-#include "cli/range.h"
 #include "cli/report.h"
-#include "lut/catalogue.h"
 
 #include <QDir>
 #include <QElapsedTimer>
@@ -23,8 +23,9 @@
 
 namespace {
 
-using cli::Orders;
+using cli::Input;
 using cli::Output;
+using tintwell::Format;
 
 struct Job {
     QString in;
@@ -32,32 +33,30 @@ struct Job {
 };
 
 struct Conversion {
-    std::optional<int> from; ///< --from; else each input tells
-    int to = 0;
-    Orders inOrders; ///< --in-order
+    Input input;
     Output output;
+    const Format* to = nullptr;
 };
 
 bool convert(const Conversion& conversion, const Job& job) {
-    const auto from = conversion.from ? conversion.from : cli::formatOfInput(job.in);
-    Read_LUTFile lut(nullptr);
-    if (!from || !cli::readLut(job.in, *from, conversion.inOrders, lut)) {
+    cli::Table table;
+    if (!cli::readTable(conversion.input, job.in, table)) {
         return false;
     }
-    cli::noteRange(job.in, *from, lut);
-    return cli::writeTable(conversion.output, conversion.to, job.in, job.out, lut);
+    noteDomain(table);
+    return cli::writeTable(conversion.output, *conversion.to, job.in, job.out, table.lut);
 }
 
-/// Where the files of a batch go. Leaves out, with the error reported, those that would take the
-/// place of another.
-std::vector<Job> batchJobs(const QStringList& inputs, const QString& folder, int formatCode) {
-    const QString extension = cli::extensionsOf(formatCode).first();
+/// The output paths of a batch. Inputs whose output would overwrite that of another are reported as
+/// errors and left out.
+std::vector<Job> batchJobs(const QStringList& inputs, const QString& folder, const Format& to) {
+    const QString extension = extensionsOf(to).first();
     std::vector<Job> jobs;
     QSet<QString> taken;
     for (const QString& in : inputs) {
         const QString name = QFileInfo(in).completeBaseName() + QLatin1Char('.') + extension;
         if (taken.contains(name)) {
-            cli::reportFile(in, QStringLiteral("another input becomes %1 already").arg(name));
+            cli::reportFile(in, QStringLiteral("another input is already written to %1").arg(name));
             continue;
         }
         taken.insert(name);
@@ -76,7 +75,7 @@ public:
 
     int done() const { return m_done; }
 
-    /// Takes jobs until none is left.
+    /// Takes jobs until none are left.
     void work() noexcept {
         for (std::size_t n = m_next++; n < m_jobs.size(); n = m_next++) {
             const int converted = run(m_jobs[n]) ? 1 : 0;
@@ -111,7 +110,8 @@ private:
     int m_done = 0;
 };
 
-/// Runs every job, \a threads at a time or as many as can be started. Returns how many succeeded.
+/// Runs every job, \a threads at a time or as many as can be started. Returns the number that
+/// succeeded.
 int runAll(const Conversion& conversion, const std::vector<Job>& jobs, int threads) {
     Batch batch(conversion, jobs);
     std::vector<std::thread> helpers;
@@ -122,7 +122,7 @@ int runAll(const Conversion& conversion, const std::vector<Job>& jobs, int threa
             helpers.emplace_back([&batch] { batch.work(); });
         }
     } catch (const std::exception&) {
-        // No more threads can be started: those that run do all the work.
+        // No more threads can be started: the running ones do all the work.
     }
     batch.work();
     for (std::thread& helper : helpers) {
@@ -132,22 +132,21 @@ int runAll(const Conversion& conversion, const std::vector<Job>& jobs, int threa
     return batch.done();
 }
 
-int convertBatch(const cli::CommandLine& line, Conversion conversion, int threads) {
-    if (conversion.output.formatName.isEmpty()) {
+int convertBatch(const cli::CommandLine& line, Conversion conversion, const QString& folder,
+                 int threads) {
+    if (conversion.output.format == nullptr) {
         return line.wrong(QStringLiteral("--output-directory needs --to"));
     }
-    const auto to = cli::targetFormat(line, conversion.output, QString());
-    if (!to) {
+    conversion.to = cli::targetFormat(line, conversion.output, QString());
+    if (conversion.to == nullptr) {
         return cli::Usage;
     }
-    conversion.to = *to;
-    const QString folder = line.value("output-directory");
     if (!QDir().mkpath(folder)) {
-        cli::reportFile(folder, QStringLiteral("the folder cannot be made"));
+        cli::reportFile(folder, QStringLiteral("the folder cannot be created"));
         return cli::Failed;
     }
     const QStringList inputs = line.operands();
-    const std::vector<Job> jobs = batchJobs(inputs, folder, conversion.to);
+    const std::vector<Job> jobs = batchJobs(inputs, folder, *conversion.to);
     const int failed = inputs.size() - runAll(conversion, jobs, threads);
     if (failed > 0) {
         cli::report(QStringLiteral("%1 of %2 files failed").arg(failed).arg(inputs.size()));
@@ -164,17 +163,14 @@ int convertOne(const cli::CommandLine& line, Conversion conversion) {
     }
     const QString& in = operands.first();
     const QString& out = operands.last();
-    if (!conversion.from) {
-        conversion.from = cli::formatOfInput(in);
-    }
-    if (!conversion.from) {
+    conversion.input.format = formatOfInput(conversion.input, in);
+    if (conversion.input.format == nullptr) {
         return cli::Failed;
     }
-    const auto to = cli::targetFormat(line, conversion.output, out, conversion.from);
-    if (!to) {
+    conversion.to = cli::targetFormat(line, conversion.output, out, conversion.input.format);
+    if (conversion.to == nullptr) {
         return cli::Usage;
     }
-    conversion.to = *to;
     return convert(conversion, {in, out}) ? cli::Done : cli::Failed;
 }
 
@@ -182,29 +178,17 @@ int convertOne(const cli::CommandLine& line, Conversion conversion) {
 
 int cli::runConvert(const Command& self, const QStringList& arguments) {
     CommandLine line(self);
-    line.addOption("from", fromHelp, "FORMAT");
-    line.addOption("in-order", "Orders of the input, in the words of --out-order.", "ORDER");
-    addOutputOptions(line);
-    line.addOption("output-directory",
-                   "Write every operand into DIR, under its own name with the extension of --to.",
-                   "DIR");
-    line.addOption("jobs", "Convert so many files of a batch at a time; else one a processor.",
-                   "N");
     if (const auto status = line.parse(arguments, 1, std::numeric_limits<int>::max())) {
         return *status;
     }
-    const auto output = outputOptions(line);
-    const auto inOrders = output ? ordersOption(line, "in-order") : std::nullopt;
-    const auto threads = line.number("jobs", 1, 256, QThread::idealThreadCount());
-    if (!inOrders || !threads || !fromIsKnown(line)) {
+    const std::optional<Input> input = inputOptions(line);
+    const std::optional<Output> output = input ? outputOptions(line) : std::nullopt;
+    std::optional<int> threads = QThread::idealThreadCount();
+    if (!output || !line.number("jobs", 1, 256, threads)) {
         return Usage;
     }
-    Conversion conversion;
-    conversion.inOrders = *inOrders;
-    conversion.output = *output;
-    if (line.isSet("from")) {
-        conversion.from = formatByName(line.value("from"));
-    }
-    return line.isSet("output-directory") ? convertBatch(line, conversion, *threads)
-                                          : convertOne(line, conversion);
+    const Conversion conversion = {*input, *output};
+    const std::optional<QString> folder = line.value("output-directory");
+    return folder ? convertBatch(line, conversion, *folder, *threads)
+                  : convertOne(line, conversion);
 }

@@ -1,7 +1,6 @@
 // formats: the catalogue as a table.
 
 #include "cli/command.h"
-#include "cli/files.h"
 #include "cli/standard_output.h"
 #include "lut/catalogue.h"
 
@@ -12,15 +11,13 @@
 
 namespace {
 
+using tintwell::catalogue;
 using tintwell::Format;
-using tintwell::formatCount;
-using tintwell::kindName;
 
 void printTable() {
     std::puts("CODE  NAME       KIND  READS  WRITES  EXTENSIONS                 LABEL");
-    for (int code = 0; code < formatCount; ++code) {
-        const Format& format = *tintwell::formatOf(code);
-        std::printf("%4d  %-9s  %-4s  %-5s  %-6s  %-25s  %s\n", code, format.name,
+    for (const Format& format : catalogue) {
+        std::printf("%4d  %-9s  %-4s  %-5s  %-6s  %-25s  %s\n", codeOf(format), format.name,
                     kindName(format.kind), "yes", format.write != nullptr ? "yes" : "no",
                     format.extensions, format.label);
     }
@@ -28,17 +25,16 @@ void printTable() {
 
 QJsonArray asJson() {
     QJsonArray formats;
-    for (int code = 0; code < formatCount; ++code) {
-        const Format& format = *tintwell::formatOf(code);
+    for (const Format& format : catalogue) {
         formats.append(QJsonObject{
-            {QStringLiteral("code"), code},
+            {QStringLiteral("code"), codeOf(format)},
             {QStringLiteral("name"), QLatin1String(format.name)},
             {QStringLiteral("label"), QString::fromUtf8(format.label)},
             {QStringLiteral("kind"), QLatin1String(kindName(format.kind))},
             {QStringLiteral("reads"), true},
             {QStringLiteral("writes"), format.write != nullptr},
-            {QStringLiteral("extensions"), QJsonArray::fromStringList(cli::extensionsOf(code))},
-            {QStringLiteral("remark"), QLatin1String(format.remark)}});
+            {QStringLiteral("extensions"), QJsonArray::fromStringList(extensionsOf(format))},
+            {QStringLiteral("caveat"), QLatin1String(format.traits.caveat)}});
     }
     return formats;
 }
@@ -47,7 +43,6 @@ QJsonArray asJson() {
 
 int cli::runFormats(const Command& self, const QStringList& arguments) {
     CommandLine line(self);
-    line.addOption("json", "Print JSON.");
     if (const auto status = line.parse(arguments, 0, 0)) {
         return *status;
     }

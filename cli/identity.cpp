@@ -1,29 +1,12 @@
-// identity OUT: a table that changes nothing.
+// identity OUT: writes an identity table.
 
-#include "calc/lutcalc.h"
+#include "calc/make_table.h"
 #include "cli/output.h"
 #include "cli/report.h"
 #include "cli/shape.h"
 
-namespace {
-
-bool makeIdentity(tintwell::TableKind kind, int size, Read_LUTFile& lut) {
-    if (!cli::allocate(kind, size, lut)) {
-        return false;
-    }
-    if (kind == tintwell::TableKind::ThreeD) {
-        LutCalc().Lut3D_OnebyOne(lut);
-    } else {
-        LutCalc().Lut1D_OnebyOne(lut);
-    }
-    return true;
-}
-
-} // namespace
-
 int cli::runIdentity(const Command& self, const QStringList& arguments) {
     CommandLine line(self);
-    addOutputOptions(line);
     if (const auto status = line.parse(arguments, 1, 1)) {
         return *status;
     }
@@ -32,15 +15,15 @@ int cli::runIdentity(const Command& self, const QStringList& arguments) {
         return Usage;
     }
     const QString path = line.operands().first();
-    const std::optional<int> code = targetFormat(line, *output, path);
-    if (!code) {
+    const tintwell::Format* const format = targetFormat(line, *output, path);
+    if (format == nullptr) {
         return Usage;
     }
-    const tintwell::Format& format = *tintwell::formatOf(*code);
     Read_LUTFile lut(nullptr);
-    if (!makeIdentity(format.kind, sizeIn(format, output->size, usualSize(format.kind)), lut)) {
+    const int size = sizeIn(*format, output->size, usualSize(format->kind));
+    if (!tintwell::makeIdentity(lut, format->kind, size)) {
         reportFile(path, lut.lastError);
         return Failed;
     }
-    return writeTable(*output, *code, path, path, lut) ? Done : Failed;
+    return writeTable(*output, *format, path, path, lut) ? Done : Failed;
 }

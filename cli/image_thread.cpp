@@ -24,7 +24,7 @@ bool canStartThread() {
     return true;
 }
 
-/// Starts the pool's only thread, which lasts as long as the program.
+/// Starts the pool's only thread, which runs as long as the program.
 bool startThread() {
     constexpr int patience = 30'000; // in milliseconds
     if (!canStartThread()) {
@@ -36,7 +36,8 @@ bool startThread() {
     QSemaphore running;
     pool.start([&running] { running.release(); });
     if (!running.tryAcquire(1, patience)) {
-        // Another program has just taken the last one. The pool would wait for it at exit, too.
+        // Another program has just used up the limit. The pool would otherwise wait for this thread
+        // at exit.
         report(noImageThread());
         std::_Exit(Failed);
     }
@@ -68,7 +69,7 @@ bool onImageThread(const std::function<void()>& work) {
 }
 
 QString noImageThread() {
-    return QStringLiteral("images need a thread, and none can be started");
+    return QStringLiteral("cannot start the thread that images need");
 }
 
 } // namespace cli

@@ -6,12 +6,12 @@
 
 namespace cli {
 
-/// Does work on images on a thread of the toolkit's pool, where the toolkit's image code runs in
-/// that thread alone. In any other thread it splits large images among the threads of the pool, and
-/// waits forever for one that cannot start. False, with nothing done, if no thread can be started.
+/// Runs work on images in a thread of Qt's pool, because there Qt's image code uses no other
+/// thread. In any other thread it splits large images among the threads of the pool, and waits
+/// forever for one that cannot be started. False, with nothing done, if no thread can be started.
 bool onImageThread(const std::function<void()>& work);
 
-/// The message for that.
+/// The error message for that failure.
 QString noImageThread();
 
 } // namespace cli

@@ -2,11 +2,9 @@
 
 #include "calc/look_up_image.h"
 #include "cli/image_thread.h"
-#include "cli/output.h"
 #include "cli/report.h"
 #include "lut/image_file.h"
 
-#include <QFile>
 #include <QFileInfo>
 #include <QImageReader>
 #include <QImageWriter>
@@ -15,56 +13,13 @@
 
 namespace {
 
-/// A header of a few bytes can claim any size; this many pixels take 4 GiB at 16 bits a channel.
+/// The limit on pixels, because a header of a few bytes can claim any size. This many take 4 GiB at
+/// 16 bits per channel.
 constexpr std::int64_t MaxPixels = std::int64_t{1} << 29;
 
 QImage refuse(const QString& path, const QString& why) {
     cli::reportFile(path, why);
     return {};
-}
-
-/// A file that remembers a failed write. Image writers do not check all of theirs, and the next one
-/// may succeed.
-class WatchedFile : public QFile {
-public:
-    using QFile::QFile;
-
-    QString failure() const { return m_failure; }
-
-protected:
-    qint64 writeData(const char* data, qint64 size) override {
-        qint64 written = 0;
-        while (written < size) {
-            const qint64 count = QFile::writeData(data + written, size - written);
-            if (count <= 0) {
-                m_failure = errorString();
-                return -1;
-            }
-            written += count;
-        }
-        return written;
-    }
-
-private:
-    QString m_failure;
-};
-
-/// What went wrong; empty when nothing did.
-QString write(const QString& path, const QByteArray& type, const QImage& image) {
-    WatchedFile file(path);
-    if (!file.open(QIODevice::WriteOnly)) {
-        return file.errorString();
-    }
-    QImageWriter writer(&file, type);
-    if (type == "jpg" || type == "jpeg") {
-        writer.setQuality(95); // what the toolkit takes by itself shows bands in gradients
-    }
-    const bool written = writer.write(image);
-    const bool flushed = file.flush();
-    return !file.failure().isEmpty() ? file.failure()
-           : !flushed                ? file.errorString()
-           : !written                ? writer.errorString()
-                                     : QString();
 }
 
 void noteLosses(const QString& path, const QImage& image) {
@@ -73,31 +28,25 @@ void noteLosses(const QString& path, const QImage& image) {
     }
     const QImage::Format saved = QImageReader(path).imageFormat();
     if (saved == QImage::Format_Invalid) {
-        return; // the type does not tell
+        return; // the type cannot be told
     }
     if (tintwell::isDeep(image.format()) && !tintwell::isDeep(saved)) {
-        cli::noteFile(path, QStringLiteral("holds 8 of 16 bits a channel"));
+        cli::noteFile(path, QStringLiteral("stores only 8 of the 16 bits per channel"));
     }
     if (image.hasAlphaChannel() && !QImage(1, 1, saved).hasAlphaChannel()) {
-        cli::noteFile(path, QStringLiteral("holds no alpha"));
+        cli::noteFile(path, QStringLiteral("stores no alpha channel"));
     }
 }
 
 } // namespace
 
-std::optional<int> cli::begin(CommandLine& line, const QStringList& arguments, int operands,
-                              ImageJob& job, Read_LUTFile& lut) {
-    line.addOption("from", fromHelp, "FORMAT");
-    line.addOption("in-order",
-                   "Orders of the table: rgb or bgr, red-fastest or blue-fastest, or one of each "
-                   "with a comma; else as the format has them.",
-                   "ORDER");
-    line.addOption("force", "Replace an existing file.");
+std::optional<int> cli::beginImageJob(CommandLine& line, const QStringList& arguments, int operands,
+                                      ImageJob& job) {
     if (const auto status = line.parse(arguments, operands, operands)) {
         return status;
     }
-    const auto orders = ordersOption(line, "in-order");
-    if (!orders || !fromIsKnown(line)) {
+    const std::optional<Input> input = inputOptions(line);
+    if (!input) {
         return Usage;
     }
     job.target = {line.operands().last(), line.isSet("force")};
@@ -108,12 +57,9 @@ std::optional<int> cli::begin(CommandLine& line, const QStringList& arguments, i
                               .arg(job.target.path, QString::fromLatin1(job.type),
                                    QString::fromLatin1(types.join(' '))));
     }
-    const QString path = line.operands().first();
-    const auto format = formatOfInput(path, line.value("from"));
-    if (!format || !readLut(path, *format, *orders, lut)) {
+    if (!readTable(*input, line.operands().first(), job.table)) {
         return Failed;
     }
-    job.lutFormat = *format;
     return std::nullopt;
 }
 
@@ -132,7 +78,7 @@ QImage cli::loadImage(const QString& path) {
         return refuse(path, image.error);
     }
     if (image.pixels.isNull()) {
-        return refuse(path, QStringLiteral("found %1 x %2 pixels, expected at most %3 of them")
+        return refuse(path, QStringLiteral("found %1 x %2 pixels, expected at most %3 in all")
                                 .arg(image.size.width())
                                 .arg(image.size.height())
                                 .arg(MaxPixels));
@@ -141,7 +87,9 @@ QImage cli::loadImage(const QString& path) {
 }
 
 bool cli::saveImage(const ImageJob& job, const QImage& image) {
-    const auto writeTo = [&](const QString& path) { return write(path, job.type, image); };
+    const auto writeTo = [&](const QString& path) {
+        return tintwell::writeImage(path, job.type, image);
+    };
     if (!saveFile(job.target, writeTo)) {
         return false;
     }

@@ -1,7 +1,8 @@
 #pragma once
 
 #include "cli/command.h"
-#include "cli/files.h"
+#include "cli/input.h"
+#include "cli/target.h"
 
 #include <QByteArray>
 #include <QImage>
@@ -12,28 +13,28 @@
 
 namespace cli {
 
-/// What a command that makes an image with a table works on.
+/// The input of a command that makes an image from a table.
 struct ImageJob {
+    Table table;
     Target target;
-    QByteArray type; ///< of the image: the toolkit's name
-    int lutFormat = 0;
+    QByteArray type; ///< of the image, by Qt's name
 };
 
-/// Begins such a command: takes the arguments apart, of which the first names the table and the
-/// last the image, and reads the table. A status, with the error reported, when there is nothing
+/// Begins such a command: parses the arguments, where the first operand is the table and the last
+/// the image, and reads the table. Returns a status, with the error reported, if there is nothing
 /// more to do.
-std::optional<int> begin(CommandLine& line, const QStringList& arguments, int operands,
-                         ImageJob& job, Read_LUTFile& lut);
+std::optional<int> beginImageJob(CommandLine& line, const QStringList& arguments, int operands,
+                                 ImageJob& job);
 
-/// Does the work on images of such a command, which tells whether it succeeded. Returns a status,
-/// with the error about \a path reported, where the work cannot be begun.
+/// Runs the image work of such a command; \a work returns whether it succeeded. Returns a status,
+/// with the error about \a path reported if the work cannot be started.
 int doImageWork(const QString& path, const std::function<bool()>& work);
 
-/// Loads an image of any type that the toolkit knows, upright. Null, with the error reported, for
-/// what is no image or too large a one.
+/// Loads an image of a type in the catalogue, upright. Null, with the error reported, for anything
+/// else and for an image that is too large.
 QImage loadImage(const QString& path);
 
-/// Saves an image through saveFile(), with a note where its type cannot hold all of it.
+/// Saves an image with saveFile(), and notes what its type cannot store.
 bool saveImage(const ImageJob& job, const QImage& image);
 
 } // namespace cli

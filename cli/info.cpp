@@ -1,25 +1,20 @@
-// info FILE...: what tables hold, and what may surprise in them.
+// info FILE...: shows what tables hold, and what may surprise their users.
 
-#include "calc/lattice_axis.h"
+#include "calc/measure.h"
 #include "cli/command.h"
-#include "cli/files.h"
+#include "cli/domain.h"
+#include "cli/input.h"
 #include "cli/printable.h"
-#include "cli/range.h"
-#include "cli/report.h"
-#include "cli/shape.h"
 #include "cli/standard_output.h"
-#include "lut/bounded_read.h"
+#include "cli/words.h"
 #include "lut/catalogue.h"
-#include "lut/lattice.h"
+#include "lut/header_lines.h"
 
 #include <QJsonArray>
 #include <QJsonObject>
-#include <QRegularExpression>
-#include <QTextStream>
 
 #include <algorithm>
 #include <array>
-#include <cmath>
 #include <cstdio>
 #include <limits>
 #include <optional>
@@ -27,132 +22,36 @@
 
 namespace {
 
-using cli::Channels;
+using cli::formatted;
+using tintwell::Channels;
+using tintwell::Format;
+using tintwell::Statistics;
 using tintwell::TableKind;
-using tintwell::unitPosition;
 
 constexpr std::array<const char*, 3> channelNames = {"red", "green", "blue"};
-
-/// What the samples of a table come to.
-struct Samples {
-    Channels least;
-    Channels most;
-    float departure = 0; ///< the largest from the identity
-    int notFinite = 0;   ///< numbers, which count for nothing else
-
-    Samples() {
-        least.fill(std::numeric_limits<float>::infinity());
-        most.fill(-std::numeric_limits<float>::infinity());
-    }
-
-    void take(const float* cell, const Channels& identity) {
-        for (std::size_t c = 0; c < 3; ++c) {
-            if (!std::isfinite(cell[c])) {
-                ++notFinite;
-                continue;
-            }
-            least[c] = std::min(least[c], cell[c]);
-            most[c] = std::max(most[c], cell[c]);
-            departure = std::max(departure, std::fabs(cell[c] - identity[c]));
-        }
-    }
-    bool isClose() const { return departure <= 1e-5F; }
-    bool isIdentity() const { return isClose() && notFinite == 0; }
-};
 
 struct TableFacts {
     TableKind kind;
     int size;
-    cli::StatedRange range;
-    Samples samples;
+    cli::StatedDomain domain;
+    Statistics samples;
 };
 
 struct Facts {
     QString path;
-    int code = 0;
+    const Format* format = nullptr;
     std::vector<TableFacts> tables;
-    bool rgb = true;
-    bool blueFastest = true;
+    tintwell::Orders orders = tintwell::rgbBlueFastest;
     QStringList header;
     QStringList notes;
 };
 
-Samples samplesOf3D(const Read_LUTFile& lut) {
-    Samples samples;
-    const int n = lut.size3D;
-    tintwell::visitLattice(n, [&](int i, int j, int k) {
-        samples.take(lut.data3D[i][j][k],
-                     {unitPosition(i, n), unitPosition(j, n), unitPosition(k, n)});
-        return true;
-    });
-    return samples;
-}
-
-Samples samplesOf1D(const Read_LUTFile& lut) {
-    Samples samples;
-    for (int n = 0; n < lut.size1D; ++n) {
-        const float t = unitPosition(n, lut.size1D);
-        samples.take(lut.data1D[n], {t, t, t});
-    }
-    return samples;
-}
-
-/// No part of an XML document. Bytes of another encoding than UTF-8 do no harm.
-bool isPlain(const QString& text) {
-    return !text.startsWith(QLatin1Char('<')) && std::all_of(text.begin(), text.end(), [](QChar c) {
-        return c == QLatin1Char('\t') || c.isPrint();
-    });
-}
-
-bool isImage(int code) {
-    return cli::extensionsOf(code).contains(QStringLiteral("png"));
-}
-
-bool isWord(const QString& text) {
-    bool isNumber = false; // "nan" and "1e-5" are
-    static_cast<void>(text.toDouble(&isNumber));
-    return !isNumber && std::any_of(text.begin(), text.end(), [](QChar c) { return c.isLetter(); });
-}
-
-/// Lines of samples have none.
-bool hasWords(const QString& text) {
-    static const QRegularExpression gapsAndSigns(QStringLiteral("(?:^|[\\s,]+)[-+]?"));
-    const QStringList parts = text.split(gapsAndSigns, Qt::SkipEmptyParts);
-    return std::any_of(parts.begin(), parts.end(), isWord);
-}
-
-/// The lines of a text file before its samples: titles, comments, keywords. Only the front of the
-/// file is looked at.
-QStringList headerOf(const QString& path) {
-    constexpr int longestHead = 1 << 14;
-    constexpr int enough = 12;
-    constexpr int longest = 100;
-    QString error;
-    QByteArray head = tintwell::readHead(path, longestHead, error).value_or(QByteArray());
-    if (head.size() == longestHead) {
-        head.truncate(head.lastIndexOf('\n')); // which may have cut a line
-    }
-    QTextStream lines(head.replace("\r", ""));
-    lines.setCodec("UTF-8");
-    QStringList header;
-    while (!lines.atEnd() && header.size() < enough) {
-        const QString line = lines.readLine().trimmed().left(longest);
-        if (hasWords(line) && isPlain(line)) {
-            header += line;
-        } else if (!line.isEmpty() && !line.startsWith(QLatin1Char('#'))) {
-            break;
-        }
-    }
-    return header;
-}
-
 QStringList notesOn(const Facts& facts, const Read_LUTFile& lut) {
-    const tintwell::Format& format = *tintwell::formatOf(facts.code);
-    QStringList notes = {QLatin1String(format.remark)};
+    QStringList notes = {QLatin1String(facts.format->traits.caveat)};
     for (const TableFacts& table : facts.tables) {
-        notes += remarkOn(table.range, format);
-        if (table.samples.notFinite > 0) {
-            notes += QStringLiteral("%1 numbers are not finite").arg(table.samples.notFinite);
+        notes += domainCaveat(table.domain, *facts.format);
+        if (table.samples.nonFiniteCount > 0) {
+            notes += QStringLiteral("%1 numbers are not finite").arg(table.samples.nonFiniteCount);
         }
     }
     notes.removeAll(QString());
@@ -161,37 +60,30 @@ QStringList notesOn(const Facts& facts, const Read_LUTFile& lut) {
         notes += QStringLiteral("a Mesh line declares integer samples");
     }
     if (lut.gamma != 1.0) {
-        notes += QStringLiteral("a gamma of %1 is stated, and not applied").arg(lut.gamma);
+        notes += QStringLiteral("the gamma of %1 is not applied").arg(lut.gamma);
     }
     return notes;
 }
 
-/// Reports what is wrong with a file that cannot be told of.
-std::optional<Facts> factsOf(const QString& path, const QString& formatName) {
-    const auto code = cli::formatOfInput(path, formatName);
-    if (!code) {
-        return std::nullopt;
-    }
-    Read_LUTFile lut(nullptr);
-    if (!cli::readLut(path, *code, cli::Orders(), lut)) {
-        return std::nullopt;
-    }
+TableFacts factsOf(const Read_LUTFile& lut, TableKind kind) {
+    return {kind, kind == TableKind::ThreeD ? lut.size3D : lut.size1D, cli::statedDomain(lut, kind),
+            statisticsOf(lut, kind)};
+}
 
+Facts factsOf(const cli::Table& table) {
+    const Read_LUTFile& lut = table.lut;
     Facts facts;
-    facts.path = path;
-    facts.code = *code;
-    facts.rgb = lut.dataOrder;
-    facts.blueFastest = lut.tableOrder;
-    if (lut.size3D > 0) {
-        facts.tables.push_back({TableKind::ThreeD, lut.size3D, cli::rangeOf(lut, TableKind::ThreeD),
-                                samplesOf3D(lut)});
+    facts.path = table.path;
+    facts.format = table.format;
+    facts.orders = {lut.dataOrder, lut.tableOrder};
+    if (lut.hasTable3D()) {
+        facts.tables.push_back(factsOf(lut, TableKind::ThreeD));
     }
-    if (lut.size1D > 0) {
-        facts.tables.push_back(
-            {TableKind::OneD, lut.size1D, cli::rangeOf(lut, TableKind::OneD), samplesOf1D(lut)});
+    if (lut.hasTable1D()) {
+        facts.tables.push_back(factsOf(lut, TableKind::OneD));
     }
-    if (!isImage(*code)) {
-        facts.header = headerOf(path);
+    if (!table.format->isImage) {
+        facts.header = tintwell::headerLines(table.path);
     }
     facts.notes = notesOn(facts, lut);
     return facts;
@@ -199,10 +91,10 @@ std::optional<Facts> factsOf(const QString& path, const QString& formatName) {
 
 QString ordersText(const Facts& facts) {
     const bool hasLattice = facts.tables.front().kind == TableKind::ThreeD;
-    const QString channels = facts.rgb ? QStringLiteral("rgb") : QStringLiteral("bgr");
-    return !hasLattice         ? channels
-           : facts.blueFastest ? channels + QStringLiteral(",blue-fastest")
-                               : channels + QStringLiteral(",red-fastest");
+    const QString channels = facts.orders.dataOrder ? QStringLiteral("rgb") : QStringLiteral("bgr");
+    return !hasLattice               ? channels
+           : facts.orders.tableOrder ? channels + QStringLiteral(",blue-fastest")
+                                     : channels + QStringLiteral(",red-fastest");
 }
 
 void printRow(const char* name, const QString& value) {
@@ -216,27 +108,27 @@ void printRows(const char* name, const QStringList& values) {
     }
 }
 
-QString identityText(const Samples& samples) {
+QString identityText(const Statistics& samples) {
     return samples.isIdentity() ? QStringLiteral("yes")
            : samples.isClose()
                ? QStringLiteral("no")
-               : QStringLiteral("no, off by up to %1").arg(cli::text(samples.departure));
+               : QStringLiteral("no, off by up to %1").arg(formatted(samples.maxDeviation));
 }
 
-QString rangeText(const Samples& samples, std::size_t channel) {
-    const float least = samples.least[channel];
-    const float most = samples.most[channel];
-    return least <= most ? cli::text(least) + QStringLiteral(" to ") + cli::text(most)
-                         : QStringLiteral("no finite numbers");
+QString rangeText(const Statistics& samples, std::size_t channel) {
+    const float min = samples.min[channel];
+    const float max = samples.max[channel];
+    return min <= max ? formatted(min) + QStringLiteral(" to ") + formatted(max)
+                      : QStringLiteral("no finite numbers");
 }
 
-void printTable(const TableFacts& table, const tintwell::Format& format) {
+void printTable(const TableFacts& table, const Format& format) {
     printRow("kind", QLatin1String(kindName(table.kind)));
     printRow("size", table.kind == TableKind::ThreeD
                          ? QStringLiteral("%1 x %1 x %1").arg(table.size)
                          : cli::entriesText(table.size));
-    if (const char* const name = nameOf(table.range, format)) {
-        printRow(name, text(table.range));
+    if (const char* const label = domainLabel(table.domain, format)) {
+        printRow(label, formatted(table.domain));
     }
     for (std::size_t c = 0; c < channelNames.size(); ++c) {
         printRow(channelNames[c], rangeText(table.samples, c));
@@ -245,7 +137,7 @@ void printTable(const TableFacts& table, const tintwell::Format& format) {
 }
 
 void print(const Facts& facts) {
-    const tintwell::Format& format = *tintwell::formatOf(facts.code);
+    const Format& format = *facts.format;
     std::printf("%s\n", qUtf8Printable(cli::printable(facts.path)));
     printRow("format", QStringLiteral("%1 (%2)").arg(QLatin1String(format.name),
                                                      QString::fromUtf8(format.label)));
@@ -262,31 +154,31 @@ QJsonArray asJson(const Channels& values) {
             static_cast<double>(values[2])};
 }
 
-QJsonObject asJson(const TableFacts& table, const tintwell::Format& format) {
+QJsonObject asJson(const TableFacts& table, const Format& format) {
+    const Statistics& samples = table.samples;
     QJsonObject object = {
         {QStringLiteral("kind"), QLatin1String(kindName(table.kind))},
         {QStringLiteral("size"), table.size},
-        {QStringLiteral("least"), asJson(table.samples.least)},
-        {QStringLiteral("most"), asJson(table.samples.most)},
-        {QStringLiteral("notFinite"), table.samples.notFinite},
-        {QStringLiteral("identity"), table.samples.isIdentity()},
-        {QStringLiteral("departure"), static_cast<double>(table.samples.departure)}};
-    if (const QLatin1String name(nameOf(table.range, format)); !name.isEmpty()) {
-        object.insert(name + QStringLiteral("Min"), asJson(table.range.min));
-        object.insert(name + QStringLiteral("Max"), asJson(table.range.max));
+        {QStringLiteral("min"), asJson(samples.min)},
+        {QStringLiteral("max"), asJson(samples.max)},
+        {QStringLiteral("nonFinite"), static_cast<qint64>(samples.nonFiniteCount)},
+        {QStringLiteral("identity"), samples.isIdentity()},
+        {QStringLiteral("maxDeviation"), static_cast<double>(samples.maxDeviation)}};
+    if (const QLatin1String label(domainLabel(table.domain, format)); !label.isEmpty()) {
+        object.insert(label + QStringLiteral("Min"), asJson(table.domain.min));
+        object.insert(label + QStringLiteral("Max"), asJson(table.domain.max));
     }
     return object;
 }
 
 QJsonObject asJson(const Facts& facts) {
-    const tintwell::Format& format = *tintwell::formatOf(facts.code);
     QJsonArray tables;
     for (const TableFacts& table : facts.tables) {
-        tables.append(asJson(table, format));
+        tables.append(asJson(table, *facts.format));
     }
     return {{QStringLiteral("path"), facts.path},
-            {QStringLiteral("code"), facts.code},
-            {QStringLiteral("format"), QLatin1String(format.name)},
+            {QStringLiteral("code"), codeOf(*facts.format)},
+            {QStringLiteral("format"), QLatin1String(facts.format->name)},
             {QStringLiteral("tables"), tables},
             {QStringLiteral("order"), ordersText(facts)},
             {QStringLiteral("header"), QJsonArray::fromStringList(facts.header)},
@@ -297,24 +189,23 @@ QJsonObject asJson(const Facts& facts) {
 
 int cli::runInfo(const Command& self, const QStringList& arguments) {
     CommandLine line(self);
-    line.addOption("from", fromHelp, "FORMAT");
-    line.addOption("json", "Print JSON.");
     if (const auto status = line.parse(arguments, 1, std::numeric_limits<int>::max())) {
         return *status;
     }
-    if (!fromIsKnown(line)) {
+    const std::optional<Input> input = inputOptions(line);
+    if (!input) {
         return Usage;
     }
     QJsonArray array;
     int failed = 0;
     for (const QString& path : line.operands()) {
-        const std::optional<Facts> facts = factsOf(path, line.value("from"));
-        if (!facts) {
+        Table table;
+        if (!readTable(*input, path, table)) {
             ++failed;
         } else if (line.isSet("json")) {
-            array.append(asJson(*facts));
+            array.append(asJson(factsOf(table)));
         } else {
-            print(*facts);
+            print(factsOf(table));
         }
     }
     if (line.isSet("json")) {

@@ -26,35 +26,24 @@ namespace {
 using cli::Command;
 using cli::Toolkit;
 
-constexpr Command commands[] = {
-    {"formats", "", "List the formats", cli::runFormats},
-    {"info", "FILE...", "Tell what tables hold", cli::runInfo},
-    {"convert", "IN OUT", "Convert tables to another format, size or order", cli::runConvert,
-     Toolkit::Core, "--to FORMAT --output-directory DIR IN..."},
-    {"merge", "FIRST SECOND OUT", "Make one table of two, applied one after the other",
-     cli::runMerge},
-    {"identity", "OUT", "Write a table that changes nothing", cli::runIdentity},
-    {"apply", "LUT IN-IMAGE OUT-IMAGE", "Put an image through a table", cli::runApply},
-    {"picture", "LUT OUT.png", "Draw a table for the eye", cli::runPicture, Toolkit::Fonts},
-};
-
 const Command* commandOf(const QString& name) {
-    const auto* const found =
-        std::find_if(std::begin(commands), std::end(commands),
-                     [&](const Command& command) { return name == QLatin1String(command.name); });
-    return found != std::end(commands) ? found : nullptr;
+    const std::span<const Command> commands = cli::allCommands();
+    const auto found = std::find_if(commands.begin(), commands.end(), [&](const Command& command) {
+        return name == QLatin1String(command.name);
+    });
+    return found != commands.end() ? &*found : nullptr;
 }
 
 void showHelp() {
     std::puts("Usage: tintwell-cli COMMAND [options] ...\n"
               "Convert colour look-up tables.\n\n"
               "Commands:");
-    for (const Command& command : commands) {
+    for (const Command& command : cli::allCommands()) {
         std::printf("  %-9s %-22s  %s.\n", command.name, command.operands, command.summary);
     }
-    std::puts("\ntintwell-cli COMMAND --help tells the options of a command.\n"
-              "tintwell-cli --version tells the version.\n"
-              "Exit status: 0 done, 1 the work failed, 2 wrong usage.");
+    std::puts("\ntintwell-cli COMMAND --help lists the options of a command.\n"
+              "tintwell-cli --version prints the version.\n"
+              "Exit status: 0 success, 1 failure, 2 wrong usage.");
 }
 
 int runWithoutCommand(const QString& word) {
@@ -66,14 +55,14 @@ int runWithoutCommand(const QString& word) {
         std::puts("tintwell-cli " TINTWELL_VERSION);
         return cli::finishOutput();
     }
-    cli::report(word.isEmpty() ? QStringLiteral("found no command")
-                               : QStringLiteral("found no command \"%1\"").arg(word));
+    cli::report(word.isEmpty() ? QStringLiteral("no command given")
+                               : QStringLiteral("unknown command \"%1\"").arg(word));
     cli::report(QStringLiteral("see tintwell-cli --help"));
     return cli::Usage;
 }
 
 std::unique_ptr<QCoreApplication> makeApplication(Toolkit toolkit, int& argc, char* argv[]) {
-    qputenv("QT_NO_GLIB", "1"); // its event loop, unused here, gives up where resources are scarce
+    qputenv("QT_NO_GLIB", "1"); // its event loop, not used here, aborts if resources are scarce
     if (toolkit == Toolkit::Core) {
         return std::make_unique<QCoreApplication>(argc, argv);
     }
@@ -81,8 +70,7 @@ std::unique_ptr<QCoreApplication> makeApplication(Toolkit toolkit, int& argc, ch
     return std::make_unique<QGuiApplication>(argc, argv);
 }
 
-/// Prints what the toolkit has to say, and ends the program with status 1 where the toolkit would
-/// abort it.
+/// Prints Qt's messages, and ends the program with status 1 where Qt would abort it.
 void printMessage(QtMsgType type, const QMessageLogContext& context, const QString& text) {
     std::fprintf(stderr, "%s\n", qUtf8Printable(qFormatLogMessage(type, context, text)));
     if (type == QtFatalMsg) {
@@ -92,13 +80,13 @@ void printMessage(QtMsgType type, const QMessageLogContext& context, const QStri
 
 int runCommand(int argc, char* argv[]) {
     qInstallMessageHandler(printMessage);
-    QLoggingCategory::setFilterRules(QStringLiteral("*=false")); // the toolkit's warnings, too
+    QLoggingCategory::setFilterRules(QStringLiteral("*=false")); // Qt's warnings, too
     const Command* const command = argc > 1 ? commandOf(QString::fromLocal8Bit(argv[1])) : nullptr;
     const auto app =
         makeApplication(command != nullptr ? command->toolkit : Toolkit::Core, argc, argv);
-    std::setlocale(LC_MESSAGES, "C"); // the system's texts stand among English ones
+    std::setlocale(LC_MESSAGES, "C"); // system error texts appear within English messages
     if (qstrcmp(nl_langinfo(CODESET), "ANSI_X3.4-1968") == 0) {
-        // A script's bare C locale: file names are UTF-8 all the same.
+        // Scripts often run in the bare C locale; file names are UTF-8 all the same.
         QTextCodec::setCodecForLocale(QTextCodec::codecForName("UTF-8"));
     }
     const QStringList arguments = QCoreApplication::arguments().mid(1);
@@ -106,8 +94,8 @@ int runCommand(int argc, char* argv[]) {
                               : runWithoutCommand(arguments.value(0));
 }
 
-/// Makes all threads share one heap where memory is limited. Each further heap reserves 64 MiB; a
-/// thread that gets none takes a whole page for every block.
+/// Makes all threads share one heap if memory is limited. Each further heap reserves 64 MiB, and a
+/// thread that cannot get one uses a whole page for every block.
 void limitHeaps() {
     rlimit memory{};
     if (getrlimit(RLIMIT_AS, &memory) == 0 && memory.rlim_cur != RLIM_INFINITY) {
@@ -115,13 +103,13 @@ void limitHeaps() {
     }
 }
 
-/// At once: what runs at a normal exit may need memory.
+/// Without cleaning up: a normal exit may need memory.
 [[noreturn]] void endWithoutMemory() {
     cli::reportNoMemory();
     std::_Exit(cli::Failed);
 }
 
-/// Where memory runs out in what must not throw.
+/// For memory that runs out where nothing may throw.
 [[noreturn]] void onTerminate() {
     try {
         if (const std::exception_ptr thrown = std::current_exception()) {

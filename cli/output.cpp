@@ -1,90 +1,89 @@
 #include "cli/output.h"
 
+#include "calc/measure.h"
 #include "cli/report.h"
 #include "cli/shape.h"
-#include "lut/catalogue.h"
+#include "cli/target.h"
+#include "cli/words.h"
+
+#include <QFileInfo>
 
 #include <algorithm>
 #include <limits>
+#include <vector>
 
 namespace cli {
 
 namespace {
 
-using tintwell::Codes;
 using tintwell::Format;
-using tintwell::formatOf;
+using tintwell::IntegerSamples;
 
-/// Finer than any real number that is printed with six digits needs.
-constexpr std::int64_t usualCodeScale = 65535;
+/// Finer than any real number printed with six digits needs.
+constexpr int usualScale = 65535;
 
-std::int64_t scaleIn(const Format& format, std::int64_t asked) {
-    if (asked == 0) {
-        return format.codes == Codes::Only ? usualCodeScale : 1;
+/// The factor a writer is asked for; 1 means real numbers.
+int scaleIn(const Format& format, std::optional<int> asked) {
+    switch (format.traits.integers) {
+    case IntegerSamples::Never:
+        return 1;
+    case IntegerSamples::Always:
+        return asked.value_or(usualScale);
+    default:
+        return asked.value_or(1);
     }
-    return format.codes == Codes::None ? 1 : asked;
 }
 
-bool hasUnequalChannels(const Read_LUTFile& lut) {
-    return std::any_of(lut.data1D, lut.data1D + lut.size1D,
-                       [](const float* cell) { return cell[0] != cell[1] || cell[1] != cell[2]; });
-}
-
-float largestOf(const Read_LUTFile& lut) {
-    float largest = 0;
-    for (int n = 0; n < lut.size1D; ++n) {
-        largest = std::max(largest, *std::max_element(lut.data1D[n], lut.data1D[n] + 3));
-    }
-    return largest;
-}
-
-/// Notes that a file will be read with another scale than it was written with.
+/// Notes that readers will find another scale than the one written.
 void noteLostScale(const Format& format, const QString& path, const Read_LUTFile& lut) {
-    if (lut.size1D <= 0) {
+    if (!lut.hasTable1D()) {
         return;
     }
     const float last = lut.data1D[lut.size1D - 1][0];
-    if (format.codes == Codes::Only && !(last > 0.5F && last <= 1)) {
-        noteFile(path,
-                 QStringLiteral("the last value, %1, tells a wrong scale to readers: expected "
-                                "more than 0.5 and at most 1")
-                     .arg(last));
+    if (format.traits.integers == IntegerSamples::Always && !(last > 0.5F && last <= 1)) {
+        noteFile(path, QStringLiteral("the last value, %1, gives readers a wrong scale: expected "
+                                      "more than 0.5 and at most 1")
+                           .arg(last));
     }
-    const float largest = largestOf(lut);
-    if (format.codes == Codes::Largest && largest != 1) {
-        noteFile(path,
-                 QStringLiteral("the largest value, %1, counts as 1 to readers").arg(largest));
+    if (format.traits.integers != IntegerSamples::LargestIsFull) {
+        return;
+    }
+    const float largest = tintwell::largestSample1D(lut);
+    if (largest != 1) {
+        noteFile(path, QStringLiteral("readers take the largest value, %1, as 1").arg(largest));
     }
 }
 
-void noteQuirks(const Format& format, std::int64_t scale, const QString& path,
+void noteQuirks(const Format& format, std::optional<int> scale, const QString& path,
                 const Read_LUTFile& lut) {
-    if (scale > 1 && format.codes == Codes::None) {
-        noteFile(path, QStringLiteral("--scale means nothing to %1, which has real numbers only")
+    const IntegerSamples integers = format.traits.integers;
+    const bool asksForIntegers = scale.value_or(1) > 1;
+    if (asksForIntegers && integers == IntegerSamples::Never) {
+        noteFile(path, QStringLiteral("--scale has no effect on %1, which holds real numbers only")
                            .arg(QLatin1String(format.name)));
     }
-    if (scale > 1 && format.codes == Codes::Unscaled) {
-        noteFile(path, QStringLiteral("the file does not tell its scale; read again, its integers "
-                                      "are clamped"));
+    if (asksForIntegers && integers == IntegerSamples::ScaleLost) {
+        noteFile(path, QStringLiteral("the file does not state its scale: readers will clamp its "
+                                      "integers"));
     }
-    if (format.size > 0 && lut.size1D != format.size) {
+    if (format.fixedSize > 0 && lut.size1D != format.fixedSize) {
         noteFile(path, QStringLiteral("found %1 entries, but readers expect %2")
                            .arg(lut.size1D)
-                           .arg(format.size));
+                           .arg(format.fixedSize));
     }
-    if (format.codes == Codes::Only && hasUnequalChannels(lut)) {
-        noteFile(path, QStringLiteral("%1 has one curve: only that of red is written")
+    if (integers == IntegerSamples::Always && !tintwell::hasEqualCurves(lut)) {
+        noteFile(path, QStringLiteral("%1 has one curve: only the red one is written")
                            .arg(QLatin1String(format.name)));
     }
 }
 
-/// Whether the last code of a curve, where it is full scale, tells the scale.
+/// Whether the last code of a curve, which is full scale at most, gives the scale.
 bool isCodeScale(std::int64_t scale) {
-    constexpr std::int64_t largest = (1 << 24) - 1; // readers go through single precision
+    constexpr std::int64_t largest = (1 << 24) - 1; // readers use single precision
     return scale >= 3 && scale <= largest && (scale & (scale + 1)) == 0;
 }
 
-/// What of the options the format cannot have; empty: nothing.
+/// What the options ask for that the format cannot do; empty if nothing.
 QString problemWith(const Output& output, const Format& format) {
     const int largest = largestSize(format.kind);
     if (output.size.value_or(0) > largest) {
@@ -93,51 +92,78 @@ QString problemWith(const Output& output, const Format& format) {
             .arg(largest)
             .arg(QLatin1String(format.name));
     }
-    if (format.codes == Codes::Only && output.scale != 0 && !isCodeScale(output.scale)) {
+    if (format.traits.integers == IntegerSamples::Always &&
+        !isCodeScale(output.scale.value_or(usualScale))) {
         return QStringLiteral("found --scale %1, expected a power of two less one, 3 to 16777215, "
                               "for %2")
-            .arg(output.scale)
+            .arg(*output.scale)
             .arg(QLatin1String(format.name));
     }
     return {};
 }
 
-} // namespace
-
-void addOutputOptions(CommandLine& line) {
-    line.addOption("to",
-                   "Format of the output, by short name or code (see tintwell-cli formats); else "
-                   "its extension tells.",
-                   "FORMAT");
-    line.addOption("size",
-                   "Points per axis (3D, 2 to 256) or entries (1D, 2 to 1048576); else as the "
-                   "input has, or 33 and 1024 where it is of the other kind.",
-                   "N");
-    line.addOption("out-order",
-                   "Orders of the output: rgb or bgr for the numbers of a sample, red-fastest or "
-                   "blue-fastest for the lattice, or one of each with a comma; else as the format "
-                   "has them.",
-                   "ORDER");
-    line.addOption("scale", "Write integers of value x N where the format has them.", "N");
-    line.addOption("force", "Replace existing files.");
+QString namesOf(const std::vector<const Format*>& formats) {
+    QStringList names;
+    for (const Format* const format : formats) {
+        names += QLatin1String(format->name);
+    }
+    return names.join(QStringLiteral(" or "));
 }
+
+/// One of several formats that are either all written or all not: \a from if it is among them.
+/// Null, with the reason in \a problem, for formats that are not written, and if nothing decides.
+const Format* choice(const std::vector<const Format*>& formats, const Format* from,
+                     const QString& path, QString& problem) {
+    if (formats.empty()) {
+        problem = path + QStringLiteral(": ") +
+                  (QFileInfo(path).isDir() ? QStringLiteral("is a folder, expected a file")
+                                           : unknownExtension(path) + QStringLiteral(", or --to"));
+        return nullptr;
+    }
+    if (formats.front()->write == nullptr) {
+        problem =
+            QStringLiteral("the format %1 can be read, but not written").arg(namesOf(formats));
+        return nullptr;
+    }
+    if (formats.size() == 1) {
+        return formats.front();
+    }
+    if (std::find(formats.begin(), formats.end(), from) != formats.end()) {
+        return from;
+    }
+    problem = QStringLiteral("%1: the format may be %2, expected --to").arg(path, namesOf(formats));
+    return nullptr;
+}
+
+bool saveTable(const Output& output, const Format& format, const QString& path, Read_LUTFile& lut) {
+    LUTFILE_ST st;
+    st.formatCode = codeOf(format);
+    st.outputScale = scaleIn(format, output.scale);
+    setOrders(st, output.orders, format.writerOrders);
+    return saveFile({path, output.overwrite}, [&](const QString& place) {
+        st.path = place;
+        Write_LUTFile writer(nullptr);
+        writer.WriteFile(st, lut);
+        return writer.lastError;
+    });
+}
+
+} // namespace
 
 std::optional<Output> outputOptions(const CommandLine& line) {
     Output output;
-    output.formatName = line.value("to");
     output.overwrite = line.isSet("force");
-
-    const std::optional<int> size =
-        line.number("size", 2, largestSize(tintwell::TableKind::OneD), 0);
-    const std::optional<int> scale = line.number("scale", 1, std::numeric_limits<int>::max(), 0);
-    if (!size || !scale) {
+    if (const std::optional<QString> name = line.value("to")) {
+        output.format = tintwell::formatByName(*name);
+        if (output.format == nullptr) {
+            line.wrong(unknownFormat(*name));
+            return std::nullopt;
+        }
+    }
+    if (!line.number("size", 2, largestSize(tintwell::TableKind::OneD), output.size) ||
+        !line.number("scale", 1, std::numeric_limits<int>::max(), output.scale)) {
         return std::nullopt;
     }
-    if (*size > 0) {
-        output.size = size;
-    }
-    output.scale = *scale;
-
     const std::optional<Orders> orders = ordersOption(line, "out-order");
     if (!orders) {
         return std::nullopt;
@@ -146,43 +172,32 @@ std::optional<Output> outputOptions(const CommandLine& line) {
     return output;
 }
 
-std::optional<Orders> ordersOption(const CommandLine& line, const char* option) {
-    const std::optional<Orders> orders = ordersByName(line.value(option));
-    if (!orders) {
-        line.wrong(QStringLiteral("found --%1 %2, expected rgb, bgr, red-fastest, blue-fastest, or "
-                                  "one of each pair with a comma")
-                       .arg(QLatin1String(option), line.value(option)));
-    }
-    return orders;
-}
-
-std::optional<int> targetFormat(const CommandLine& line, const Output& output, const QString& path,
-                                std::optional<int> from) {
+const Format* targetFormat(const CommandLine& line, const Output& output, const QString& path,
+                           const Format* from) {
     QString problem;
-    const std::optional<int> code =
-        formatOfOutput(path, output.formatName, from.value_or(-1), problem);
-    if (code) {
-        problem = problemWith(output, *formatOf(*code));
+    const Format* const format = choice(
+        output.format != nullptr ? std::vector{output.format} : tintwell::formatsByExtension(path),
+        from, path, problem);
+    if (format != nullptr) {
+        problem = problemWith(output, *format);
     }
     if (!problem.isEmpty()) {
         line.wrong(problem);
-        return std::nullopt;
+        return nullptr;
     }
-    return code;
+    return format;
 }
 
-bool writeTable(const Output& output, int formatCode, const QString& source, const QString& path,
-                Read_LUTFile& lut) {
-    const Format& format = *formatOf(formatCode);
-    Read_LUTFile shaped(nullptr);
-    Read_LUTFile* const table = shapeFor(format, output.size, source, lut, shaped);
+bool writeTable(const Output& output, const Format& format, const QString& source,
+                const QString& path, Read_LUTFile& lut) {
+    Read_LUTFile made(nullptr);
+    Read_LUTFile* const table = reshaped(format, output.size, source, lut, made);
     if (table == nullptr) {
         return false;
     }
     noteQuirks(format, output.scale, path, *table);
     noteLostScale(format, path, *table);
-    return saveLut({path, output.overwrite}, formatCode, output.orders,
-                   scaleIn(format, output.scale), *table);
+    return saveTable(output, format, path, *table);
 }
 
 } // namespace cli

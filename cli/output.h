@@ -1,41 +1,58 @@
 #pragma once
 
 #include "cli/command.h"
-#include "cli/files.h"
+#include "cli/orders.h"
+#include "lut/catalogue.h"
 #include "lut/read_lutfile.h"
 
 #include <QString>
 
-#include <cstdint>
+#include <array>
 #include <optional>
 
 namespace cli {
 
-/// How a table is to be written, from the options that convert, merge and identity share.
+/// How a table is to be written, from the options shared by convert, merge and identity.
 struct Output {
-    QString formatName;      ///< --to
-    std::optional<int> size; ///< --size
-    Orders orders;           ///< --out-order
-    std::int64_t scale = 0;  ///< --scale; 0: not given
-    bool overwrite = false;  ///< --force
+    const tintwell::Format* format = nullptr; ///< --to; null: found from the extension
+    std::optional<int> size;                  ///< --size
+    std::optional<int> scale;                 ///< --scale
+    Orders orders;                            ///< --out-order
+    bool overwrite = false;                   ///< --force
 };
 
-void addOutputOptions(CommandLine& line);
+inline constexpr Option forceOption = {"force", nullptr,
+                                       "Replace existing files. The input may be one of them."};
 
-/// None, with wrong usage reported, for options that mean nothing.
+/// The options for output.
+inline constexpr std::array outputOptionList = {
+    Option{"to", "FORMAT",
+           "Format of the output, by short name or code (see tintwell-cli formats); by "
+           "default, found from the extension.",
+           Completion::Formats},
+    Option{"size", "N",
+           "Points per axis (3D, 2 to 256) or entries (1D, 2 to 1048576). By default, those of the "
+           "input, or 33 (3D) and 1024 (1D) if the input is of the other kind."},
+    Option{"out-order", "ORDER",
+           "Orders of the output, in the words of --in-order: rgb or bgr, "
+           "red-fastest or blue-fastest, or one of each, separated by a comma.",
+           Completion::Orders},
+    Option{"scale", "N",
+           "Write integers, value x N, where the format has them. csv, which holds only integers, "
+           "needs a power of two less one; 65535 by default."},
+    forceOption};
+
+/// None, with wrong usage reported, if an option's value is not valid.
 std::optional<Output> outputOptions(const CommandLine& line);
 
-/// The orders that an option names; none, with wrong usage reported, for other words.
-std::optional<Orders> ordersOption(const CommandLine& line, const char* option);
+/// The format for an output file, where \a from is that of its input, if any. Null, with wrong
+/// usage reported, if there is none or it cannot do what the options ask for.
+const tintwell::Format* targetFormat(const CommandLine& line, const Output& output,
+                                     const QString& path, const tintwell::Format* from = nullptr);
 
-/// The code of the format that a file is to be written in, of which \a from is that of its input.
-/// None, with wrong usage reported, where there is none, or none that can have what was asked for.
-std::optional<int> targetFormat(const CommandLine& line, const Output& output, const QString& path,
-                                std::optional<int> from = std::nullopt);
-
-/// Writes the table in the kind, size, orders and scale that the format and the options ask for.
-/// \a source is the file that notes are about. False, with the error reported, when that fails.
-bool writeTable(const Output& output, int formatCode, const QString& source, const QString& path,
-                Read_LUTFile& lut);
+/// Writes the table in the kind, size, orders and scale given by the format and the options.
+/// \a source is the file that notes are about. False, with the error reported, if that fails.
+bool writeTable(const Output& output, const tintwell::Format& format, const QString& source,
+                const QString& path, Read_LUTFile& lut);
 
 } // namespace cli

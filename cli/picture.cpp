@@ -1,25 +1,26 @@
+// picture LUT OUT.png: draws a table.
+
 #include "cli/command.h"
+#include "cli/domain.h"
 #include "cli/images.h"
-#include "cli/lut_picture.h"
-#include "cli/range.h"
-#include "cli/shape.h"
+#include "cli/words.h"
+#include "picture/table_picture.h"
 
 #include <QFileInfo>
 
 namespace {
 
 /// "cube, 3D, 33 points per axis, domain 0 to 1"
-QString describe(const Read_LUTFile& lut, int formatCode) {
-    const tintwell::Format& format = *tintwell::formatOf(formatCode);
-    const bool is3D = lut.size3D > 0;
-    const auto kind = is3D ? tintwell::TableKind::ThreeD : tintwell::TableKind::OneD;
-    const cli::StatedRange range = cli::rangeOf(lut, kind);
+QString describe(const cli::Table& table) {
+    using tintwell::TableKind;
+    const TableKind kind = table.lut.hasTable3D() ? TableKind::ThreeD : TableKind::OneD;
+    const int size = kind == TableKind::ThreeD ? table.lut.size3D : table.lut.size1D;
+    const cli::StatedDomain domain = cli::statedDomain(table.lut, kind);
 
-    QStringList facts = {QLatin1String(format.name), QLatin1String(tintwell::kindName(kind)),
-                         is3D ? QStringLiteral("%1 points per axis").arg(lut.size3D)
-                              : cli::entriesText(lut.size1D)};
-    if (const char* const name = nameOf(range, format)) {
-        facts << QLatin1String(name) + QLatin1Char(' ') + text(range);
+    QStringList facts = {QLatin1String(table.format->name), QLatin1String(kindName(kind)),
+                         cli::sizeText(kind, size)};
+    if (const char* const label = domainLabel(domain, *table.format)) {
+        facts << QLatin1String(label) + QLatin1Char(' ') + formatted(domain);
     }
     return facts.join(QStringLiteral(", "));
 }
@@ -29,13 +30,12 @@ QString describe(const Read_LUTFile& lut, int formatCode) {
 int cli::runPicture(const Command& self, const QStringList& arguments) {
     CommandLine line(self);
     ImageJob job;
-    Read_LUTFile lut(nullptr);
-    if (const auto status = begin(line, arguments, 2, job, lut)) {
+    if (const auto status = beginImageJob(line, arguments, 2, job)) {
         return *status;
     }
-    const QString path = line.operands().first();
-    const QString subtitle = describe(lut, job.lutFormat);
+    const Table& table = job.table;
+    const QString title = QFileInfo(table.path).fileName();
     return doImageWork(job.target.path, [&] {
-        return saveImage(job, drawLut(lut, QFileInfo(path).fileName(), subtitle));
+        return saveImage(job, tintwell::drawTable(table.lut, title, describe(table)));
     });
 }

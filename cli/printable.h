@@ -4,9 +4,9 @@
 
 namespace cli {
 
-/// A text for a terminal: characters that could move the cursor, feign a line or turn the direction
-/// of writing stand as \uXXXX, which is how JSON has them, too. File names and what files hold may
-/// have any.
+/// A text made safe for a terminal: characters that could move the cursor, fake a line or change
+/// the writing direction are replaced by \uXXXX, which is also valid in JSON. File names and the
+/// contents of files may have any of them.
 QString printable(const QString& text);
 
 } // namespace cli

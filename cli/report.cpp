@@ -15,7 +15,7 @@ bool onTerminal() {
     return isatty(STDERR_FILENO) != 0;
 }
 
-/// One call a line: the lines of several threads do not mix. On a terminal it takes the place of
+/// One call per line, so that the lines of several threads do not mix. On a terminal it overwrites
 /// the progress shown there.
 void print(const QString& line, const char* end) {
     std::fprintf(stderr, "%s%s%s", onTerminal() ? "\r\033[K" : "", qUtf8Printable(line), end);

@@ -4,23 +4,23 @@
 
 namespace cli {
 
-// Messages on standard error, a line each, from any thread.
+// Messages on standard error, one line each, from any thread.
 
 /// "tintwell-cli: what"
 void report(const QString& what);
 
-/// "tintwell-cli: FILE: what", or "tintwell-cli: FILE:LINE: what" for a text of the library that
-/// begins with the line.
+/// "tintwell-cli: FILE: what", or "tintwell-cli: FILE:LINE: what" if \a what begins with a line
+/// number.
 void reportFile(const QString& path, const QString& what);
 
 /// "tintwell-cli: FILE: note: what"
 void noteFile(const QString& path, const QString& what);
 
-/// "tintwell-cli: FILE: out of memory", without the file if there is no memory for that.
+/// "tintwell-cli: FILE: out of memory", without the file name if there is no memory for it.
 void reportNoMemory(const QString& path) noexcept;
 void reportNoMemory() noexcept;
 
-/// Shows how far a batch is, on a terminal only, in place of what it showed before.
+/// Shows the progress of a batch, on a terminal only, in place of the previous figure.
 void showProgress(int done, int total);
 void endProgress();
 

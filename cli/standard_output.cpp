@@ -30,7 +30,7 @@ int finishOutput() {
         return Done;
     }
     report(QStringLiteral("standard output: not written: ") +
-           (errno != 0 ? tintwell::systemError() : QStringLiteral("a part is missing")));
+           (errno != 0 ? tintwell::systemError() : QStringLiteral("part of it is missing")));
     return Failed;
 }
 

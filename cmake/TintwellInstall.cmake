@@ -1,5 +1,5 @@
-# What `cmake --install` puts where. Components: Runtime, the programs with all that makes them at home
-# on a desktop; Development, the library; Local, what a Debian package keeps in a place of its own.
+# What `cmake --install` installs where. Components: Runtime, the programs and their desktop
+# integration; Development, the library; Local, files that a Debian package installs in its own way.
 include(CMakePackageConfigHelpers)
 include(GNUInstallDirs)
 
@@ -8,7 +8,7 @@ function(tintwell_install_compressed source folder name)
   set(packed "${CMAKE_CURRENT_BINARY_DIR}/packed/${name}.gz")
   add_custom_command(OUTPUT "${packed}"
     COMMAND "${CMAKE_COMMAND}" -E make_directory "${CMAKE_CURRENT_BINARY_DIR}/packed"
-    # Without name and time, so that the same source gives the same file.
+    # Without name and time stamp, so that the same source gives the same file.
     COMMAND "${GZIP}" -9 -n -c "${PROJECT_SOURCE_DIR}/${source}" > "${packed}"
     DEPENDS "${PROJECT_SOURCE_DIR}/${source}"
     VERBATIM)
@@ -48,7 +48,7 @@ set(package_folder ${CMAKE_INSTALL_LIBDIR}/cmake/Tintwell)
 install(TARGETS tintwell-lut EXPORT TintwellTargets
   COMPONENT Development
   INCLUDES DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/tintwell)
-foreach(header lut/lutfile_st.h lut/read_lutfile.h lut/write_lutfile.h calc/lutcalc.h
+foreach(header lut/format_code.h lut/lutfile_st.h lut/read_lutfile.h lut/write_lutfile.h calc/lutcalc.h
                formats/hex_float.h)
   get_filename_component(folder ${header} DIRECTORY)
   install(FILES ${header}

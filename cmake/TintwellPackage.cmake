@@ -1,5 +1,5 @@
-# The Debian package that `cpack` makes: the programs, without the library. The component Debian
-# holds what only a package carries.
+# The Debian package that `cpack` makes: the programs, without the library. The component Debian has
+# what only the package contains.
 set(debian_part COMPONENT Debian EXCLUDE_FROM_ALL)
 install(FILES packaging/debian/copyright DESTINATION ${share}/doc/tintwell ${debian_part})
 tintwell_install_compressed(packaging/debian/changelog
@@ -36,7 +36,7 @@ set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
 set(CPACK_DEBIAN_PACKAGE_RELEASE 1)
 set(CPACK_DEBIAN_PACKAGE_SECTION graphics)
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
-# Glyphs for the Chinese labels, and the icon of the window.
+# Fonts for the Chinese labels, and the icon of the window.
 set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "fonts-wqy-microhei | fonts-noto-cjk, libqt5svg5, qt5-image-formats-plugins")
 set(CPACK_DEBIAN_PACKAGE_CONTROL_STRICT_PERMISSION ON)
 include(CPack)

@@ -1,6 +1,7 @@
-# What every target of the project is built with.
+# Settings of every target of the project.
 function(tintwell_target target)
-  target_compile_features(${target} PUBLIC cxx_std_17)
+  # Users of the library need no more than C++17; our own sources use designated initialisers.
+  target_compile_features(${target} PUBLIC cxx_std_17 PRIVATE cxx_std_20)
   set_target_properties(${target} PROPERTIES
     AUTOMOC ON
     CXX_EXTENSIONS OFF

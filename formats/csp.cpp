@@ -17,23 +17,24 @@
 //     0.000000 0.000000 1.000000
 //     ...
 //
-// The three shapers (red, green, blue) are of a count, a list of inputs and a list of outputs each.
-// No curve is made of them: the ends of the outputs are the domain. Behind them stand the size, one
-// number for 1D, and the samples, k fastest.
+// The three shapers (red, green, blue) each consist of a count, a list of inputs and a list of
+// outputs. They are not applied: the ends of their outputs are the domain. After them come the size
+// (one number for 1D) and the samples, k fastest.
 
-#include "formats/tables.h"
+#include "formats/fill_table.h"
 #include "formats/text/words.h"
+#include "lut/format_code.h"
 #include "lut/read_lutfile.h"
 
 #include <cstddef>
 #include <string_view>
 
-using tintwell::Body;
+using tintwell::Completeness;
+using tintwell::FillResult;
 using tintwell::LineSource;
 using tintwell::scan;
-using tintwell::takeNumbers;
+using tintwell::scanNumbers;
 using tintwell::Triple;
-using tintwell::Walk;
 using tintwell::wordCount;
 using tintwell::WordReader;
 
@@ -44,7 +45,7 @@ void passLine(LineSource& lines, std::string_view wanted) {
     }
 }
 
-/// The next line whose words \a fits(count) accepts; empty at the end.
+/// The next line whose number of words \a fits(count) accepts; empty at the end.
 template <typename Fits>
 std::string_view nextOfWords(LineSource& lines, Fits&& fits) {
     while (!lines.atEnd()) {
@@ -93,26 +94,27 @@ bool failUnsized(Read_LUTFile& lut) {
     return tintwell::failUnsized(lut, "a line of one size (1D) or three equal ones (3D)");
 }
 
-/// A complete table leaves the domain as the shapers gave it.
+/// After a complete table the domain stays as the shapers gave it.
 bool readSamples3D(Read_LUTFile& lut, LineSource& lines) {
     if (lut.size3D < 1) {
         return failUnsized(lut);
     }
-    Walk end = Walk::Short;
-    if (tintwell::allocateLattice(lut, lines, Body::Complete)) {
+    FillResult end = FillResult::EndedEarly;
+    if (tintwell::allocateLattice(lut, lines, Completeness::Complete)) {
         Triple<float> sample;
-        end = tintwell::fillLattice(lut, lines, sample, takeNumbers);
+        end = tintwell::fillLattice(lut, lines, sample, scanNumbers);
     }
-    if (end != Walk::Complete) {
+    if (end != FillResult::Complete) {
         lut.resetDomainMax3D();
     }
-    return end != Walk::Short;
+    return end != FillResult::EndedEarly;
 }
 
 bool readSamples1D(Read_LUTFile& lut, LineSource& lines) {
     Triple<float> sample;
-    const bool filled = tintwell::allocateCurve(lut, lines, Body::Complete) &&
-                        tintwell::fillCurve(lut, lines, sample, takeNumbers) != Walk::Short;
+    const bool filled =
+        tintwell::allocateCurve(lut, lines, Completeness::Complete) &&
+        tintwell::fillCurve(lut, lines, sample, scanNumbers) != FillResult::EndedEarly;
     lut.resetDomainMax1D();
     return filled;
 }
@@ -124,7 +126,7 @@ bool Read_LUTFile::Read_Csp(QString path, bool probe) {
     if (!lines.isOpen()) {
         return fail(lines.error());
     }
-    applyDefaultOrder(true, false);
+    applyDefaultOrders(tintwell::FormatCode::Csp);
 
     if (lines.next() != "CSPLUTV100") {
         return tintwell::failAtLine(*this, lines, QStringLiteral("\"CSPLUTV100\""));

@@ -5,12 +5,14 @@
 //     2,	7
 //     ...
 //
-// The index of an entry, then the code of all its channels. There is no header and no comment. The
-// last code of the file tells the full scale: the next power of two, less one.
+// Each line has the index of an entry and the code of all its channels. There is no header and no
+// comment. The last code of the file gives the full scale: the next power of two, less one.
 
-#include "formats/tables.h"
+#include "formats/domain.h"
+#include "formats/emit_table.h"
+#include "formats/fill_table.h"
+#include "lut/format_code.h"
 #include "lut/read_lutfile.h"
-#include "lut/text_file.h"
 #include "lut/write_lutfile.h"
 
 #include <cstdint>
@@ -20,12 +22,12 @@ using tintwell::LineSource;
 
 namespace {
 
-/// What a line says. One that has only an index keeps the code of the line before.
+/// The content of a line. A line with only an index keeps the code of the line before.
 struct Entry {
     int index = 0;
     int code = 0;
 
-    bool take(std::string_view line) {
+    bool scan(std::string_view line) {
         return tintwell::scan(line, index, tintwell::Literal{','}, code) > 0;
     }
 };
@@ -33,12 +35,12 @@ struct Entry {
 int countEntries(LineSource& lines, Entry& entry) {
     int count = 0;
     while (!lines.atEnd()) {
-        count += entry.take(lines.next()) ? 1 : 0;
+        count += entry.scan(lines.next()) ? 1 : 0;
     }
     return count;
 }
 
-/// The largest code of the bit depth that \a lastCode takes; a power of two counts for the depth
+/// The largest code of the bit depth that \a lastCode needs; a power of two belongs to the depth
 /// below it.
 float fullScale(int lastCode) {
     std::int64_t codes = 2;
@@ -57,7 +59,7 @@ bool Read_LUTFile::Read_Csv(QString path, bool probe) {
     if (!lines.isOpen()) {
         return fail(lines.error());
     }
-    applyDefaultOrder(true, true);
+    applyDefaultOrders(tintwell::FormatCode::Csv);
     Entry entry;
     setSize1D(countEntries(lines, entry));
     tintwell::setDomain(domainMax1D, fullScale(entry.code));
@@ -73,7 +75,7 @@ bool Read_LUTFile::Read_Csv(QString path, bool probe) {
     }
     lines.rewind();
     while (!lines.atEnd()) {
-        if (!entry.take(lines.next()) || entry.index < 0 || entry.index >= size1D) {
+        if (!entry.scan(lines.next()) || entry.index < 0 || entry.index >= size1D) {
             continue;
         }
         const auto value = static_cast<float>(entry.code);
@@ -83,13 +85,14 @@ bool Read_LUTFile::Read_Csv(QString path, bool probe) {
     return true;
 }
 
-/// Writes the first channel only. Real numbers will be read again as the integers they begin with.
+/// Writes the first channel only. Real numbers are written too, but read again as their integer
+/// parts.
 bool Write_LUTFile::Write_Csv(QString path, Read_LUTFile& lut) {
-    tintwell::TextFile out = tintwell::TextFile::forCurve(path, lut, lastError);
+    tintwell::TextFile out = tintwell::createFor1D(path, lut, lastError);
     if (!out.isOpen()) {
         return false;
     }
-    applyDefaultOrder(true, true);
+    applyDefaultOrders(tintwell::FormatCode::Csv);
     for (int n = 0; n < lut.size1D; ++n) {
         out << n << ",\t";
         emitValue(out, lut.data1D[n][0], outputScale, "\n");

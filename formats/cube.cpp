@@ -8,13 +8,15 @@
 //     0.000000 0.000000 1.000000
 //     ...
 //
-// Keywords may stand on any line. Samples come k fastest; entries of a 1D table follow those of the
+// Keywords may be on any line. Samples are k fastest; the entries of a 1D table follow those of the
 // 3D table. A "Mesh 8 10" line declares integer samples, here of ten bits.
 
-#include "formats/tables.h"
+#include "formats/domain.h"
+#include "formats/emit_table.h"
+#include "formats/fill_table.h"
 #include "formats/text/words.h"
+#include "lut/format_code.h"
 #include "lut/read_lutfile.h"
-#include "lut/text_file.h"
 #include "lut/write_lutfile.h"
 
 #include <algorithm>
@@ -22,21 +24,21 @@
 #include <string_view>
 
 using tintwell::allocateLattice;
-using tintwell::Body;
-using tintwell::cubeRoot;
-using tintwell::holds;
+using tintwell::Completeness;
+using tintwell::contains;
+using tintwell::FillResult;
+using tintwell::latticeSizeOf;
 using tintwell::LineSource;
+using tintwell::removeAll;
 using tintwell::scan;
 using tintwell::Triple;
-using tintwell::Walk;
-using tintwell::without;
 
 namespace {
 
-/// What the first pass learns beyond the fields of the container.
+/// What the first pass finds besides the fields of the container.
 struct CubeHeader {
     int outBits = 0;
-    bool hasMeshWord = false; ///< some line must be passed over for it
+    bool hasMeshWord = false; ///< some line contains "MESH" and must be skipped
 
     float meshScale() const { return std::ldexp(1.0F, outBits); }
 };
@@ -51,79 +53,79 @@ LineKind kindOfSize(int size) {
     return size < 1 ? LineKind::BadSize : LineKind::Keyword;
 }
 
-LineKind takeTriple(std::string_view line, std::string_view keyword, float (&channels)[3]) {
-    scan(without(line, keyword), channels[0], channels[1], channels[2]);
+LineKind parseTriple(std::string_view line, std::string_view keyword, float (&channels)[3]) {
+    scan(removeAll(line, keyword), channels[0], channels[1], channels[2]);
     return LineKind::Keyword;
 }
 
-LineKind takeInputRange(std::string_view line, Read_LUTFile& lut) {
-    tintwell::takeRange(without(line, "LUT_1D_INPUT_RANGE "), lut.domainMin1D, lut.domainMax1D);
+LineKind parseInputRange(std::string_view line, Read_LUTFile& lut) {
+    tintwell::scanDomain(removeAll(line, "LUT_1D_INPUT_RANGE "), lut.domainMin1D, lut.domainMax1D);
     return LineKind::Keyword;
 }
 
-LineKind takeMesh(std::string_view line, Read_LUTFile& lut, CubeHeader& header) {
+LineKind parseMesh(std::string_view line, Read_LUTFile& lut, CubeHeader& header) {
     int inBits = 0;
     scan(line.substr(std::min<std::size_t>(line.size(), 5)), inBits, header.outBits);
     lut.meshHeader = true;
     return LineKind::Keyword;
 }
 
-/// Classifies a line that is neither empty nor a comment, and acts on its keyword.
-LineKind takeLine(std::string_view line, Read_LUTFile& lut, CubeHeader& header) {
-    header.hasMeshWord = header.hasMeshWord || holds(line, "MESH");
-    if (holds(line, "LUT_3D_SIZE")) {
-        lut.setSize3D(tintwell::toInt(without(line, "LUT_3D_SIZE ")));
+/// Classifies a line that is neither empty nor a comment, and processes its keyword.
+LineKind parseLine(std::string_view line, Read_LUTFile& lut, CubeHeader& header) {
+    header.hasMeshWord = header.hasMeshWord || contains(line, "MESH");
+    if (contains(line, "LUT_3D_SIZE")) {
+        lut.setSize3D(tintwell::toInt(removeAll(line, "LUT_3D_SIZE ")));
         return kindOfSize(lut.size3D);
     }
-    if (holds(line, "TITLE")) {
+    if (contains(line, "TITLE")) {
         return LineKind::Keyword;
     }
-    if (holds(line, "DOMAIN_MIN")) {
-        return takeTriple(line, "DOMAIN_MIN ", lut.domainMin3D);
+    if (contains(line, "DOMAIN_MIN")) {
+        return parseTriple(line, "DOMAIN_MIN ", lut.domainMin3D);
     }
-    if (holds(line, "DOMAIN_MAX")) {
-        return takeTriple(line, "DOMAIN_MAX ", lut.domainMax3D);
+    if (contains(line, "DOMAIN_MAX")) {
+        return parseTriple(line, "DOMAIN_MAX ", lut.domainMax3D);
     }
-    if (holds(line, "LUT_1D_SIZE")) {
-        lut.setSize1D(tintwell::toInt(without(line, "LUT_1D_SIZE ")));
+    if (contains(line, "LUT_1D_SIZE")) {
+        lut.setSize1D(tintwell::toInt(removeAll(line, "LUT_1D_SIZE ")));
         return kindOfSize(lut.size1D);
     }
-    if (holds(line, "LUT_1D_INPUT_RANGE")) {
-        return takeInputRange(line, lut);
+    if (contains(line, "LUT_1D_INPUT_RANGE")) {
+        return parseInputRange(line, lut);
     }
     if (tintwell::startsWith(line, "Mesh")) {
-        return takeMesh(line, lut, header);
+        return parseMesh(line, lut, header);
     }
     return LineKind::Data;
 }
 
-/// Acts on every keyword, wherever it stands. False for a bad size.
+/// Processes every keyword, wherever it is. False for a bad size.
 bool readHeader(LineSource& lines, Read_LUTFile& lut, CubeHeader& header) {
     while (lines.skipToLetters()) {
         const std::string_view line = lines.next();
-        if (!isComment(line) && takeLine(line, lut, header) == LineKind::BadSize) {
+        if (!isComment(line) && parseLine(line, lut, header) == LineKind::BadSize) {
             return tintwell::failAtLine(lut, lines, QStringLiteral("a size of 1 or more"));
         }
     }
     return true;
 }
 
-/// The size of the lattice that the data lines of a file without any size fill.
+/// The size of the lattice that the data lines fill, for a file that states no size.
 int inferredSize(LineSource& lines, Read_LUTFile& lut, CubeHeader& header) {
     int count = 0;
     lines.rewind();
     while (!lines.atEnd()) {
         const std::string_view line = lines.next();
-        if (!line.empty() && !isComment(line) && takeLine(line, lut, header) == LineKind::Data) {
+        if (!line.empty() && !isComment(line) && parseLine(line, lut, header) == LineKind::Data) {
             ++count;
         }
     }
-    return cubeRoot(count);
+    return latticeSizeOf(count);
 }
 
-/// An integer sample, brought to real numbers.
-bool takeCodes(std::string_view line, Triple<int>& codes, float scale, Triple<float>& sample) {
-    if (!codes.take(line)) {
+/// An integer sample, scaled to real numbers.
+bool parseCodes(std::string_view line, Triple<int>& codes, float scale, Triple<float>& sample) {
+    if (!codes.scan(line)) {
         return false;
     }
     sample = {static_cast<float>(codes.r) / scale, static_cast<float>(codes.g) / scale,
@@ -131,9 +133,9 @@ bool takeCodes(std::string_view line, Triple<int>& codes, float scale, Triple<fl
     return true;
 }
 
-/// Lines that hold no sample whatever they begin with.
+/// Lines that never hold a sample, whatever they begin with.
 bool isPassedOver(std::string_view line, const CubeHeader& header) {
-    return line.empty() || isComment(line) || (header.hasMeshWord && holds(line, "MESH"));
+    return line.empty() || isComment(line) || (header.hasMeshWord && contains(line, "MESH"));
 }
 
 } // namespace
@@ -143,7 +145,7 @@ bool Read_LUTFile::Read_Cube(QString path, bool probe) {
     if (!lines.isOpen()) {
         return fail(lines.error());
     }
-    applyDefaultOrder(true, false);
+    applyDefaultOrders(tintwell::FormatCode::Cube);
     meshHeader = false;
 
     CubeHeader header;
@@ -156,8 +158,8 @@ bool Read_LUTFile::Read_Cube(QString path, bool probe) {
     if (probe) {
         return true;
     }
-    if ((size3D > 0 && !allocateLattice(*this, lines, Body::Complete)) ||
-        (size1D > 0 && !tintwell::allocateCurve(*this, lines, Body::MayBeShort))) {
+    if ((size3D > 0 && !allocateLattice(*this, lines, Completeness::Complete)) ||
+        (size1D > 0 && !tintwell::allocateCurve(*this, lines, Completeness::Partial))) {
         resetDomainMax3D();
         return false;
     }
@@ -165,26 +167,26 @@ bool Read_LUTFile::Read_Cube(QString path, bool probe) {
     lines.rewind();
     Triple<float> sample;
     Triple<int> codes;
-    const auto takeSample = [&](std::string_view line, Triple<float>& values) {
+    const auto parseSample = [&](std::string_view line, Triple<float>& values) {
         return !isPassedOver(line, header) &&
-               (meshHeader ? takeCodes(line, codes, header.meshScale(), values)
-                           : values.take(line));
+               (meshHeader ? parseCodes(line, codes, header.meshScale(), values)
+                           : values.scan(line));
     };
-    const Walk lattice = fillLattice(*this, lines, sample, takeSample);
-    if (lattice != Walk::Complete) {
+    const FillResult lattice = fillLattice(*this, lines, sample, parseSample);
+    if (lattice != FillResult::Complete) {
         resetDomainMax3D();
-        if (lattice == Walk::LacksLast) {
+        if (lattice == FillResult::LastMissing) {
             resetDomainMax1D();
         }
-        return lattice == Walk::LacksLast;
+        return lattice == FillResult::LastMissing;
     }
 
-    const auto takeEntry = [&](std::string_view line, Triple<float>& values) {
-        return !isPassedOver(line, header) && values.take(line);
+    const auto parseEntry = [&](std::string_view line, Triple<float>& values) {
+        return !isPassedOver(line, header) && values.scan(line);
     };
-    const Walk entries = fillCurve(*this, lines, sample, takeEntry);
+    const FillResult entries = fillCurve(*this, lines, sample, parseEntry);
     resetDomainMax1D();
-    if (entries == Walk::Short) {
+    if (entries == FillResult::EndedEarly) {
         return false;
     }
     resetDomainMax3D();
@@ -192,11 +194,11 @@ bool Read_LUTFile::Read_Cube(QString path, bool probe) {
 }
 
 bool Write_LUTFile::Write_Cube(QString path, Read_LUTFile& lut) {
-    tintwell::TextFile out = tintwell::TextFile::forLattice(path, lut, lastError);
+    tintwell::TextFile out = tintwell::createFor3D(path, lut, lastError);
     if (!out.isOpen()) {
         return false;
     }
-    applyDefaultOrder(true, false);
+    applyDefaultOrders(tintwell::FormatCode::Cube);
     out << "TITLE \n"
         << "LUT_3D_SIZE " << lut.size3D << '\n';
     tintwell::emitLattice(out, *this, lut, outputScale, " ");

@@ -7,14 +7,14 @@
 //     0.000000 0.000000 1.000000
 //     ...
 //
-// Samples come k fastest. Lines before the size line mean nothing.
+// Samples are k fastest. Lines before the size line are ignored.
 
 #include "formats/sized_lattice.h"
 
 namespace {
 
 constexpr tintwell::SizedLattice davLut = {"# Authors: norvane\n\n", "3DLUTSIZE",
-                                           "a 3DLUTSIZE line", true, true};
+                                           "a 3DLUTSIZE line", tintwell::FormatCode::DavLut};
 
 } // namespace
 

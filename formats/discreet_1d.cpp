@@ -6,13 +6,15 @@
 //          1
 //     ...
 //
-// All values of the first channel, then all of the second, then all of the third. No bit depth is
-// stated: the largest value of the file stands for full scale.
+// First all values of the first channel, then the second, then the third. The file states no bit
+// depth: its largest value is full scale.
 
-#include "formats/tables.h"
+#include "formats/domain.h"
+#include "formats/emit_table.h"
+#include "formats/fill_table.h"
 #include "formats/text/words.h"
+#include "lut/format_code.h"
 #include "lut/read_lutfile.h"
-#include "lut/text_file.h"
 #include "lut/trace.h"
 #include "lut/write_lutfile.h"
 
@@ -28,7 +30,7 @@ using tintwell::walkEntries;
 
 namespace {
 
-/// Empty lines and comments; the latter go into the trace.
+/// Empty lines and comments; comments are traced.
 bool isPassedOver(std::string_view line) {
     if (line.empty()) {
         return true;
@@ -40,7 +42,7 @@ bool isPassedOver(std::string_view line) {
     return true;
 }
 
-/// Reads up to the "LUT:" line. No size when there is none, or not one of three channels.
+/// Reads up to the "LUT:" line. No size if that is missing or does not state three channels.
 std::optional<int> readSize(LineSource& lines) {
     while (!lines.atEnd()) {
         const std::string_view line = lines.next();
@@ -49,27 +51,27 @@ std::optional<int> readSize(LineSource& lines) {
         }
         int channels = 0;
         int count = 0;
-        scan(tintwell::without(line, "LUT:"), channels, count);
+        scan(tintwell::removeAll(line, "LUT:"), channels, count);
         return channels == 3 ? std::make_optional(count) : std::nullopt;
     }
     return std::nullopt;
 }
 
-/// White space does not part a number: "1 023" is 1023.
-bool takeValue(std::string_view line, double& value) {
+/// White space does not end a number: "1 023" is 1023.
+bool parseValue(std::string_view line, double& value) {
     const bool isPlain =
         std::all_of(line.begin(), line.end(), [](char c) { return c > ' ' && c <= '~'; });
     return (isPlain ? scan(line, value) : scan(tintwell::withoutBlanks(line), value)) > 0;
 }
 
-/// Fills the table, a channel at a time, with the values as they stand. Returns the largest.
+/// Fills the table, one channel at a time, with unscaled values. Returns the largest.
 double readValues(LineSource& lines, Read_LUTFile& lut) {
     float* const* const table = lut.data1D;
     const int size = lut.size1D;
     double largest = 0;
     const auto place = [&](std::string_view line, int n) {
         double value = 0;
-        if (isPassedOver(line) || !takeValue(line, value)) {
+        if (isPassedOver(line) || !parseValue(line, value)) {
             return false;
         }
         table[n % size][n / size] = static_cast<float>(value);
@@ -79,7 +81,7 @@ double readValues(LineSource& lines, Read_LUTFile& lut) {
     const int wanted = 3 * size;
     std::int64_t found = wanted;
     walkEntries(lines, wanted, place, &found);
-    tintwell::noteShort(lut, found, wanted);
+    tintwell::warnShort(lut, found, wanted);
     return largest;
 }
 
@@ -90,7 +92,7 @@ bool Read_LUTFile::Read_1dLut_Discreet(QString path, bool probe) {
     if (!lines.isOpen()) {
         return fail(lines.error());
     }
-    applyDefaultOrder(true, true);
+    applyDefaultOrders(tintwell::FormatCode::Discreet1D);
     const std::optional<int> size = readSize(lines);
     if (size) {
         setSize1D(*size);
@@ -99,7 +101,7 @@ bool Read_LUTFile::Read_1dLut_Discreet(QString path, bool probe) {
         resetDomainMax1D();
         return hasSize() || tintwell::failUnsized(*this, "a \"LUT: 3\" line");
     }
-    if (!tintwell::allocateCurve(*this, lines, tintwell::Body::MayBeShort)) {
+    if (!tintwell::allocateCurve(*this, lines, tintwell::Completeness::Partial)) {
         return false;
     }
     tintwell::setDomain(domainMax1D, static_cast<float>(readValues(lines, *this)));
@@ -112,15 +114,15 @@ bool Read_LUTFile::Read_1dLut_Discreet(QString path, bool probe) {
 }
 
 bool Write_LUTFile::Write_1dLut_Discreet(QString path, Read_LUTFile& lut) {
-    tintwell::TextFile out = tintwell::TextFile::forCurve(path, lut, lastError);
+    tintwell::TextFile out = tintwell::createFor1D(path, lut, lastError);
     if (!out.isOpen()) {
         return false;
     }
-    applyDefaultOrder(true, true);
+    applyDefaultOrders(tintwell::FormatCode::Discreet1D);
     out << "# Discreet LUT file\n"
         << "#      Channels: 3\n"
         << "# Input Samples: " << lut.size1D << '\n'
-        << "#   Ouput Scale: " << outputScale << '\n'
+        << "#   Ouput Scale: " << outputScale << '\n' // spelled so in the format
         << "#\n#Exported from norvane\n#\n\n"
         << "LUT: 3 " << lut.size1D << '\n';
     for (int channel = 0; channel < 3; ++channel) {

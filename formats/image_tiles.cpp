@@ -1,6 +1,7 @@
 #include "formats/image_tiles.h"
+#include "formats/domain.h"
 
-#include "formats/tables.h"
+#include "formats/fill_table.h"
 #include "lut/lattice.h"
 #include "lut/read_lutfile.h"
 
@@ -28,7 +29,7 @@ bool failWithImage(Read_LUTFile& lut, const ImageFile& image, const char* expect
 bool storeTiles(Read_LUTFile& lut, const QImage& image, int tilesPerRow) {
     const QImage pixels = image.convertToFormat(QImage::Format_RGB888);
     if (pixels.isNull()) {
-        return lut.fail(QStringLiteral("the image is too large for the memory"));
+        return lut.fail(QStringLiteral("not enough memory for the image"));
     }
     if (!lut.allocate3D()) {
         return false;
@@ -39,7 +40,7 @@ bool storeTiles(Read_LUTFile& lut, const QImage& image, int tilesPerRow) {
     for (int i = 0; i < n; ++i) {
         tiles.push_back(pixels.constScanLine(i / tilesPerRow * n) + 3 * (i % tilesPerRow * n));
     }
-    // In the order of the cells in memory: they take ten times the room of the pixels.
+    // In the order of the cells in memory, because they take ten times the space of the pixels.
     visitLattice(n, [&](int a, int j, int c) {
         const int i = lut.tableOrder ? a : c;
         const int k = lut.tableOrder ? c : a;

@@ -5,14 +5,15 @@
 //     0.000000 0.000000 1.000000
 //     ...
 //
-// Samples come k fastest. The size keyword is that of the cube format, and the only one: other
-// lines before it mean nothing.
+// Samples are k fastest. The size line is that of the cube format, and the only keyword: other
+// lines before it are ignored.
 
 #include "formats/sized_lattice.h"
 
 namespace {
 
-constexpr tintwell::SizedLattice itx = {"", "LUT_3D_SIZE", "a LUT_3D_SIZE line", true, false};
+constexpr tintwell::SizedLattice itx = {"", "LUT_3D_SIZE", "a LUT_3D_SIZE line",
+                                        tintwell::FormatCode::Itx};
 
 } // namespace
 

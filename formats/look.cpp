@@ -13,12 +13,13 @@
 //     </look>
 //
 // A sample is three floats of eight hexadecimal digits, the least significant byte first; samples
-// come k fastest. The 1D table stands in a LUT1D element of the same make.
+// are k fastest. The 1D table is in a LUT1D element of the same form.
 
+#include "formats/fill_table.h"
 #include "formats/hex_float.h"
-#include "formats/tables.h"
 #include "formats/text/xml_document.h"
 #include "lut/bounded_read.h"
+#include "lut/format_code.h"
 #include "lut/lattice.h"
 #include "lut/read_lutfile.h"
 #include "lut/trace.h"
@@ -38,7 +39,8 @@ namespace {
 
 constexpr std::size_t digitsPerSample = 24;
 
-/// What a document tells of a table. It is filled in the end: a later size or text replaces it.
+/// What a document says about a table. The table is filled at the end, because a later size or text
+/// replaces this.
 struct HexTable {
     int maxSize;
     int dimensions;
@@ -53,7 +55,7 @@ struct HexTable {
     }
 };
 
-/// The file's bytes as the toolkit reads a text: without carriage returns.
+/// The bytes of the file without carriage returns, as Qt reads a text file.
 std::optional<QByteArray> contentOf(const QString& path, QString& error) {
     std::optional<QByteArray> content = tintwell::readBounded(path, error);
     if (content) {
@@ -62,8 +64,8 @@ std::optional<QByteArray> contentOf(const QString& path, QString& error) {
     return content;
 }
 
-/// An element's text, without its children's. None where the document breaks off before its end, or
-/// is malformed, or refers to an entity that nobody knows.
+/// The text of an element, without that of its children. None if the document ends before the
+/// element does, is malformed, or refers to an undeclared entity.
 std::optional<QString> readText(QXmlStreamReader& xml) {
     QString text;
     while (!xml.atEnd()) {
@@ -86,7 +88,7 @@ std::optional<QString> readText(QXmlStreamReader& xml) {
     return std::nullopt;
 }
 
-/// At most \a count digits of a text, which may have blanks and quotes between them.
+/// At most \a count digits of a text, which may contain blanks and quotes between them.
 std::string digitsOf(const QString& text, std::size_t count) {
     std::string digits;
     digits.reserve(std::min(count, static_cast<std::size_t>(text.size())));
@@ -107,7 +109,7 @@ bool decode(const std::string& digits, std::size_t n, Triple<float>& sample) {
            hexasciitofloat(sample.b, text + 16);
 }
 
-/// Raises the domain to the largest samples. False where a sample lacks or is no number.
+/// Raises the domain to the largest samples. False if a sample is missing or is not a number.
 bool raiseDomain(const std::string& digits, std::size_t samples, float* max) {
     if (digits.size() < samples * digitsPerSample) {
         return false;
@@ -124,21 +126,21 @@ bool raiseDomain(const std::string& digits, std::size_t samples, float* max) {
     return true;
 }
 
-/// Sets the error, with the line that the document is read to.
+/// Sets the error, with the number of the current line of the document.
 bool failAt(const QXmlStreamReader& xml, HexTable& table, const QString& what) {
     table.error = QStringLiteral("%1: %2").arg(xml.lineNumber()).arg(what);
     return false;
 }
 
-void takeSize(QXmlStreamReader& xml, HexTable& table) {
+void parseSize(QXmlStreamReader& xml, HexTable& table) {
     if (std::optional<QString> text = readText(xml)) {
         table.size = text->remove(QLatin1Char('"')).toInt();
         table.digits.clear();
     }
 }
 
-/// Keeps the digits of a `data` element, if there are any. False for those that do not decode.
-bool takeData(QXmlStreamReader& xml, HexTable& table) {
+/// Keeps the digits of a `data` element, if there are any. False if they do not decode.
+bool parseData(QXmlStreamReader& xml, HexTable& table) {
     if (*table.size > table.maxSize) {
         return failAt(xml, table,
                       QStringLiteral("found a size of %1, expected at most %2")
@@ -147,7 +149,7 @@ bool takeData(QXmlStreamReader& xml, HexTable& table) {
     }
     const std::optional<QString> text = readText(xml);
     if (!text) {
-        if (table.digits.empty()) { // not a table of zeros, then, but none
+        if (table.digits.empty()) { // no digits mean no table, not a table of zeros
             table.size.reset();
         }
         return true;
@@ -159,7 +161,7 @@ bool takeData(QXmlStreamReader& xml, HexTable& table) {
     if (!raiseDomain(digits, table.samples(), table.domainMax)) {
         std::fill_n(table.domainMax, 3, 1.0F);
         return failAt(xml, table,
-                      QStringLiteral("found %1 characters or less, expected the %2 hexadecimal "
+                      QStringLiteral("found %1 characters or fewer, expected the %2 hexadecimal "
                                      "digits of %3 samples")
                           .arg(digits.size())
                           .arg(table.samples() * digitsPerSample)
@@ -169,13 +171,13 @@ bool takeData(QXmlStreamReader& xml, HexTable& table) {
     return true;
 }
 
-/// Reads the children of a table's element.
+/// Reads the child elements of a table's element.
 bool readTable(QXmlStreamReader& xml, HexTable& table, bool probe) {
     while (xml.readNextStartElement()) {
         if (xml.name() == QLatin1String("size")) {
-            takeSize(xml, table);
+            parseSize(xml, table);
         } else if (xml.name() == QLatin1String("data") && !probe && table.size > 0) {
-            if (!takeData(xml, table)) {
+            if (!parseData(xml, table)) {
                 return false;
             }
         } else {
@@ -185,8 +187,8 @@ bool readTable(QXmlStreamReader& xml, HexTable& table, bool probe) {
     return true;
 }
 
-/// Reads up to the end of the document, or of its well-formed part. Tables may stand at any depth,
-/// but not among shaders or corrections.
+/// Reads up to the end of the document, or of its well-formed part. Tables may be at any depth, but
+/// not inside shaders or colour corrections.
 bool readTables(QXmlStreamReader& xml, HexTable& lattice, HexTable& curve, bool probe) {
     while (!xml.atEnd()) {
         if (xml.readNext() != QXmlStreamReader::StartElement) {
@@ -211,15 +213,16 @@ bool readDocument(const QByteArray& content, HexTable& lattice, HexTable& curve,
         return false;
     }
     if (document.isCut && xml.error() == QXmlStreamReader::PrematureEndOfDocumentError) {
-        return failAt(xml, lattice, QStringLiteral("found a tag that would burden the XML reader"));
+        return failAt(xml, lattice,
+                      QStringLiteral("found a tag that is too costly for the XML reader"));
     }
-    if (xml.hasError()) { // no fault in itself: what was read before counts
+    if (xml.hasError()) { // not an error in itself: what was read before it counts
         failAt(xml, lattice, xml.errorString());
     }
     return true;
 }
 
-/// A table without digits is of zeros, which only a small one may be.
+/// Without digits a table is all zeros, which is accepted only if it is small.
 bool mayBeEmpty(Read_LUTFile& lut, const HexTable& table, int largest) {
     return *table.size <= largest ||
            lut.fail(QStringLiteral("found no data for a size of %1").arg(*table.size));
@@ -264,7 +267,7 @@ bool Read_LUTFile::Read_Look(QString path, bool probe) {
         return false;
     }
     qCDebug(formatTrace) << "file:-----" << path;
-    applyDefaultOrder(true, false);
+    applyDefaultOrders(tintwell::FormatCode::Look);
 
     HexTable lattice{MaxSize3D, 3, domainMax3D, lastError};
     HexTable curve{MaxSize1D, 1, domainMax1D, lastError};
@@ -282,8 +285,11 @@ bool Read_LUTFile::Read_Look(QString path, bool probe) {
                                   (curve.size.value_or(0) <= 0 || fill1D(*this, curve)));
     resetDomainMax1D();
     resetDomainMax3D();
-    if (hasSize() || !lastError.isEmpty()) {
-        return filled && hasSize();
+    if (!filled) {
+        return false;
     }
-    return tintwell::failUnsized(*this, "a LUT element");
+    if (hasSize()) {
+        return tintwell::acceptWithRemark(*this);
+    }
+    return !lastError.isEmpty() ? false : tintwell::failUnsized(*this, "a LUT element");
 }

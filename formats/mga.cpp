@@ -11,13 +11,15 @@
 //     1 0 0 4095
 //     ...
 //
-// "in" tells the number of samples, "out" the number of codes, or 1 for real numbers. Samples come
-// k fastest, each behind its running number, which places nothing.
+// "in" states the number of samples, "out" the number of codes, or 1 for real numbers. Samples are
+// k fastest, each after its running number, which is ignored.
 
-#include "formats/tables.h"
+#include "formats/domain.h"
+#include "formats/emit_table.h"
+#include "formats/fill_table.h"
 #include "formats/text/words.h"
+#include "lut/format_code.h"
 #include "lut/read_lutfile.h"
-#include "lut/text_file.h"
 #include "lut/trace.h"
 #include "lut/write_lutfile.h"
 
@@ -26,32 +28,32 @@
 #include <string_view>
 
 using tintwell::LineSource;
+using tintwell::removeAll;
 using tintwell::scan;
 using tintwell::setDomain;
 using tintwell::startsWith;
 using tintwell::traceLine;
 using tintwell::Triple;
-using tintwell::without;
 using tintwell::withoutBlanks;
 
 namespace {
 
 bool isThreeD(std::string_view channelLine) {
-    return withoutBlanks(without(channelLine, "channel")) == "3d";
+    return withoutBlanks(removeAll(channelLine, "channel")) == "3d";
 }
 
-bool takeCount(std::string_view line, Read_LUTFile& lut) {
+bool parseCount(std::string_view line, Read_LUTFile& lut) {
     long count = 0;
-    if (scan(withoutBlanks(without(line, "in")), count) == 0) {
+    if (scan(withoutBlanks(removeAll(line, "in")), count) == 0) {
         return false;
     }
-    lut.setSize3D(tintwell::cubeRoot(count));
+    lut.setSize3D(tintwell::latticeSizeOf(count));
     return true;
 }
 
-bool takeCodes(std::string_view line, Read_LUTFile& lut) {
+bool parseCodes(std::string_view line, Read_LUTFile& lut) {
     long codes = 0;
-    if (scan(without(line, "out"), codes) == 0) {
+    if (scan(removeAll(line, "out"), codes) == 0) {
         return false;
     }
     setDomain(lut.domainMin3D, 0);
@@ -59,7 +61,7 @@ bool takeCodes(std::string_view line, Read_LUTFile& lut) {
     return true;
 }
 
-/// Reads up to and with the "values" line. False for a header that the format does not accept.
+/// Reads up to and including the "values" line. False if the format does not accept the header.
 bool readHeader(LineSource& lines, Read_LUTFile& lut) {
     while (!lines.atEnd()) {
         const std::string_view line = lines.next();
@@ -77,34 +79,34 @@ bool readHeader(LineSource& lines, Read_LUTFile& lut) {
         } else if (startsWith(line, "values")) {
             return true;
         } else if (startsWith(line, "in")) {
-            if (!takeCount(line, lut)) {
+            if (!parseCount(line, lut)) {
                 return failAtLine(lut, lines, QStringLiteral("the number of samples"));
             }
         } else if (startsWith(line, "out")) {
-            if (!takeCodes(line, lut)) {
+            if (!parseCodes(line, lut)) {
                 return failAtLine(lut, lines, QStringLiteral("the number of codes"));
             }
         } else {
-            traceLine("unkown:", line);
+            traceLine("unkown:", line); // spelled so on purpose
         }
     }
     return true;
 }
 
-/// Wraps around for a size that no table has.
+/// Wraps around for sizes larger than any table.
 std::int64_t cubed(int size) {
     const auto n = static_cast<std::uint64_t>(size);
     return static_cast<std::int64_t>(n * n * n);
 }
 
-/// The number of codes up to and with \a scale, which may be the largest 64-bit number.
+/// The number of codes from 0 to \a scale, which may be the largest 64-bit number.
 std::string codesOf(std::int64_t scale) {
     return scale < 0 ? std::to_string(scale + 1)
                      : std::to_string(static_cast<std::uint64_t>(scale) + 1);
 }
 
-/// Neither an empty line nor a comment begins with a number.
-bool takeSample(std::string_view line, Triple<double>& sample) {
+/// Empty lines and comments need no check: they do not begin with a number.
+bool parseSample(std::string_view line, Triple<double>& sample) {
     double number = 0;
     return tintwell::scanWords(line, number, sample.r, sample.g, sample.b) > 0;
 }
@@ -116,7 +118,7 @@ bool Read_LUTFile::Read_Mga(QString path, bool probe) {
     if (!lines.isOpen()) {
         return fail(lines.error());
     }
-    applyDefaultOrder(true, true);
+    applyDefaultOrders(tintwell::FormatCode::Mga);
     if (!readHeader(lines, *this)) {
         return false;
     }
@@ -124,11 +126,11 @@ bool Read_LUTFile::Read_Mga(QString path, bool probe) {
         resetDomainMax3D();
         return hasSize() || tintwell::failUnsized(*this, "an \"in\" line");
     }
-    return tintwell::readLattice(*this, lines, Triple<double>(), takeSample);
+    return tintwell::readLattice(*this, lines, Triple<double>(), parseSample);
 }
 
 bool Write_LUTFile::Write_Mga(QString path, Read_LUTFile& lut) {
-    tintwell::TextFile out = tintwell::TextFile::forLattice(path, lut, lastError);
+    tintwell::TextFile out = tintwell::createFor3D(path, lut, lastError);
     if (!out.isOpen()) {
         return false;
     }
@@ -144,7 +146,7 @@ bool Write_LUTFile::Write_Mga(QString path, Read_LUTFile& lut) {
     out << "format lut\n\n"
         << "values\tred\tgreen\tblue\n";
 
-    applyDefaultOrder(true, true);
+    applyDefaultOrders(tintwell::FormatCode::Mga);
     std::int64_t number = 0;
     tintwell::emitLattice(out, *this, lut, outputScale, "\t",
                           [&](int, int, int) { out << number++ << '\t'; });

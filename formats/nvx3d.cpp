@@ -6,19 +6,20 @@
 //     0.000000 0.000000 1.000000
 //     ...
 //
-// Samples come k fastest. Every line of the body takes a point, whatever it holds; points without a
-// sample stay black.
+// Samples are k fastest. Every line of the body stands for a point, whatever it holds; points
+// without a sample stay black.
 
+#include "formats/emit_table.h"
+#include "formats/fill_table.h"
 #include "formats/nvx_header.h"
-#include "formats/tables.h"
+#include "lut/format_code.h"
 #include "lut/read_lutfile.h"
-#include "lut/text_file.h"
 #include "lut/write_lutfile.h"
 
 #include <cstdint>
 #include <string_view>
 
-using tintwell::Body;
+using tintwell::Completeness;
 using tintwell::LineSource;
 using tintwell::Triple;
 using tintwell::walkLattice;
@@ -28,7 +29,7 @@ bool Read_LUTFile::Read_NVX3D(QString path, bool probe) {
     if (!lines.isOpen()) {
         return fail(lines.error());
     }
-    applyDefaultOrder(true, true);
+    applyDefaultOrders(tintwell::FormatCode::Nvx3D);
     const int length = tintwell::readNvxHeader(lines, domainMin3D, domainMax3D);
     if (length != 0) {
         setSize3D(length);
@@ -36,12 +37,12 @@ bool Read_LUTFile::Read_NVX3D(QString path, bool probe) {
     if (probe || length < 1) {
         return length >= 1 || tintwell::failUnsized(*this, "a Length line");
     }
-    if (!allocateLattice(*this, lines, Body::MayBeShort)) {
+    if (!allocateLattice(*this, lines, Completeness::Partial)) {
         return false;
     }
     Triple<float> sample;
     const auto place = [&](std::string_view line, int i, int j, int k) {
-        if (sample.take(line)) {
+        if (sample.scan(line)) {
             store3D(*this, i, j, k, sample);
         }
         return true;
@@ -49,17 +50,17 @@ bool Read_LUTFile::Read_NVX3D(QString path, bool probe) {
     const std::int64_t n = size3D;
     std::int64_t found = n * n * n;
     walkLattice(lines, size3D, place, &found);
-    tintwell::noteShort(*this, found, n * n * n);
+    tintwell::warnShort(*this, found, n * n * n);
     resetDomainMax3D();
     return true;
 }
 
 bool Write_LUTFile::Write_NVX3D(QString path, Read_LUTFile& lut) {
-    tintwell::TextFile out = tintwell::TextFile::forLattice(path, lut, lastError);
+    tintwell::TextFile out = tintwell::createFor3D(path, lut, lastError);
     if (!out.isOpen()) {
         return false;
     }
-    applyDefaultOrder(true, true);
+    applyDefaultOrders(tintwell::FormatCode::Nvx3D);
     tintwell::writeNvxHeader(out, lut.size3D);
     emitLattice(out, *this, lut, 1, " ");
     return true;

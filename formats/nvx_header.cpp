@@ -1,6 +1,7 @@
 #include "formats/nvx_header.h"
+#include "formats/domain.h"
 
-#include "formats/tables.h"
+#include "formats/fill_table.h"
 #include "formats/text/words.h"
 
 #include <string_view>
@@ -11,10 +12,10 @@ int readNvxHeader(LineSource& lines, float (&domainMin)[3], float (&domainMax)[3
     while (!lines.atEnd()) {
         const std::string_view line = lines.next();
         if (startsWith(line, "From")) {
-            takeRange(without(line, "From "), domainMin, domainMax);
+            scanDomain(removeAll(line, "From "), domainMin, domainMax);
         } else if (startsWith(line, "Length")) {
             int length = 0;
-            scan(without(line, "Length "), length);
+            scan(removeAll(line, "Length "), length);
             return length;
         }
     }

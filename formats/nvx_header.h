@@ -1,7 +1,7 @@
 #pragma once
 
 #include "formats/text/line_source.h"
-#include "lut/text_file.h"
+#include "formats/text/text_file.h"
 
 namespace tintwell {
 
@@ -10,13 +10,13 @@ namespace tintwell {
 //     From 0.0 1.0
 //     Length 17
 //
-// The length line ends it; lines of other kinds stand for nothing.
+// The length line ends it; other lines are ignored.
 
-/// Reads up to the end of the length line. Returns the length; 0 for none. The domain keeps its
-/// values where the file does not tell.
+/// Reads up to and including the length line. Returns the length; 0 if there is none. Parts of the
+/// domain that the file does not state keep their values.
 int readNvxHeader(LineSource& lines, float (&domainMin)[3], float (&domainMax)[3]);
 
-/// The domain written is always 0 to 1.
+/// Always writes the domain 0 to 1.
 void writeNvxHeader(TextFile& out, int length);
 
 } // namespace tintwell

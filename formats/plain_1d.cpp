@@ -5,31 +5,30 @@
 //     1	0.004	0.004	0.003
 //     ...
 //
-// Entries stand in the order of their lines, whatever their index.
+// Entries are in the order of their lines; the index is ignored.
 
-#include "formats/tables.h"
+#include "formats/emit_table.h"
+#include "formats/fill_table.h"
 #include "formats/text/words.h"
+#include "lut/catalogue.h"
 #include "lut/read_lutfile.h"
-#include "lut/text_file.h"
 #include "lut/write_lutfile.h"
 
 #include <string_view>
 
+using tintwell::FillResult;
 using tintwell::LineSource;
 using tintwell::scan;
 using tintwell::startsWith;
 using tintwell::Triple;
-using tintwell::Walk;
 
 bool Read_LUTFile::Read_1dLut(QString path, bool probe) {
-    constexpr int entryCount = 256;
-
     LineSource lines(path);
     if (!lines.isOpen()) {
         return fail(lines.error());
     }
-    applyDefaultOrder(true, true);
-    setSize1D(entryCount);
+    applyDefaultOrders(tintwell::FormatCode::Plain1D);
+    setSize1D(formatOf(tintwell::FormatCode::Plain1D).fixedSize);
     if (probe) {
         return true;
     }
@@ -38,20 +37,20 @@ bool Read_LUTFile::Read_1dLut(QString path, bool probe) {
     }
     double index = 0;
     Triple<double> sample;
-    const auto takeEntry = [&index](std::string_view line, Triple<double>& values) {
+    const auto parseEntry = [&index](std::string_view line, Triple<double>& values) {
         return !startsWith(line, "#") && !startsWith(line, "Index") &&
                scan(line, index, values.r, values.g, values.b) > 0;
     };
-    return fillCurve(*this, lines, sample, takeEntry) != Walk::Short;
+    return fillCurve(*this, lines, sample, parseEntry) != FillResult::EndedEarly;
 }
 
-/// Writes tables of any size, although only the first 256 entries will be read again.
+/// Writes tables of any size, although readers use only the first 256 entries.
 bool Write_LUTFile::Write_1dLut(QString path, Read_LUTFile& lut) {
-    tintwell::TextFile out = tintwell::TextFile::forCurve(path, lut, lastError);
+    tintwell::TextFile out = tintwell::createFor1D(path, lut, lastError);
     if (!out.isOpen()) {
         return false;
     }
-    applyDefaultOrder(true, true);
+    applyDefaultOrders(tintwell::FormatCode::Plain1D);
     out << "Index\tRed\tGreen\tBlue\n";
     for (int n = 0; n < lut.size1D; ++n) {
         out << n << '\t';

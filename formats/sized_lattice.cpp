@@ -1,15 +1,15 @@
 #include "formats/sized_lattice.h"
 
-#include "formats/tables.h"
+#include "formats/emit_table.h"
+#include "formats/fill_table.h"
 #include "formats/text/words.h"
-#include "lut/text_file.h"
 
 namespace tintwell {
 
 namespace {
 
-/// Reads up to and with the size line. One without a number leaves the size alone. False for a file
-/// without a size line.
+/// Reads up to and including the size line. A size line without a number leaves the size unchanged.
+/// False if there is no size line.
 bool readHeader(LineSource& lines, std::string_view keyword, Read_LUTFile& lut) {
     while (!lines.atEnd()) {
         const std::string_view line = lines.next();
@@ -17,7 +17,7 @@ bool readHeader(LineSource& lines, std::string_view keyword, Read_LUTFile& lut) 
             continue;
         }
         int size = 0;
-        if (scan(without(line, keyword), size) > 0) {
+        if (scan(removeAll(line, keyword), size) > 0) {
             lut.setSize3D(size);
         }
         return true;
@@ -33,25 +33,25 @@ bool readSizedLattice(const SizedLattice& format, const QString& path, bool prob
     if (!lines.isOpen()) {
         return lut.fail(lines.error());
     }
-    lut.applyDefaultOrder(format.dataOrder, format.tableOrder);
+    lut.applyDefaultOrders(format.code);
     const bool hasBody = readHeader(lines, format.keyword, lut);
     if (probe || !hasBody || lut.size3D < 1) {
         lut.resetDomainMax3D();
         return lut.hasSize() || failUnsized(lut, format.sizeLine);
     }
-    // Neither an empty line nor a comment begins with a number.
-    return readLattice(lut, lines, Triple<float>(), takeNumbers);
+    // Empty lines and comments need no check: they do not begin with a number.
+    return readLattice(lut, lines, Triple<float>(), scanNumbers);
 }
 
 bool writeSizedLattice(const SizedLattice& format, const QString& path, const Read_LUTFile& lut,
                        Write_LUTFile& writer) {
-    TextFile out = TextFile::forLattice(path, lut, writer.lastError);
+    TextFile out = createFor3D(path, lut, writer.lastError);
     if (!out.isOpen()) {
         return false;
     }
     out << format.preamble << format.keyword << ' ' << lut.size3D << '\n';
     writer.forceRealNumbers();
-    writer.applyDefaultOrder(format.dataOrder, format.tableOrder);
+    writer.applyDefaultOrders(format.code);
     emitLattice(out, writer, lut, writer.outputScale, " ");
     return true;
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "lut/format_code.h"
 #include "lut/read_lutfile.h"
 #include "lut/write_lutfile.h"
 
@@ -9,22 +10,21 @@
 
 namespace tintwell {
 
-/// A format that is one size line and then the samples of a lattice as real numbers.
+/// A format that consists of one size line and the samples of a lattice as real numbers.
 struct SizedLattice {
-    std::string_view preamble; ///< what the writer puts before the size line
-    std::string_view keyword;  ///< how the size line begins
-    const char* sizeLine;      ///< what messages call it
-    bool dataOrder;            ///< the format's own orders
-    bool tableOrder;
+    std::string_view preamble; ///< written before the size line
+    std::string_view keyword;  ///< at the start of the size line
+    const char* sizeLine;      ///< its name in messages
+    FormatCode code;
 };
 
-/// Reads such a file. The first line that begins with the keyword ends the header, whatever stands
+/// Reads such a file. The first line that begins with the keyword ends the header, whatever comes
 /// before it.
 bool readSizedLattice(const SizedLattice& format, const QString& path, bool probe,
                       Read_LUTFile& lut);
 
-/// Writes such a file. These formats know no integers: a scale of 2 or more becomes 1, and stays
-/// so in the writer.
+/// Writes such a file. These formats have no integers: a scale of 2 or more is set to 1, also in
+/// the writer.
 bool writeSizedLattice(const SizedLattice& format, const QString& path, const Read_LUTFile& lut,
                        Write_LUTFile& writer);
 

@@ -12,25 +12,27 @@
 //
 // A line may hold one value for all channels, two for red and green, or three.
 
-#include "formats/tables.h"
+#include "formats/domain.h"
+#include "formats/emit_table.h"
+#include "formats/fill_table.h"
 #include "formats/text/words.h"
+#include "lut/format_code.h"
 #include "lut/read_lutfile.h"
-#include "lut/text_file.h"
 #include "lut/write_lutfile.h"
 
 #include <string_view>
 
+using tintwell::FillResult;
 using tintwell::LineSource;
+using tintwell::removeAll;
 using tintwell::scan;
 using tintwell::startsWith;
 using tintwell::Triple;
-using tintwell::Walk;
-using tintwell::without;
 
 namespace {
 
-/// False for no number.
-bool takeLength(std::string_view text, Read_LUTFile& lut) {
+/// False if there is no number.
+bool parseLength(std::string_view text, Read_LUTFile& lut) {
     int length = 0;
     if (scan(text, length) == 0) {
         return false;
@@ -40,20 +42,20 @@ bool takeLength(std::string_view text, Read_LUTFile& lut) {
 }
 
 /// False for a line that ends the header: the opening brace, or a keyword without its number.
-bool takeHeaderLine(std::string_view line, Read_LUTFile& lut, int& components) {
+bool parseHeaderLine(std::string_view line, Read_LUTFile& lut, int& components) {
     if (startsWith(line, "From")) {
-        return tintwell::takeRange(without(line, "From"), lut.domainMin1D, lut.domainMax1D);
+        return tintwell::scanDomain(removeAll(line, "From"), lut.domainMin1D, lut.domainMax1D);
     }
     if (startsWith(line, "Length")) {
-        return takeLength(without(line, "Length"), lut);
+        return parseLength(removeAll(line, "Length"), lut);
     }
     if (startsWith(line, "Components")) {
-        return scan(without(line, "Components"), components) > 0;
+        return scan(removeAll(line, "Components"), components) > 0;
     }
     return !startsWith(line, "{");
 }
 
-bool takeSample(std::string_view line, int components, Triple<double>& sample) {
+bool parseSample(std::string_view line, int components, Triple<double>& sample) {
     switch (components) {
     case 1:
         if (scan(line, sample.r) == 0) {
@@ -64,7 +66,7 @@ bool takeSample(std::string_view line, int components, Triple<double>& sample) {
     case 2:
         return scan(line, sample.r, sample.g) > 0;
     case 3:
-        return sample.take(line);
+        return sample.scan(line);
     default:
         return false;
     }
@@ -77,36 +79,37 @@ bool Read_LUTFile::Read_Spi1D(QString path, bool probe) {
     if (!lines.isOpen()) {
         return fail(lines.error());
     }
-    applyDefaultOrder(true, false);
+    applyDefaultOrders(tintwell::FormatCode::Spi1D);
     int components = 0;
-    while (!lines.atEnd() && takeHeaderLine(lines.next(), *this, components)) {
+    while (!lines.atEnd() && parseHeaderLine(lines.next(), *this, components)) {
     }
     if (probe || size1D < 1) {
         resetDomainMax1D();
         return hasSize() || tintwell::failUnsized(*this, "a Length line");
     }
-    if (!tintwell::allocateCurve(*this, lines, tintwell::Body::MayBeShort)) {
+    if (!tintwell::allocateCurve(*this, lines, tintwell::Completeness::Partial)) {
         resetDomainMax1D();
         return false;
     }
-    if (components <= 0) { // no samples to read, and that is no fault
+    if (components <= 0) { // no samples to read, which is not an error
         resetDomainMax1D();
         return true;
     }
     Triple<double> sample;
-    const Walk entries = fillCurve(*this, lines, sample, [components](auto line, auto& values) {
-        return takeSample(line, components, values);
-    });
+    const FillResult entries =
+        fillCurve(*this, lines, sample, [components](auto line, auto& values) {
+            return parseSample(line, components, values);
+        });
     resetDomainMax1D();
-    return entries != Walk::Short;
+    return entries != FillResult::EndedEarly;
 }
 
 bool Write_LUTFile::Write_Spi1D(QString path, Read_LUTFile& lut) {
-    tintwell::TextFile out = tintwell::TextFile::forCurve(path, lut, lastError);
+    tintwell::TextFile out = tintwell::createFor1D(path, lut, lastError);
     if (!out.isOpen()) {
         return false;
     }
-    applyDefaultOrder(true, true);
+    applyDefaultOrders(tintwell::FormatCode::Spi1D);
     out << "Version 1\n"
         << "From 0.0 " << outputScale << '\n'
         << "Length " << lut.size1D << '\n'

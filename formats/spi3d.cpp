@@ -7,19 +7,20 @@
 //     0 0 1 0.000000 0.000000 1.000000
 //     ...
 //
-// Each sample names its place, so lines may come in any order and points without one stay black.
+// Each sample states its place, so lines may be in any order, and points without a line stay black.
 
-#include "formats/tables.h"
+#include "formats/emit_table.h"
+#include "formats/fill_table.h"
 #include "formats/text/words.h"
+#include "lut/format_code.h"
 #include "lut/read_lutfile.h"
-#include "lut/text_file.h"
 #include "lut/write_lutfile.h"
 
 #include <cstdint>
 #include <optional>
 #include <string_view>
 
-using tintwell::Body;
+using tintwell::Completeness;
 using tintwell::LineSource;
 using tintwell::scan;
 using tintwell::Triple;
@@ -31,7 +32,7 @@ void skipSignature(LineSource& lines) {
     }
 }
 
-/// Finds the next line that has all the numbers asked for.
+/// Finds the next line that has all the requested numbers.
 template <typename... Numbers>
 bool findNumbers(LineSource& lines, Numbers&... numbers) {
     while (!lines.atEnd()) {
@@ -42,8 +43,8 @@ bool findNumbers(LineSource& lines, Numbers&... numbers) {
     return false;
 }
 
-/// \a size is left alone where the file ends before it. False for channel counts or sizes that
-/// differ among themselves.
+/// \a size is unchanged if the file ends before it. False if the channel counts differ, or the
+/// sizes do.
 bool readHeader(LineSource& lines, Read_LUTFile& lut, std::optional<int>& size) {
     skipSignature(lines);
     int inputs = 0;
@@ -64,14 +65,16 @@ bool readHeader(LineSource& lines, Read_LUTFile& lut, std::optional<int>& size) 
     return true;
 }
 
-/// What a sample line says. One with fewer numbers keeps the rest from the line before.
+/// The content of a sample line. A line with fewer numbers keeps the rest from the line before.
 struct PlacedSample {
     int i = 0;
     int j = 0;
     int k = 0;
     Triple<float> value;
 
-    bool take(std::string_view line) { return scan(line, i, j, k, value.r, value.g, value.b) > 0; }
+    bool scan(std::string_view line) {
+        return tintwell::scan(line, i, j, k, value.r, value.g, value.b) > 0;
+    }
 
     bool isInside(int size) const {
         const auto inside = [size](int index) { return index >= 0 && index < size; };
@@ -86,7 +89,7 @@ bool Read_LUTFile::Read_Spi3D(QString path, bool probe) {
     if (!lines.isOpen()) {
         return fail(lines.error());
     }
-    applyDefaultOrder(true, true);
+    applyDefaultOrders(tintwell::FormatCode::Spi3D);
     std::optional<int> size;
     if (!readHeader(lines, *this, size)) {
         return false;
@@ -98,25 +101,25 @@ bool Read_LUTFile::Read_Spi3D(QString path, bool probe) {
         resetDomainMax3D();
         return hasSize() || tintwell::failUnsized(*this, "a line of three sizes");
     }
-    if (!allocateLattice(*this, lines, Body::MayBeShort)) {
+    if (!allocateLattice(*this, lines, Completeness::Partial)) {
         return false;
     }
     PlacedSample sample;
     std::int64_t found = 0;
     while (!lines.atEnd()) {
-        if (sample.take(lines.next()) && sample.isInside(size3D)) {
+        if (sample.scan(lines.next()) && sample.isInside(size3D)) {
             store3D(*this, sample.i, sample.j, sample.k, sample.value);
             ++found;
         }
     }
     const std::int64_t n = size3D;
-    tintwell::noteShort(*this, found, n * n * n);
+    tintwell::warnShort(*this, found, n * n * n);
     resetDomainMax3D();
     return true;
 }
 
 bool Write_LUTFile::Write_Spi3D(QString path, Read_LUTFile& lut) {
-    tintwell::TextFile out = tintwell::TextFile::forLattice(path, lut, lastError);
+    tintwell::TextFile out = tintwell::createFor3D(path, lut, lastError);
     if (!out.isOpen()) {
         return false;
     }
@@ -124,7 +127,7 @@ bool Write_LUTFile::Write_Spi3D(QString path, Read_LUTFile& lut) {
         << "3 3\n"
         << lut.size3D << ' ' << lut.size3D << ' ' << lut.size3D << '\n';
     forceRealNumbers();
-    applyDefaultOrder(true, true);
+    applyDefaultOrders(tintwell::FormatCode::Spi3D);
     emitLattice(out, *this, lut, outputScale, " ",
                 [&out](int i, int j, int k) { out << i << ' ' << j << ' ' << k << ' '; });
     return true;

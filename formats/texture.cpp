@@ -11,11 +11,12 @@
 // Within a tile j counts rows and k columns, N of each.
 
 #include "formats/image_tiles.h"
+#include "lut/format_code.h"
 #include "lut/read_lutfile.h"
 
 namespace {
 
-/// Tiles per row and per column; 0 for an image that is no texture.
+/// Tiles per row and per column; 0 if the image is not a texture.
 int tilesPerRow(const QSize& image) {
     if (image.width() != image.height()) {
         return 0;
@@ -40,7 +41,7 @@ bool Read_LUTFile::Read_Texture(QString path, bool probe) {
     if (tiles == 0) {
         return failWithImage(*this, image, "64 x 64, 512 x 512 or 4096 x 4096");
     }
-    applyDefaultOrder(true, false);
+    applyDefaultOrders(tintwell::FormatCode::Texture);
     setSize3D(tiles * tiles);
     return probe || tintwell::storeTiles(*this, image.pixels, tiles);
 }

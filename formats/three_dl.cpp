@@ -8,12 +8,15 @@
 //     0 0 1023
 //     ...
 //
-// "Mesh 1 10" declares 2^1 + 1 points per axis and codes of ten bits. Without it the shaper line,
-// of the input positions of the lattice, tells the size by its length (never three: a line of three
-// words is a sample), and the largest sample tells the scale. Samples come k fastest.
+// "Mesh 1 10" declares 2^1 + 1 points per axis and codes of ten bits. Without it, the length of the
+// shaper line, which lists the input positions of the lattice, gives the size (never three: a line
+// of three words is a sample), and the largest sample gives the scale. Samples are k fastest.
 
-#include "formats/tables.h"
+#include "formats/domain.h"
+#include "formats/fill_table.h"
+#include "formats/text/decimal.h"
 #include "formats/text/words.h"
+#include "lut/format_code.h"
 #include "lut/read_lutfile.h"
 #include "lut/trace.h"
 
@@ -28,27 +31,142 @@
 #include <vector>
 
 using tintwell::LineSource;
+using tintwell::removeAll;
 using tintwell::scan;
 using tintwell::setDomain;
 using tintwell::startsWith;
 using tintwell::Triple;
-using tintwell::without;
 using tintwell::wordCount;
 
 namespace {
 
-/// What the first pass gathers beyond the fields of the container.
+/// Returns how many numbers a line of three words begins with; 0 for any other line.
+int scanSample(std::string_view line, Triple<double>& sample) {
+    return tintwell::scanWords(line, sample.r, sample.g, sample.b);
+}
+
+/// False for a line that is not a sample.
+bool parseSample(std::string_view line, Triple<double>& sample) {
+    return scanSample(line, sample) > 0;
+}
+
+Triple<float> narrowed(const Triple<double>& sample) {
+    return {static_cast<float>(sample.r), static_cast<float>(sample.g),
+            static_cast<float>(sample.b)};
+}
+
+/// Moves past the next line if it is three integers of at most seven digits separated by single
+/// blanks, as most samples are. Otherwise does not move, and returns false.
+bool takeCodes(LineSource& lines, std::array<std::uint32_t, 3>& codes) {
+    static constexpr std::array<char, 3> ends = {' ', ' ', '\n'};
+    constexpr unsigned mostDigits = 7;
+    const char* at = lines.position();
+    for (std::size_t n = 0; n < codes.size(); ++n) {
+        const unsigned digits = tintwell::evaluateDigits(at, codes[n]);
+        at += digits;
+        if (digits == 0 || digits > mostDigits || *at++ != ends[n]) {
+            return false;
+        }
+    }
+    lines.moveTo(at);
+    return true;
+}
+
+/// Collects the samples in the pass that looks for size and scale, both of which may come after
+/// them, so that the text need not be scanned a second time.
+class SampleCollector {
+public:
+    /// Collects a line and, while the scale is not known, takes it into account for the scale.
+    /// False, with nothing changed, for a line that is not a sample.
+    bool collect(std::string_view line, bool scaleIsKnown) {
+        const int count = scanSample(line, m_current);
+        if (count == 0) {
+            return false;
+        }
+        m_startsPartial |= m_samples.empty() && count < 3;
+        if (hasRoom()) {
+            m_samples.push_back(narrowed(m_current));
+        }
+        if (!scaleIsKnown) {
+            learn(line, count);
+        }
+        return true;
+    }
+
+    /// Collects a run of samples that are three codes each, without splitting them into words.
+    void collectCodes(LineSource& lines, bool scaleIsKnown) {
+        const std::size_t before = m_samples.size();
+        std::array<std::uint32_t, 3> codes{};
+        std::uint32_t largestCode = 0;
+        while (hasRoom() && takeCodes(lines, codes)) {
+            m_samples.push_back({static_cast<float>(codes[0]), static_cast<float>(codes[1]),
+                                 static_cast<float>(codes[2])});
+            for (const std::uint32_t code : codes) {
+                largestCode = std::max(largestCode, code);
+            }
+        }
+        if (m_samples.size() == before) {
+            return;
+        }
+        const Triple<float>& last = m_samples.back();
+        m_current = {last.r, last.g, last.b};
+        if (!scaleIsKnown) {
+            m_lastUnscaled = m_current;
+            raiseLargest(largestCode);
+        }
+    }
+
+    /// Reserves the memory of a lattice in one piece, unless the file is too short for it.
+    void reserve(int size, const LineSource& lines) {
+        const std::int64_t n = size <= Read_LUTFile::MaxSize3D ? std::max(size, 0) : 0;
+        if (lines.canHold(n * n * n)) {
+            m_samples.reserve(static_cast<std::size_t>(n * n * n));
+        }
+    }
+
+    const std::vector<Triple<float>>& samples() const { return m_samples; }
+    /// The largest number before the scale was known.
+    double largest() const { return m_largest; }
+    /// Whether the first sample is incomplete. It takes the rest from the last sample of this pass,
+    /// so all samples must be scanned again.
+    bool needsSecondPass() const { return m_startsPartial; }
+    /// The start of a second pass: the last sample before the scale was known.
+    const Triple<double>& lastUnscaled() const { return m_lastUnscaled; }
+
+private:
+    /// The largest lattice has this many samples.
+    bool hasRoom() const {
+        constexpr std::size_t n = Read_LUTFile::MaxSize3D;
+        return m_samples.size() < n * n * n;
+    }
+
+    void learn(std::string_view line, int count) {
+        if (count == 3) {
+            m_lastUnscaled = m_current;
+        } else {
+            scanSample(line, m_lastUnscaled);
+        }
+        for (const double number : {m_lastUnscaled.r, m_lastUnscaled.g, m_lastUnscaled.b}) {
+            raiseLargest(number);
+        }
+    }
+
+    /// NaN is kept only until the next number.
+    void raiseLargest(double number) { m_largest = std::max(number, m_largest); }
+
+    std::vector<Triple<float>> m_samples;
+    Triple<double> m_current;
+    Triple<double> m_lastUnscaled;
+    double m_largest = 0;
+    bool m_startsPartial = false;
+};
+
+/// What the first pass finds besides the fields of the container.
 struct Header {
-    int inBits = 0; // a later Mesh line may leave either as it is
+    int inBits = 0; // a later Mesh line may leave either unchanged
     int outBits = 0;
     double largestPosition = 0;
-    double largestSample = 0;
-    Triple<double> sample; // the last before the scale was known: a second pass begins with it
-
-    /// Every sample, as a second pass would find it, which is why there seldom is one.
-    std::vector<Triple<float>> samples;
-    Triple<double> current;
-    bool startsPartial = false; ///< a second pass is needed: its first sample lacks numbers
+    SampleCollector samples;
 };
 
 int latticeSize(int inBits) {
@@ -57,8 +175,8 @@ int latticeSize(int inBits) {
     return points < largest ? static_cast<int>(points) : largest;
 }
 
-bool takeMesh(std::string_view line, Read_LUTFile& lut, Header& header) {
-    if (scan(without(line, "Mesh "), header.inBits, header.outBits) == 0) {
+bool parseMesh(std::string_view line, Read_LUTFile& lut, Header& header) {
+    if (scan(removeAll(line, "Mesh "), header.inBits, header.outBits) == 0) {
         return false;
     }
     lut.setSize3D(latticeSize(header.inBits));
@@ -67,12 +185,12 @@ bool takeMesh(std::string_view line, Read_LUTFile& lut, Header& header) {
     return true;
 }
 
-bool takeGamma(std::string_view line, Read_LUTFile& lut) {
-    return scan(without(line, "gamma "), lut.gamma) > 0;
+bool parseGamma(std::string_view line, Read_LUTFile& lut) {
+    return scan(removeAll(line, "gamma "), lut.gamma) > 0;
 }
 
 /// Positions are relative to the largest of all shaper lines so far.
-void takeShaper(std::string_view line, Read_LUTFile& lut, Header& header) {
+void parseShaper(std::string_view line, Read_LUTFile& lut, Header& header) {
     tintwell::WordReader words(line);
     std::size_t count = 0;
     for (std::string_view word = words.next(); !word.empty(); word = words.next(), ++count) {
@@ -90,95 +208,20 @@ void takeShaper(std::string_view line, Read_LUTFile& lut, Header& header) {
     }
 }
 
-bool lacksScale(const Read_LUTFile& lut) {
-    return lut.domainMax3D[0] < 1.1F;
-}
-
-/// Returns how many numbers a line of three words begins with; 0 for any other line.
-int scanSample(std::string_view line, Triple<double>& sample) {
-    return tintwell::scanWords(line, sample.r, sample.g, sample.b);
-}
-
-/// False for a line that is no sample.
-bool takeSample(std::string_view line, Triple<double>& sample) {
-    return scanSample(line, sample) > 0;
-}
-
-/// A number takes the place of a NaN.
-void raise(double& largest, double number) {
-    largest = std::max(number, largest);
-}
-
-/// Whether another sample is to be kept: the largest lattice has no more.
-bool hasRoom(const Header& header) {
-    constexpr std::size_t n = Read_LUTFile::MaxSize3D;
-    return header.samples.size() < n * n * n;
-}
-
-/// Keeps a sample, and learns from it while the scale is not known. False as takeSample() has it.
-bool keepSample(std::string_view line, bool scaleIsKnown, Header& header) {
-    const int count = scanSample(line, header.current);
-    if (count == 0) {
-        return false;
-    }
-    header.startsPartial |= header.samples.empty() && count < 3;
-    if (hasRoom(header)) {
-        header.samples.push_back({static_cast<float>(header.current.r),
-                                  static_cast<float>(header.current.g),
-                                  static_cast<float>(header.current.b)});
-    }
-    if (!scaleIsKnown) {
-        if (count == 3) {
-            header.sample = header.current;
-        } else {
-            scanSample(line, header.sample);
-        }
-        for (const double number : {header.sample.r, header.sample.g, header.sample.b}) {
-            raise(header.largestSample, number);
-        }
-    }
-    return true;
-}
-
-/// Asks for the memory in one piece where the size is known by then, as it mostly is.
-void makeRoom(const Read_LUTFile& lut, const LineSource& lines, Header& header) {
-    const std::int64_t n = lut.size3D <= Read_LUTFile::MaxSize3D ? std::max(lut.size3D, 0) : 0;
-    if (lines.canHold(n * n * n)) {
-        header.samples.reserve(static_cast<std::size_t>(n * n * n));
-    }
-}
-
-/// Keeps a run of the most common lines, which are not looked at word by word.
-void keepCodes(const Read_LUTFile& lut, LineSource& lines, Header& header) {
-    const std::size_t before = header.samples.size();
-    if (before == 0) {
-        makeRoom(lut, lines, header);
-    }
-    std::array<std::uint32_t, 3> codes{};
-    std::uint32_t largest = 0;
-    while (hasRoom(header) && lines.takeCodes(codes)) {
-        header.samples.push_back({static_cast<float>(codes[0]), static_cast<float>(codes[1]),
-                                  static_cast<float>(codes[2])});
-        for (const std::uint32_t code : codes) {
-            largest = std::max(largest, code);
-        }
-    }
-    if (header.samples.size() == before) {
-        return;
-    }
-    const Triple<float>& last = header.samples.back();
-    header.current = {last.r, last.g, last.b};
-    if (lacksScale(lut)) {
-        header.sample = header.current;
-        raise(header.largestSample, largest);
-    }
+/// Whether a Mesh line has stated the scale.
+bool isScaleKnown(const Read_LUTFile& lut) {
+    return !(lut.domainMax3D[0] < 1.1F);
 }
 
 /// Classifies every line. False for a keyword without its number.
 bool readHeader(LineSource& lines, bool probe, Read_LUTFile& lut, Header& header) {
+    SampleCollector& samples = header.samples;
     while (!lines.atEnd()) {
         if (!probe) {
-            keepCodes(lut, lines, header);
+            if (samples.samples().empty()) {
+                samples.reserve(lut.size3D, lines); // the size is usually known by now
+            }
+            samples.collectCodes(lines, isScaleKnown(lut));
         }
         const std::string_view line = lines.next();
         if (line.empty() || line == "3DMESH") {
@@ -187,24 +230,24 @@ bool readHeader(LineSource& lines, bool probe, Read_LUTFile& lut, Header& header
         if (line.front() == '#') {
             tintwell::traceLine("#:", line);
         } else if (startsWith(line, "Mesh")) {
-            if (!takeMesh(line, lut, header)) {
+            if (!parseMesh(line, lut, header)) {
                 return failAtLine(lut, lines, QStringLiteral("the bits of the mesh"));
             }
         } else if (startsWith(line, "gamma")) {
-            if (!takeGamma(line, lut)) {
+            if (!parseGamma(line, lut)) {
                 return failAtLine(lut, lines, QStringLiteral("a number"));
             }
-        } else if (probe || !keepSample(line, !lacksScale(lut), header)) {
+        } else if (probe || !samples.collect(line, isScaleKnown(lut))) {
             if (const std::size_t count = wordCount(line); count > 1 && count != 3) {
-                takeShaper(line, lut, header);
+                parseShaper(line, lut, header);
             }
         }
     }
     return true;
 }
 
-/// The full scale of the fewest bits, 2 to 16, that reach the largest sample: real numbers are
-/// taken for codes of two bits.
+/// The full scale of the smallest bit depth, 2 to 16, that covers the largest sample; real numbers
+/// up to 1 are treated as codes of two bits.
 float inferredScale(double largestSample) {
     int scale = 3;
     while (scale < 65535 && scale < std::trunc(largestSample)) {
@@ -213,7 +256,7 @@ float inferredScale(double largestSample) {
     return static_cast<float>(scale);
 }
 
-/// Only the last sample may lack.
+/// Only the last sample may be missing.
 bool fill(Read_LUTFile& lut, const LineSource& lines, const std::vector<Triple<float>>& samples) {
     auto sample = samples.begin();
     tintwell::visitLattice(lut.size3D, [&](int i, int j, int k) {
@@ -235,25 +278,26 @@ bool Read_LUTFile::Read_3dl(QString path, bool probe) {
     if (!lines.isOpen()) {
         return fail(lines.error());
     }
-    applyDefaultOrder(true, true);
+    applyDefaultOrders(tintwell::FormatCode::ThreeDl);
 
     Header header;
     if (!readHeader(lines, probe, *this, header)) {
         return false;
     }
-    if (header.largestSample > 0.1 && lacksScale(*this)) {
-        setDomain(domainMax3D, inferredScale(header.largestSample));
+    const SampleCollector& samples = header.samples;
+    if (samples.largest() > 0.1 && !isScaleKnown(*this)) {
+        setDomain(domainMax3D, inferredScale(samples.largest()));
     }
     if (probe || size3D < 1) {
         resetDomainMax3D();
         return hasSize() || tintwell::failUnsized(*this, "a Mesh line or a shaper line");
     }
-    if (header.startsPartial) {
+    if (samples.needsSecondPass()) {
         lines.rewind();
-        return tintwell::readLattice(*this, lines, header.sample, takeSample);
+        return tintwell::readLattice(*this, lines, samples.lastUnscaled(), parseSample);
     }
-    const bool filled = allocateLattice(*this, lines, tintwell::Body::Complete) &&
-                        fill(*this, lines, header.samples);
+    const bool filled = allocateLattice(*this, lines, tintwell::Completeness::Complete) &&
+                        fill(*this, lines, samples.samples());
     resetDomainMax3D();
     return filled;
 }

@@ -14,34 +14,39 @@
 //     ...
 //     # End
 //
-// The shaper, the container's 1D table, maps to lattice coordinates from 0 to the width. Samples
-// come k fastest.
+// The shaper, stored as the container's 1D table, maps to lattice coordinates from 0 to the width.
+// Samples are k fastest.
 
-#include "formats/tables.h"
+#include "formats/domain.h"
+#include "formats/fill_table.h"
 #include "formats/text/words.h"
+#include "lut/format_code.h"
 #include "lut/read_lutfile.h"
 
+#include <algorithm>
+#include <array>
 #include <string>
 #include <string_view>
+#include <utility>
 
 using tintwell::allocateCurve;
 using tintwell::allocateLattice;
-using tintwell::Body;
+using tintwell::Completeness;
+using tintwell::FillResult;
 using tintwell::LineSource;
+using tintwell::removeAll;
 using tintwell::scan;
-using tintwell::takeNumbers;
+using tintwell::scanNumbers;
 using tintwell::Triple;
-using tintwell::Walk;
-using tintwell::without;
 
 namespace {
 
 std::string valuesOf(std::string_view line, std::string_view keyword) {
-    return without(without(line, "#"), keyword);
+    return removeAll(removeAll(line, "#"), keyword);
 }
 
-/// False unless the three widths are one.
-bool takeWidth(std::string_view line, Read_LUTFile& lut) {
+/// False unless the three widths are equal.
+bool parseWidth(std::string_view line, Read_LUTFile& lut) {
     int i = 0;
     int j = 0;
     int k = 0;
@@ -52,38 +57,102 @@ bool takeWidth(std::string_view line, Read_LUTFile& lut) {
     return true;
 }
 
-void takeLength(std::string_view line, Read_LUTFile& lut) {
+void parseLength(std::string_view line, Read_LUTFile& lut) {
     int length = 0;
     if (scan(valuesOf(line, "lutLength"), length) == 1) {
         lut.setSize1D(length);
     }
 }
 
-Walk readShaper(LineSource& lines, Read_LUTFile& lut, Triple<float>& sample) {
-    if (!allocateCurve(lut, lines, Body::Complete)) {
-        return Walk::Short;
+FillResult readShaper(LineSource& lines, Read_LUTFile& lut, Triple<float>& sample) {
+    if (!allocateCurve(lut, lines, Completeness::Complete)) {
+        return FillResult::EndedEarly;
     }
     // The width itself maps to 1, although the last lattice point is one less.
     tintwell::setDomain(lut.domainMax1D, static_cast<float>(lut.size3D));
-    const Walk end = tintwell::fillCurve(lut, lines, sample, takeNumbers);
-    if (end != Walk::Complete) {
+    const FillResult end = tintwell::fillCurve(lut, lines, sample, scanNumbers);
+    if (end != FillResult::Complete) {
         lut.resetDomainMax1D();
     }
     return end;
 }
 
-Walk readCube(LineSource& lines, Read_LUTFile& lut, Triple<float>& sample) {
+FillResult readCube(LineSource& lines, Read_LUTFile& lut, Triple<float>& sample) {
     tintwell::setDomain(lut.domainMax3D, 1);
-    if (!allocateLattice(lut, lines, Body::Complete)) {
-        return Walk::Short;
+    if (!allocateLattice(lut, lines, Completeness::Complete)) {
+        return FillResult::EndedEarly;
     }
-    return tintwell::fillLattice(lut, lines, sample, takeNumbers);
+    return tintwell::fillLattice(lut, lines, sample, scanNumbers);
 }
 
-/// Tables whose section the file lacks are of zeros.
+/// Tables without a section in the file are all zeros.
 bool allocateUnread(const LineSource& lines, Read_LUTFile& lut) {
-    return (lut.size3D <= 0 || allocateLattice(lut, lines, Body::MayBeShort)) &&
-           (lut.size1D <= 0 || allocateCurve(lut, lines, Body::MayBeShort));
+    return (lut.size3D <= 0 || allocateLattice(lut, lines, Completeness::Partial)) &&
+           (lut.size1D <= 0 || allocateCurve(lut, lines, Completeness::Partial));
+}
+
+enum class Keyword { None, Dimensions, Width, Length, Shaper, Cube, End };
+
+/// The keyword of a line, separated from the "#" by white space.
+Keyword keywordOf(std::string_view line) {
+    static constexpr std::array<std::pair<std::string_view, Keyword>, 7> keywords = {
+        {{"iDims", Keyword::Dimensions},
+         {"oDims", Keyword::Dimensions},
+         {"width", Keyword::Width},
+         {"lutLength", Keyword::Length},
+         {"InputLUT", Keyword::Shaper},
+         {"Cube", Keyword::Cube},
+         {"End", Keyword::End}}};
+    if (!tintwell::startsWith(line, "#")) {
+        return Keyword::None;
+    }
+    tintwell::WordReader words(line);
+    words.next();
+    const std::string_view word = words.next();
+    const auto* const found = std::find_if(keywords.begin(), keywords.end(),
+                                           [&](const auto& known) { return known.first == word; });
+    return found != keywords.end() ? found->second : Keyword::None;
+}
+
+/// Whether the third word is 3, as in "# iDims 3".
+bool isThreeDimensional(std::string_view line) {
+    tintwell::WordReader words(line);
+    words.next();
+    words.next();
+    return words.next() == "3";
+}
+
+/// Processes a line between the sections. False if it ends the reading.
+bool readHeaderLine(Keyword keyword, std::string_view line, const LineSource& lines,
+                    Read_LUTFile& lut) {
+    switch (keyword) {
+    case Keyword::Dimensions:
+        return isThreeDimensional(line) ||
+               failAtLine(lut, lines, QStringLiteral("three dimensions"));
+    case Keyword::Width:
+        return parseWidth(line, lut) ||
+               failAtLine(lut, lines, QStringLiteral("three equal widths"));
+    case Keyword::Length:
+        parseLength(line, lut);
+        return true;
+    case Keyword::End:
+        return false;
+    default:
+        return true;
+    }
+}
+
+/// Reads the section that a keyword begins. Before the width is known there is none, and a shaper
+/// needs its length as well.
+FillResult readSection(Keyword keyword, LineSource& lines, Read_LUTFile& lut,
+                       Triple<float>& sample) {
+    if (keyword == Keyword::Shaper && lut.size3D > 0 && lut.size1D > 0) {
+        return readShaper(lines, lut, sample);
+    }
+    if (keyword == Keyword::Cube && lut.size3D > 0) {
+        return readCube(lines, lut, sample);
+    }
+    return FillResult::Complete;
 }
 
 } // namespace
@@ -93,50 +162,30 @@ bool Read_LUTFile::Read_Cub(QString path, bool probe) {
     if (!lines.isOpen()) {
         return fail(lines.error());
     }
-    applyDefaultOrder(true, false);
+    applyDefaultOrders(tintwell::FormatCode::TruelightCube);
 
-    Triple<float> sample; // one for both sections
-    Walk section = Walk::Complete;
-    while (section == Walk::Complete && !lines.atEnd()) {
+    Triple<float> sample; // kept from section to section
+    FillResult section = FillResult::Complete;
+    while (section == FillResult::Complete && !lines.atEnd()) {
         const std::string_view line = lines.next();
-        if (!tintwell::startsWith(line, "#")) {
-            continue;
-        }
-        tintwell::WordReader words(line);
-        words.next(); // "#", and nothing else: a keyword stands apart from it
-        const std::string_view keyword = words.next();
-        if (keyword == "End") {
+        const Keyword keyword = keywordOf(line);
+        if (!readHeaderLine(keyword, line, lines, *this)) {
             break;
         }
-        if (keyword == "iDims" || keyword == "oDims") {
-            if (words.next() != "3") {
-                failAtLine(*this, lines, QStringLiteral("three dimensions"));
-                break;
-            }
-        } else if (keyword == "width") {
-            if (!takeWidth(line, *this)) {
-                failAtLine(*this, lines, QStringLiteral("three equal widths"));
-                break;
-            }
-        } else if (keyword == "lutLength") {
-            takeLength(line, *this);
-        } else if (probe || size3D <= 0) {
-            continue; // no section is read
-        } else if (keyword == "InputLUT" && size1D > 0) {
-            section = readShaper(lines, *this, sample);
-        } else if (keyword == "Cube") {
-            section = readCube(lines, *this, sample);
+        if (!probe) {
+            section = readSection(keyword, lines, *this, sample);
         }
     }
-    if (section == Walk::Complete) {
+    if (section == FillResult::Complete) {
         resetDomainMax3D();
         resetDomainMax1D();
     }
-    if (section == Walk::Short || (!probe && !allocateUnread(lines, *this))) {
+    if (section == FillResult::EndedEarly || (!probe && !allocateUnread(lines, *this))) {
         return false;
     }
-    if (hasSize() || !lastError.isEmpty()) {
-        return hasSize();
+    if (hasSize()) {
+        return tintwell::acceptWithRemark(*this);
     }
-    return tintwell::failUnsized(*this, "a width or a lutLength line");
+    return !lastError.isEmpty() ? false
+                                : tintwell::failUnsized(*this, "a width or a lutLength line");
 }

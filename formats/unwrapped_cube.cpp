@@ -8,17 +8,20 @@
 // Within a tile j counts rows and k columns, N of each: the image is N x N pixels wide and N high.
 
 #include "formats/image_tiles.h"
+#include "lut/format_code.h"
 #include "lut/read_lutfile.h"
 
 bool Read_LUTFile::Read_IUC(QString path, bool probe) {
     const tintwell::ImageFile image = tintwell::readTiles(path);
     const qint64 height = image.size.height();
-    lastError = image.error;
     if (image.size.width() != height * height) {
         return failWithImage(*this, image, "a width of the height squared");
     }
     setSize3D(image.size.height());
-    applyDefaultOrder(true, false);
-    // What is no image at all makes an empty table.
-    return probe || size3D == 0 || tintwell::storeTiles(*this, image.pixels, size3D);
+    applyDefaultOrders(tintwell::FormatCode::UnwrappedCube);
+    if (size3D == 0) { // not an image at all, and yet no failure
+        remarks += image.error;
+        return true;
+    }
+    return probe || tintwell::storeTiles(*this, image.pixels, size3D);
 }

@@ -1,4 +1,4 @@
-// Reads with any format, resamples, and writes with any format. Six letters choose: the two formats
+// Reads with any format, resamples, and writes with any format. Six letters choose the two formats
 // by their codes, the orders, the scale, the new size, and what happens to a curve.
 
 #include "harness.h"
@@ -12,7 +12,7 @@
 
 namespace {
 
-/// Larger tables take no other way, only longer.
+/// Larger tables run the same code, only longer.
 constexpr int sizeLimit3D = 40;
 constexpr int sizeLimit1D = 5000;
 
@@ -28,16 +28,16 @@ bool isSmall(const Read_LUTFile& lut) {
 }
 
 void makeTable3D(Read_LUTFile& lut, int size) {
-    lut.size3D = size;
+    lut.setSize3D(size);
     fuzz::require(lut.allocate3D(), "a small lattice is allocated");
 }
 
 void makeTable1D(Read_LUTFile& lut, int size) {
-    lut.size1D = size;
+    lut.setSize1D(size);
     fuzz::require(lut.allocate1D(), "a small curve is allocated");
 }
 
-/// What the program does, and what else the library offers for such tables.
+/// What the program does, and the library's other operations for such tables.
 void resample(Read_LUTFile& lut, Read_LUTFile& result, int size, bool otherKind) {
     LutCalc calc;
     if (lut.data3D != nullptr) {

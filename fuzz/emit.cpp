@@ -1,9 +1,9 @@
-// The emitters against the toolkit's own printing, for floats of any bits.
+// The emitters against Qt's own printing, for floats with any bits.
 
 #include "harness.h"
 
-#include "lut/emit.h"
-#include "lut/text_file.h"
+#include "formats/text/emit.h"
+#include "formats/text/text_file.h"
 #include "lut/write_lutfile.h"
 
 #include <QTextStream>
@@ -22,7 +22,7 @@ struct Cell {
     Cell inOrder(bool rgb) const { return rgb ? *this : Cell{{values[2], values[1], values[0]}}; }
 };
 
-QByteArray printedByToolkit(float value, QTextStream::RealNumberNotation notation) {
+QByteArray printedByQt(float value, QTextStream::RealNumberNotation notation) {
     QByteArray text;
     QTextStream stream(&text);
     stream.setRealNumberNotation(notation);
@@ -36,14 +36,14 @@ void comparePrinters(float value) {
         return QByteArray(text, static_cast<int>(end - text));
     };
     fuzz::require(printed(tintwell::printFixed(text, value)) ==
-                      printedByToolkit(value, QTextStream::FixedNotation),
+                      printedByQt(value, QTextStream::FixedNotation),
                   "fixed notation");
     fuzz::require(printed(tintwell::printSmart(text, value)) ==
-                      printedByToolkit(value, QTextStream::SmartNotation),
+                      printedByQt(value, QTextStream::SmartNotation),
                   "smart notation");
 }
 
-/// The layout of an entry in the toolkit's own words.
+/// The layout of an entry, printed by Qt.
 void printCell(QTextStream& out, const Cell& cell, long scale, bool inColumns) {
     const bool real = scale < 2;
     int printed = 0;
@@ -94,7 +94,7 @@ void compareStreams(const Cell& cell, bool rgb, long scale, int notation, int pr
     writer.White3D(&lattice, found.stream, 0, 0, 0, scale, sep);
     expected.stream.setRealNumberNotation(QTextStream::FixedNotation);
     printCell(expected.stream, cell.inOrder(rgb), scale, true);
-    fuzz::require(found.flushed() == expected.flushed(), "emitters print as the toolkit does");
+    fuzz::require(found.flushed() == expected.flushed(), "emitters print as Qt does");
 }
 
 void compareFile(const std::vector<Cell>& cells, bool rgb, long scale) {
@@ -114,7 +114,7 @@ void compareFile(const std::vector<Cell>& cells, bool rgb, long scale) {
         expected.stream.setRealNumberNotation(QTextStream::FixedNotation);
         printCell(expected.stream, cell.inOrder(rgb), scale, true);
     }
-    fuzz::require(file.content() == expected.flushed(), "files print as the toolkit does");
+    fuzz::require(file.content() == expected.flushed(), "files print as Qt does");
 }
 
 } // namespace

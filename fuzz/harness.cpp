@@ -17,17 +17,17 @@
 
 namespace {
 
-/// What is allocated and not yet freed since the watch began, and the most that it came to.
+/// How much is allocated and not yet freed since the watch began, and the peak of that.
 struct Heap {
     bool watched = false;
     std::ptrdiff_t used = 0;
     std::ptrdiff_t peak = 0;
 };
 
-// The allocator's hooks know nothing but the block.
+// The allocator's hooks are given only the block.
 Heap heap; // NOLINT(cppcoreguidelines-avoid-non-const-global-variables)
 
-/// Every block of the C library has a header of eight bytes and is a multiple of sixteen.
+/// Every block of the C library has a header of eight bytes and a multiple of sixteen bytes.
 std::ptrdiff_t blockSize(std::size_t size) {
     return std::max<std::ptrdiff_t>(32, static_cast<std::ptrdiff_t>((size + 8 + 15) & ~size_t{15}));
 }
@@ -54,14 +54,15 @@ namespace fuzz {
 
 void require(bool holds, const char* what) {
     if (!holds) {
-        std::fprintf(stderr, "not so: %s\n", what);
+        std::fprintf(stderr, "false: %s\n", what);
         std::abort();
     }
 }
 
 MemoryFile::MemoryFile(std::string_view content) : m_descriptor(memfd_create("input", 0)) {
     const auto size = static_cast<ssize_t>(content.size());
-    require(write(m_descriptor, content.data(), content.size()) == size, "the input has its file");
+    require(write(m_descriptor, content.data(), content.size()) == size,
+            "the input is written to its file");
 }
 
 MemoryFile::~MemoryFile() {
@@ -74,7 +75,7 @@ QString MemoryFile::path() const {
 
 QByteArray MemoryFile::content() const {
     QFile file(path());
-    require(file.open(QIODevice::ReadOnly), "the output has its file");
+    require(file.open(QIODevice::ReadOnly), "the output file opens");
     return file.readAll();
 }
 
@@ -93,7 +94,7 @@ HeapWatch::HeapWatch() {
 
 HeapWatch::~HeapWatch() {
     heap.watched = false;
-    require(heap.peak <= Limit, "a small file takes little memory");
+    require(heap.peak <= Limit, "a small file needs little memory");
 }
 
 LUTFILE_ST request(const QString& path, int code) {
@@ -106,7 +107,7 @@ LUTFILE_ST request(const QString& path, int code) {
 void touch(const Read_LUTFile& lut, bool mustBeWhole) {
     require(!mustBeWhole || ((lut.size3D <= 0 || lut.data3D != nullptr) &&
                              (lut.size1D <= 0 || lut.data1D != nullptr)),
-            "what reads has its tables");
+            "a table that was read is complete");
     volatile float last = 0;
     if (lut.data3D != nullptr) {
         tintwell::visitLattice(lut.size3D, [&](int i, int j, int k) {

@@ -11,18 +11,18 @@
 class QByteArray;
 class Read_LUTFile;
 
-// What the fuzz targets share. Each defines fuzz::run(); the harness turns Qt's messages off and
-// hands the input over.
+// Shared by the fuzz targets. Each defines fuzz::run(); the harness turns Qt's messages off and
+// calls it with the input.
 
 namespace fuzz {
 
-/// One run of a target, of which nothing may remain.
+/// One run of a target, which must leave nothing behind.
 void run(std::string_view input);
 
-/// Ends the run with a finding unless \a holds.
+/// Reports a finding and ends the run unless \a holds.
 void require(bool holds, const char* what);
 
-/// A file in memory, which holds the input of a run or takes its output.
+/// A file in memory that holds the input of a run or receives its output.
 class MemoryFile {
 public:
     explicit MemoryFile(std::string_view content = {});
@@ -30,7 +30,7 @@ public:
     MemoryFile(const MemoryFile&) = delete;
     MemoryFile& operator=(const MemoryFile&) = delete;
 
-    /// Names the file to whoever opens files by their path.
+    /// A path to the file, for code that opens files by path.
     QString path() const;
     QByteArray content() const;
 
@@ -38,7 +38,7 @@ private:
     int m_descriptor;
 };
 
-/// Takes choices off the front of an input, a character each: 'a' is the first.
+/// Reads choices from the front of an input, one character each: 'a' is the first.
 class Choices {
 public:
     explicit Choices(std::string_view input) : m_rest(input) {}
@@ -50,8 +50,8 @@ private:
     std::string_view m_rest;
 };
 
-/// Holds what happens in its life to the limit for a file under one MiB: 64 MiB of heap, counted in
-/// the C library's blocks.
+/// Checks, over its lifetime, the limit for a file under one MiB: 64 MiB of heap, counted in the C
+/// library's blocks.
 class HeapWatch {
 public:
     static constexpr std::ptrdiff_t Limit = 64 << 20;
@@ -64,8 +64,8 @@ public:
 
 LUTFILE_ST request(const QString& path, int code);
 
-/// Reads every cell, so that the sanitizer sees a table that is smaller than it says. A container
-/// that \a mustBeWhole has a table for each size.
+/// Reads every cell, so that the sanitizer detects a table that is smaller than its size says. A
+/// container that \a mustBeWhole has a table for each size.
 void touch(const Read_LUTFile& lut, bool mustBeWhole = false);
 
 } // namespace fuzz

@@ -23,7 +23,7 @@ struct Numbers {
     }
 };
 
-/// What \a scan(a, b, c) converts.
+/// The numbers that \a scan(a, b, c) converts.
 template <typename Number, typename Scan>
 Numbers<Number> numbersBy(Scan&& scan) {
     Numbers<Number> found;
@@ -52,7 +52,7 @@ template <typename Number>
 void compareWords(std::string_view line) {
     const auto expected =
         tintwell::wordCount(line) == 3 ? byScanner<Number>(line) : Numbers<Number>();
-    fuzz::require(byWords<Number>(line) == expected, "words scan like a line");
+    fuzz::require(byWords<Number>(line) == expected, "words are scanned like a line");
 }
 
 void compareCodes(std::string_view line, const std::string& text) {
@@ -61,13 +61,13 @@ void compareCodes(std::string_view line, const std::string& text) {
     const int converted = tintwell::scan(line, found[0], tintwell::Literal{','}, found[1]);
     const int wanted = std::max(0, std::sscanf(text.c_str(), "%d,%d", &expected[0], &expected[1]));
     fuzz::require(converted == wanted && found[0] == expected[0] && found[1] == expected[1],
-                  "%d,%d scans like formatted input");
+                  "%d,%d is scanned like formatted input");
 }
 
 } // namespace
 
 void fuzz::run(std::string_view input) {
-    // A line of valid UTF-8, as the line source has them; the scanner must not need what is behind.
+    // A line of valid UTF-8, as from the line source; the scanner must not read past its end.
     const std::string_view line = input.substr(0, input.find('\n'));
     const std::string text(line);
     require(byScanner<int>(line) == byLibrary<int>(text, "%d %d %d"), "int");

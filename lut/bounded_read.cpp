@@ -22,8 +22,8 @@ QString tooLarge(std::int64_t size) {
     return QStringLiteral("found %1 bytes, expected at most %2").arg(size).arg(MaxFileSize);
 }
 
-/// A regular file, open for reading. What its path leads to is looked at only once it is open: it
-/// may be another thing a moment later.
+/// A regular file, open for reading. Its type is checked after opening: the path may lead to
+/// something else a moment later.
 class RegularFile {
 public:
     RegularFile(const QString& path, QString& error)
@@ -48,19 +48,20 @@ public:
     RegularFile(const RegularFile&) = delete;
     RegularFile& operator=(const RegularFile&) = delete;
 
-    /// What the system says of it: some files say 0 and hold more. None for what is not open.
+    /// The size that the system reports: some files report 0 and hold more. None if the file is not
+    /// open.
     std::optional<std::int64_t> size() const { return m_size; }
 
-    /// Up to \a most bytes; fewer only at the end. None where reading fails.
-    /// Room is made for \a expected and a little more: for the end to show, and for what a caller
-    /// puts after the text.
+    /// Up to \a most bytes; fewer only at the end of the file. None if reading fails. The buffer
+    /// has room for \a expected bytes and a few more, so that the end is seen without growing it
+    /// and a caller can append to the text.
     std::optional<QByteArray> read(int expected, int most, QString& error) const {
         constexpr int spare = 16;
         QByteArray content(std::min(expected, most) + spare, Qt::Uninitialized);
         int used = 0;
         while (used < most) {
             if (used == content.size()) {
-                content.resize(2 * used); // most is below half of what an int counts
+                content.resize(2 * used); // most is less than half of the largest int
             }
             const int room = std::min(content.size(), most) - used;
             const ssize_t count =

@@ -11,12 +11,12 @@ namespace tintwell {
 /// The largest file that is read, in bytes.
 inline constexpr std::int64_t MaxFileSize = std::int64_t{1} << 29;
 
-/// The content of a regular file, whole. None, with the reason in \a error, for a file that is not
-/// regular, of more than MaxFileSize bytes, or that cannot be read to its end. Never waits for
-/// another program. Files that claim to be empty, such as those of /proc, are read all the same.
+/// The whole content of a regular file. None, with the reason in \a error, if the file is not
+/// regular, has more than MaxFileSize bytes or cannot be read to its end. Never waits for another
+/// program. Files that report a size of 0, such as those in /proc, are read all the same.
 std::optional<QByteArray> readBounded(const QString& path, QString& error);
 
-/// At most \a most bytes from the front of such a file.
+/// Up to \a most bytes from the front of such a file.
 std::optional<QByteArray> readHead(const QString& path, int most, QString& error);
 
 } // namespace tintwell

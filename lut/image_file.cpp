@@ -5,7 +5,9 @@
 
 #include <QBuffer>
 #include <QByteArray>
+#include <QFile>
 #include <QImageReader>
+#include <QImageWriter>
 
 #include <optional>
 #include <utility>
@@ -14,7 +16,7 @@ namespace tintwell {
 
 namespace {
 
-/// The type of the catalogue that a content is of; empty for any other.
+/// The catalogue's name for the type of an image's content; empty if it is none of them.
 QByteArray typeOf(QBuffer& content) {
     for (const QByteArray& type : QByteArray(imageExtensions).split(' ')) {
         QImageReader reader(&content, type);
@@ -25,6 +27,32 @@ QByteArray typeOf(QBuffer& content) {
     }
     return {};
 }
+
+/// A file that remembers a failed write. Image writers do not check all of theirs, and a later one
+/// may succeed.
+class WatchedFile : public QFile {
+public:
+    using QFile::QFile;
+
+    QString failure() const { return m_failure; }
+
+protected:
+    qint64 writeData(const char* data, qint64 size) override {
+        qint64 written = 0;
+        while (written < size) {
+            const qint64 count = QFile::writeData(data + written, size - written);
+            if (count <= 0) {
+                m_failure = errorString();
+                return -1;
+            }
+            written += count;
+        }
+        return written;
+    }
+
+private:
+    QString m_failure;
+};
 
 ImageFile noImage(const QString& error) {
     return {QSize(0, 0), QImage(), error};
@@ -42,8 +70,8 @@ ImageFile readImage(const QString& path, std::int64_t mostPixels, Orientation or
     buffer.open(QIODevice::ReadOnly);
     const QByteArray type = typeOf(buffer);
     if (type.isEmpty()) {
-        return noImage(
-            QStringLiteral("is not an image of the types %1").arg(QLatin1String(imageExtensions)));
+        return noImage(QStringLiteral("is not an image of a known type (%1)")
+                           .arg(QLatin1String(imageExtensions)));
     }
     QImageReader reader(&buffer, type);
     reader.setAutoDetectImageFormat(false);
@@ -58,6 +86,23 @@ ImageFile readImage(const QString& path, std::int64_t mostPixels, Orientation or
     QImage pixels = reader.read();
     return pixels.isNull() ? noImage(reader.errorString())
                            : ImageFile{pixels.size(), std::move(pixels), QString()};
+}
+
+QString writeImage(const QString& path, const QByteArray& type, const QImage& image) {
+    WatchedFile file(path);
+    if (!file.open(QIODevice::WriteOnly)) {
+        return file.errorString();
+    }
+    QImageWriter writer(&file, type);
+    if (type == "jpg" || type == "jpeg") {
+        writer.setQuality(95); // Qt's default shows bands in gradients
+    }
+    const bool written = writer.write(image);
+    const bool flushed = file.flush();
+    return !file.failure().isEmpty() ? file.failure()
+           : !flushed                ? file.errorString()
+           : !written                ? writer.errorString()
+                                     : QString();
 }
 
 } // namespace tintwell

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QByteArray>
 #include <QImage>
 #include <QSize>
 #include <QString>
@@ -8,18 +9,22 @@
 
 namespace tintwell {
 
-/// What an image file holds.
+/// The result of reading an image file.
 struct ImageFile {
-    QSize size;    ///< 0 x 0 for what is not an image of the known types
-    QImage pixels; ///< null where the size is not what was asked for, and where decoding failed
+    QSize size;    ///< 0 x 0 if the file is not an image of a known type
+    QImage pixels; ///< null if the size was not wanted or decoding failed
     QString error; ///< why there is no image
 };
 
-/// Which way up an image comes.
+/// Whether an image is rotated as its metadata says.
 enum class Orientation { Stored, Upright };
 
-/// Reads an image of the types in the catalogue, which its content tells and its name does not:
-/// other types may name files of their own. One of more than \a mostPixels is not decoded.
+/// Reads an image of a type in the catalogue, recognised by its content and not by its name,
+/// because some other types can refer to further files. An image of more than \a mostPixels is not
+/// decoded.
 ImageFile readImage(const QString& path, std::int64_t mostPixels, Orientation orientation);
+
+/// Writes an image; \a type is Qt's name for its type. Returns what went wrong; empty on success.
+QString writeImage(const QString& path, const QByteArray& type, const QImage& image);
 
 } // namespace tintwell

@@ -3,7 +3,7 @@
 namespace tintwell {
 
 /// Visits the points of an n x n x n lattice as (i, j, k), k fastest, until \a visit returns false.
-/// True when every point was visited.
+/// True if every point was visited.
 template <typename Visit>
 bool visitLattice(int n, Visit&& visit) {
     for (int i = 0; i < n; ++i) {
@@ -18,8 +18,8 @@ bool visitLattice(int n, Visit&& visit) {
     return true;
 }
 
-/// Asks for the cells (i, j, 0) to (i, j, n - 1) before they are filled. In kji order they lie a
-/// plane apart, and waiting for them one by one would take longer than reading them.
+/// Prefetches the cells (i, j, 0) to (i, j, n - 1) before they are filled. In kji order they are a
+/// plane apart, and waiting for them one by one would take longer than reading their samples.
 template <typename Lattice>
 void prefetchRow(Lattice data, int n, bool tableOrder, int i, int j) {
     for (int k = 0; !tableOrder && k < n; ++k) {

@@ -4,7 +4,7 @@
 
 #include <cstdint>
 
-/// One file to read or to write: where it is, in which format, and in which orders.
+/// One file to read or write: its path, its format and its orders.
 struct LUTFILE_ST {
     QString path;                 ///< full path of the file
     std::int32_t formatCode = 0;  ///< position in the format catalogue, 0 to 16

@@ -21,8 +21,8 @@ T* zeroed(int count) {
     return static_cast<T*>(std::calloc(static_cast<std::size_t>(count), sizeof(T)));
 }
 
-/// A zero-filled cell. Cleared here: up to glibc 2.36, if not longer, calloc() does not take from
-/// the thread's cache of small blocks.
+/// A zero-filled cell. It is cleared here because calloc() does not use the thread's cache of small
+/// blocks, at least up to glibc 2.36.
 Cell makeCell() {
     auto* const cell = static_cast<Cell>(std::malloc(3 * sizeof(float)));
     if (cell != nullptr) {
@@ -31,7 +31,7 @@ Cell makeCell() {
     return cell;
 }
 
-/// Frees an array of owned pointers, whichever of them were set.
+/// Frees an array of owned pointers, some of which may be null.
 template <typename T, typename Release>
 void releaseAll(T* items, int count, Release release) {
     if (items == nullptr) {
@@ -55,7 +55,7 @@ void releaseLattice(Lattice lattice, int size) {
     releaseAll(lattice, size, [size](Plane plane) { releasePlane(plane, size); });
 }
 
-/// An array of \a size items, each made by \a make; null, with nothing kept, when memory runs out.
+/// An array of \a size items, each made by \a make; null, with nothing kept, if memory runs out.
 template <typename T, typename Make, typename Release>
 T* makeAll(int size, Make make, Release release) {
     T* const items = zeroed<T>(size);
@@ -97,7 +97,7 @@ Read_LUTFile::DomainEnd copied(const float (&end)[3]) {
     return {end[0], end[1], end[2]};
 }
 
-/// Sets an end to 1 and remembers what it was.
+/// Sets one end of a domain to 1 and remembers what it was.
 void resetEnd(float (&end)[3], std::optional<Read_LUTFile::DomainEnd>& stated) {
     stated = copied(end);
     std::fill_n(end, 3, 1.0F);
@@ -167,7 +167,7 @@ bool Read_LUTFile::allocate3D() {
     }
     Data3DCalloc(&data3D, size3D);
     m_lattice = {data3D, size3D};
-    return data3D != nullptr || fail(QStringLiteral("the table is too large for the memory"));
+    return data3D != nullptr || fail(QStringLiteral("not enough memory for the table"));
 }
 
 bool Read_LUTFile::allocate1D() {
@@ -177,7 +177,7 @@ bool Read_LUTFile::allocate1D() {
     }
     Data1DCalloc(&data1D, size1D);
     m_curve = {data1D, size1D};
-    return data1D != nullptr || fail(QStringLiteral("the table is too large for the memory"));
+    return data1D != nullptr || fail(QStringLiteral("not enough memory for the table"));
 }
 
 QString Read_LUTFile::formatStr(int code) {
@@ -200,14 +200,15 @@ bool Read_LUTFile::ReadFile(LUTFILE_ST st, bool probe) try {
 
     const tintwell::Format* const format = tintwell::formatOf(st.formatCode);
     lastError.clear();
+    remarks.clear();
     m_statedMax3D.reset();
     m_statedMax1D.reset();
     if (format == nullptr) {
-        return fail(QStringLiteral("there is no format of code %1").arg(st.formatCode));
+        return fail(QStringLiteral("there is no format with code %1").arg(st.formatCode));
     }
     return (this->*format->read)(st.path, probe);
 } catch (const std::bad_alloc&) {
-    return fail(QStringLiteral("the file is too large for the memory"));
+    return fail(QStringLiteral("not enough memory for the file"));
 }
 
 bool Read_LUTFile::fail(const QString& what) {
@@ -215,10 +216,11 @@ bool Read_LUTFile::fail(const QString& what) {
     return false;
 }
 
-void Read_LUTFile::applyDefaultOrder(bool formatDataOrder, bool formatTableOrder) {
+void Read_LUTFile::applyDefaultOrders(tintwell::FormatCode format) {
     if (defaultOrder) {
-        dataOrder = formatDataOrder;
-        tableOrder = formatTableOrder;
+        const tintwell::Orders& own = formatOf(format).readerOrders;
+        dataOrder = own.dataOrder;
+        tableOrder = own.tableOrder;
     }
 }
 

@@ -4,15 +4,20 @@
 
 #include <QObject>
 #include <QString>
+#include <QStringList>
 
 #include <array>
 #include <optional>
 
-/// The colour look-up table in memory: at most one 3D and one 1D table, each with its input
-/// domain, and the two order flags that decide how samples are stored.
+namespace tintwell {
+enum class FormatCode : int;
+}
+
+/// The colour look-up table in memory: at most one 3D and one 1D table, each with its input domain,
+/// and the two order flags that decide how samples are stored.
 ///
-/// Every reader fills one of these, every computation and every writer works on one. The tables
-/// belong to the container and are released with it. A container serves one read.
+/// Every reader fills a container; every computation and every writer works on one. It owns its
+/// tables and frees them. A container is good for one read.
 class Read_LUTFile : public QObject {
     Q_OBJECT
 
@@ -39,37 +44,39 @@ public:
     bool tableOrder = true;    ///< true: (i, j, k) is data3D[i][j][k]; false: data3D[k][j][i]
     bool defaultOrder = false; ///< readers replace both orders by their format's own pair
     bool meshHeader = false;   ///< cube: the file declared integer samples by a Mesh line
-    /// Why the last read failed: "LINE: what", or "what" where no line is to blame. A reader that
-    /// accepts a table it had to give up tells so here, too.
+    /// Why the last read failed: "LINE: what", or "what" if no line is to blame.
     QString lastError;
+    /// How a reader had to alter or complete a file that it accepted; usually empty. Worded like
+    /// `lastError`.
+    QStringList remarks;
 
     explicit Read_LUTFile(QObject* parent);
     ~Read_LUTFile() override;
 
-    /// Allocates a zero-filled table of \a size points per axis into \a *table. Leaves it untouched
-    /// when \a size is below 1 or memory runs out. Setting `size3D` is the caller's part.
+    /// Allocates a zero-filled table of \a size points per axis and stores it in \a *table, which
+    /// is unchanged if \a size is below 1 or memory runs out. The caller must set `size3D`.
     static void Data3DCalloc(float***** table, int size);
-    /// Allocates a zero-filled table of \a size entries into \a *table. Leaves it untouched when
-    /// \a size is below 1 or memory runs out. Setting `size1D` is the caller's part.
+    /// Allocates a zero-filled table of \a size entries and stores it in \a *table, which is
+    /// unchanged if \a size is below 1 or memory runs out. The caller must set `size1D`.
     static void Data1DCalloc(float*** table, int size);
 
-    /// State the size of a table that is still to be allocated. One of the size before is released;
-    /// a table whose size had been set to 0 is not the container's, and is let go.
+    /// Sets the size of a table that is still to be allocated. A table of the previous size is
+    /// freed; a table whose size had been set to 0 belongs to somebody else and is kept.
     void setSize3D(int size);
     void setSize1D(int size);
-    /// Gives this container a zero-filled 3D table of `size3D` points per axis, in place of any it
-    /// had. False, with no table, when the size is outside 1..MaxSize3D or memory runs out.
+    /// Allocates a zero-filled 3D table of `size3D` points per axis, replacing any the container
+    /// had. False, with no table, if the size is outside 1..MaxSize3D or memory runs out.
     bool allocate3D();
     /// The same for a 1D table of `size1D` entries, at most MaxSize1D.
     bool allocate1D();
 
     /// Stores one 3D sample: each channel is clamped to [min, max] and divided by max - min (the
-    /// minimum is not subtracted), then placed as the two order flags say. \a min and \a max hold
-    /// three floats. The table must hold (i, j, k).
+    /// minimum is not subtracted), then stored in the place given by the two order flags. \a min
+    /// and \a max are three floats. The table must contain (i, j, k).
     void White3D(int i, int j, int k, float r, float g, float b, const float* min,
                  const float* max);
-    /// Stores one 1D sample, clamped and divided likewise. A 1D table has no lattice order: the
-    /// cell holds R, G, B when both flags agree, and B, G, R when they differ.
+    /// Stores one 1D sample, clamped and divided in the same way. A 1D table has no lattice order:
+    /// the cell holds R, G, B if both flags are equal, and B, G, R if they differ.
     void White1D(int i, float r, float g, float b, const float* min, const float* max);
 
     /// The label of a format code; empty outside 0..16.
@@ -78,11 +85,11 @@ public:
     static bool formatIs3D(int code);
 
     /// Fills this fresh container from \a st.path in the format \a st.formatCode. With \a probe
-    /// only the header is read: sizes and domain, no table. False for an unknown code, a file that
-    /// cannot be opened, and content that the format does not accept.
+    /// only the header is read: sizes and domain, no table. False if the code is unknown, the file
+    /// cannot be opened, or the format does not accept its content.
     bool ReadFile(LUTFILE_ST st, bool probe);
 
-    // One reader a format, each in its own source under formats/.
+    // One reader per format, each in its own source file under formats/.
     bool Read_Cube(QString path, bool probe);
     bool Read_Texture(QString path, bool probe);
     bool Read_IUC(QString path, bool probe);
@@ -101,27 +108,30 @@ public:
     bool Read_NVX1D(QString path, bool probe);
     bool Read_NVX3D(QString path, bool probe);
 
-    /// Whether a size of either kind is known: what most readers' result comes down to.
+    /// Whether a size of either kind is known, which is what most readers return.
     bool hasSize() const { return size3D > 0 || size1D > 0; }
     /// Whether there is a table of a kind. After a probe there is only its size.
     bool hasTable3D() const { return size3D > 0 && data3D != nullptr; }
     bool hasTable1D() const { return size1D > 0 && data1D != nullptr; }
 
-    /// Sets `lastError`. Returns false, for a reader to return.
-    bool fail(const QString& what);
-
-    /// The first step of a reader: under `defaultOrder` the format's own pair of orders holds.
-    void applyDefaultOrder(bool formatDataOrder, bool formatTableOrder);
-    /// The last step of a reader: stored samples are normalised, so the domain ends at 1 again.
-    void resetDomainMax3D();
-    void resetDomainMax1D();
-    /// Where the domain of the file ended that was read last, be it set back since.
+    /// The upper end of the domain that the last file stated, although the container's is 1 again.
     DomainEnd statedMax3D() const;
     DomainEnd statedMax1D() const;
 
+    // Shared by the readers.
+
+    /// Sets `lastError`. Returns false, which the reader returns in turn.
+    bool fail(const QString& what);
+    /// The first step of a reader: with `defaultOrder` set, sets the format's own pair of orders.
+    void applyDefaultOrders(tintwell::FormatCode format);
+    /// The last step of a reader: stored samples are normalised, so the upper end of the domain is
+    /// set back to 1.
+    void resetDomainMax3D();
+    void resetDomainMax1D();
+
 private:
-    /// A table that this container has allocated and still holds, and the size it was given:
-    /// `size3D` and `size1D` may have changed since.
+    /// A table that this container has allocated and still owns, and the size it was allocated
+    /// with: `size3D` and `size1D` may have changed since.
     template <typename Table>
     struct Allocation {
         Table table = nullptr;
@@ -139,7 +149,7 @@ private:
 
 namespace tintwell {
 
-/// Clamps to [min, max] and divides by the width. NaN passes.
+/// Clamps to [min, max] and divides by the width. NaN stays NaN.
 inline float normalised(float value, float min, float max) {
     const float clamped = min > value ? min : (value > max ? max : value);
     return clamped / (max - min);

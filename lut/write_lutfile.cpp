@@ -1,9 +1,6 @@
 #include "lut/write_lutfile.h"
 
 #include "lut/catalogue.h"
-#include "lut/emit.h"
-
-#include <QTextStream>
 
 #include <algorithm>
 #include <new>
@@ -19,41 +16,23 @@ bool Write_LUTFile::WriteFile(LUTFILE_ST st, Read_LUTFile& lut) try {
     lastError.clear();
     const tintwell::Format* const format = tintwell::formatOf(st.formatCode);
     if (format == nullptr || format->write == nullptr) {
-        lastError = QStringLiteral("no writer has the format code %1").arg(st.formatCode);
+        lastError = QStringLiteral("there is no writer for format code %1").arg(st.formatCode);
         return false;
     }
     return (this->*format->write)(st.path, lut);
 } catch (const std::bad_alloc&) {
-    lastError = QStringLiteral("the table is too large for the memory");
+    lastError = QStringLiteral("not enough memory for the table");
     return false;
-}
-
-void Write_LUTFile::White3D(float**** data, QTextStream& out, int i, int j, int k, long scale,
-                            QString sep) {
-    out.setRealNumberNotation(QTextStream::FixedNotation);
-    out.setFieldWidth(0);
-    const float* const cell = tableOrder ? data[i][j][k] : data[k][j][i];
-    tintwell::StreamSink sink{out};
-    tintwell::emitCell3D(sink, cell, dataOrder, scale, sep);
-}
-
-void Write_LUTFile::White1D(float** data, QTextStream& out, int i, long scale, QString sep) {
-    tintwell::StreamSink sink{out};
-    tintwell::emitCell1D(sink, data[i], dataOrder, scale, sep);
-}
-
-void Write_LUTFile::WhiteGamma(float** data, QTextStream& out, int i, long scale, QString sep) {
-    tintwell::StreamSink sink{out};
-    tintwell::emitValue(sink, data[i][0], scale, sep);
 }
 
 void Write_LUTFile::forceRealNumbers() {
     outputScale = std::min<std::int64_t>(outputScale, 1);
 }
 
-void Write_LUTFile::applyDefaultOrder(bool formatDataOrder, bool formatTableOrder) {
+void Write_LUTFile::applyDefaultOrders(tintwell::FormatCode format) {
     if (defaultOrder) {
-        dataOrder = formatDataOrder;
-        tableOrder = formatTableOrder;
+        const tintwell::Orders& own = formatOf(format).writerOrders;
+        dataOrder = own.dataOrder;
+        tableOrder = own.tableOrder;
     }
 }

@@ -30,7 +30,7 @@ bool writeAll(int to, const char* data, std::size_t size) {
 bool openMissingStandardDescriptors() {
     for (const int descriptor : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {
         const int mode = descriptor == STDIN_FILENO ? O_WRONLY : O_RDONLY;
-        // The lowest number that is free is the missing one.
+        // open() returns the lowest free number, which is the missing one.
         if (fcntl(descriptor, F_GETFD) == -1 && open("/dev/null", mode) != descriptor) {
             return false;
         }
@@ -44,7 +44,7 @@ QString systemError() {
 
 Descriptor::~Descriptor() {
     if (isOpen()) {
-        const int reason = errno; // of what made the caller give up
+        const int reason = errno; // of the failure that the caller handles
         close(m_number);
         errno = reason;
     }
@@ -70,7 +70,7 @@ bool isDelivered(int descriptor) {
 }
 
 bool isOnDisk(int descriptor) {
-    // EINVAL: a terminal or the like, which has no disk.
+    // EINVAL: a terminal, for example, which has no disk.
     return isDelivered(descriptor) && (fsync(descriptor) == 0 || errno == EINVAL);
 }
 

@@ -7,15 +7,15 @@
 
 namespace tintwell {
 
-/// Opens the missing ones of the descriptors 0 to 2, so that no file gets such a number and with it
-/// what is printed. Reading 0 and writing 1 and 2 fails, as with closed ones. False when they
+/// Opens those of the descriptors 0 to 2 that are closed, so that no file gets such a number and,
+/// with it, printed output. As with closed ones, reading 0 and writing 1 and 2 fails. False if they
 /// cannot be opened.
 bool openMissingStandardDescriptors();
 
-/// What `errno` says.
+/// The text for `errno`.
 QString systemError();
 
-/// A file descriptor, closed with the object. Below 0: none, opening failed.
+/// A file descriptor, closed by the destructor. Negative if opening failed.
 class Descriptor {
 public:
     explicit Descriptor(int number = -1) : m_number(number) {}
@@ -28,20 +28,20 @@ public:
 
     bool isOpen() const { return m_number >= 0; }
     int number() const { return m_number; }
-    /// Where this process can open the same file once more, even one without a name.
+    /// A path at which this process can open the same file again, even one without a name.
     QByteArray path() const { return "/proc/self/fd/" + QByteArray::number(m_number); }
 
 private:
     int m_number;
 };
 
-// False, with the reason in `errno`, where these fail.
+// False, with the reason in `errno`, if these fail.
 
-/// Copies what follows the position of \a from, to its end.
+/// Copies everything from the position of \a from to its end.
 bool copyRest(int from, int to);
 
-/// Whether all that was written has arrived: some servers and quotas report a full disk at a close
-/// only. The descriptor stays open.
+/// Whether everything written has arrived: some servers and quotas report a full disk only when a
+/// descriptor is closed. This one stays open.
 bool isDelivered(int descriptor);
 
 /// The same, after waiting until everything is on the disk, if there is one.

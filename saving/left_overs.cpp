@@ -31,13 +31,13 @@ bool isTemporaryName(std::string_view name) {
            name.find_first_not_of("0123456789-", prefix.size()) == std::string_view::npos;
 }
 
-// Static, as a signal handler can reach nothing else. Whoever takes a name out of its place, a
-// thread or the handler, owns it.
+// Static, because a signal handler can reach nothing else. A name belongs to whoever removes it
+// from its place, a thread or the handler.
 using NamePlace = std::atomic<char*>;
 static_assert(NamePlace::is_always_lock_free);
 std::array<NamePlace, 512> namesInUse;
 
-/// The place that the name is in now; -1 when all are taken.
+/// The place where the name is stored; -1 if all are occupied.
 int enter(const QByteArray& name) {
     char* const copy = strdup(name.constData());
     for (std::size_t place = 0; copy != nullptr && place < namesInUse.size(); ++place) {
@@ -59,14 +59,14 @@ void leave(int place) {
 extern "C" void removeFilesAndEnd(int signal) {
     for (NamePlace& place : namesInUse) {
         if (const char* const name = place.exchange(nullptr)) {
-            unlink(name); // freeing it is not safe in a handler
+            unlink(name); // freeing the name is not safe in a handler
         }
     }
-    raise(signal); // takes the default action when the handler returns
+    raise(signal); // the default action follows when the handler returns
 }
 
-/// Locks a file against other processes as long as it is open. The locked byte is far beyond any
-/// content: on some network drives, what is locked cannot be written through another descriptor.
+/// Locks a file against other processes while it is open. The locked byte is far beyond any
+/// content: on some network drives, locked bytes cannot be written through another descriptor.
 bool lock(int file) {
     struct flock range {};
     range.l_type = F_WRLCK;
@@ -90,7 +90,7 @@ bool removeIfAbandoned(int folder, const char* name) {
     if (!file.isOpen() || fstat(file.number(), &opened) != 0 || !lock(file.number())) {
         return false;
     }
-    // It may have moved to its place since, and the name may belong to the next file.
+    // The file may have been renamed since, and the name may belong to the next file.
     return fstatat(folder, name, &entry, AT_SYMLINK_NOFOLLOW) == 0 && isSameFile(entry, opened) &&
            unlinkat(folder, name, 0) == 0;
 }

@@ -18,14 +18,14 @@ std::optional<struct stat> statusOf(const QByteArray& path) {
     return stat(path.constData(), &status) == 0 ? std::optional(status) : std::nullopt;
 }
 
-/// A file that replaces another gets the permissions of that one; until then nobody else may read
+/// A file that replaces another gets its permissions at the end; until then nobody else may read
 /// it.
 mode_t initialMode(bool replaces) {
     return replaces ? 0600 : 0666;
 }
 
-/// The old permissions without those that would give too much if the owner or the group is another:
-/// set-user-ID and set-group-ID, and what the old group could do that others could not.
+/// The old permissions without those that would grant too much if the owner or the group differs:
+/// set-user-ID and set-group-ID, and what the old group was allowed but others were not.
 mode_t suitableMode(const struct stat& old, const struct stat& own) {
     mode_t mode = old.st_mode & 07777;
     if (own.st_uid != old.st_uid) {
@@ -40,7 +40,7 @@ mode_t suitableMode(const struct stat& old, const struct stat& own) {
 
 int moveToNew(const char* from, const char* to) {
     const int moved = renameat2(AT_FDCWD, from, AT_FDCWD, to, RENAME_NOREPLACE);
-    // Some file systems know no such condition; the target was not there before.
+    // Some file systems do not support that flag; the target did not exist before.
     return moved != 0 && errno == EINVAL ? rename(from, to) : moved;
 }
 
@@ -58,7 +58,7 @@ NewFile::NewFile(const QFileInfo& target)
 Descriptor NewFile::openWithoutName() const {
     Descriptor file(
         open(m_folder.constData(), O_TMPFILE | O_RDWR | O_CLOEXEC, initialMode(m_old.has_value())));
-    const bool usable = file.isOpen() && access(file.path().constData(), W_OK) == 0; // by /proc
+    const bool usable = file.isOpen() && access(file.path().constData(), W_OK) == 0; // needs /proc
     return usable && claim(file.number()) ? std::move(file) : Descriptor();
 }
 
@@ -68,8 +68,8 @@ Descriptor NewFile::openWithName() {
         file = Descriptor(
             open(name, O_CREAT | O_EXCL | O_RDWR | O_CLOEXEC, initialMode(m_old.has_value())));
         if (file.isOpen() && (!claim(file.number()) || access(name, F_OK) != 0)) {
-            file = Descriptor(); // removed as a left-over in the moment before it was claimed
-            errno = EEXIST;      // for the next name
+            file = Descriptor(); // removed as a left-over just before it was claimed
+            errno = EEXIST;      // try the next name
         }
         return file.isOpen();
     });
@@ -122,7 +122,7 @@ bool NewFile::moveToTarget(IfExists ifExists) {
     return true;
 }
 
-/// The new name is safe, too, once its folder is. Not every file system lets folders be synced.
+/// The new name is safe only when its folder is synced, too. Not every file system supports that.
 void NewFile::syncFolder() const {
     const Descriptor folder(open(m_folder.constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
     if (folder.isOpen()) {

@@ -12,22 +12,22 @@
 
 namespace tintwell {
 
-/// What becomes of a file that is there already.
+/// What to do with an existing file.
 enum class IfExists { Keep, Replace };
 
-/// A new file beside its target. Where the file system can, it has no name before it is complete,
-/// so that nothing of it remains when the program is killed.
+/// A new file next to its target. If the file system allows it, the file has no name before it is
+/// complete, so that nothing is left if the program is killed.
 class NewFile {
 public:
     explicit NewFile(const QFileInfo& target);
 
-    /// When not, `errno` says why.
+    /// If not, `errno` says why.
     bool isOpen() const { return m_file.isOpen(); }
     const Descriptor& descriptor() const { return m_file; }
 
-    /// Puts it on the disk and into the place of its target, with the owner, group and permissions
-    /// of that. False, with the reason in `errno`, where it fails: EEXIST for a target that is
-    /// there by now and must stay.
+    /// Syncs it to the disk and moves it to its target, with the target's owner, group and
+    /// permissions. False, with the reason in `errno`, if that fails: EEXIST if the target exists
+    /// by now and must be kept.
     bool publish(IfExists ifExists);
 
 private:
@@ -40,7 +40,7 @@ private:
 
     QByteArray m_folder;
     QByteArray m_target;
-    std::optional<struct stat> m_old; ///< the target; none: it is not there yet
+    std::optional<struct stat> m_old; ///< the target; none if it does not exist yet
     Descriptor m_file;
     TemporaryName m_name;
 };

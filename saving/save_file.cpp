@@ -31,8 +31,8 @@ QString pathTo(const Descriptor& file) {
     return QFile::decodeName(file.path());
 }
 
-/// Has the content written to memory first: writers cannot write to pipes, and a failure before the
-/// end must leave the target as it is. \a deliver(descriptor) copies the content to the target.
+/// Writes the content to memory first, because writers cannot write to pipes, and a failure before
+/// the end must leave the target as it is. \a deliver(descriptor) copies the content to the target.
 template <typename Deliver>
 Result writeByMemory(const WriteContent& write, Deliver&& deliver) {
     const Descriptor memory(memfd_create("content", MFD_CLOEXEC));
@@ -50,19 +50,18 @@ Descriptor openToWrite(const QString& path) {
     return Descriptor(open(QFile::encodeName(path), O_WRONLY | O_CLOEXEC | O_NOCTTY));
 }
 
-/// Makes sure that there is room for \a size bytes, where the file system can. False if there is
-/// not.
+/// Reserves space for \a size bytes, if the file system can. False if there is not enough.
 bool reserve(int file, off_t size, off_t sizeBefore) {
     if (size == 0 || fallocate(file, FALLOC_FL_KEEP_SIZE, 0, size) == 0) {
         return true;
     }
     const int reason = errno;
-    static_cast<void>(ftruncate(file, sizeBefore)); // gives back what was reserved until then
+    static_cast<void>(ftruncate(file, sizeBefore)); // frees what was reserved before the failure
     errno = reason;
     return reason != ENOSPC && reason != EDQUOT && reason != EFBIG;
 }
 
-/// Replaces what a file holds by what the descriptor \a content leads to.
+/// Replaces the content of a file by that of the descriptor \a content.
 bool overwrite(const QString& path, int content) {
     const Descriptor file = openToWrite(path);
     struct stat now {};
@@ -77,8 +76,8 @@ bool writeDevice(const QString& path, int content) {
     return device.isOpen() && copyRest(content, device.number()) && isOnDisk(device.number());
 }
 
-/// Whether a new file failed because of its folder: that may not be written to, or the old file is
-/// mounted there.
+/// Whether a new file failed because of its folder: the folder may not be written to, or the old
+/// file is a mount point.
 bool isFoldersFault(int reason) {
     return reason == EACCES || reason == EPERM || reason == EROFS || reason == EBUSY;
 }
@@ -101,7 +100,7 @@ Result replaceFile(const QFileInfo& place, IfExists ifExists, const WriteContent
     return saved ? std::nullopt : systemFailure();
 }
 
-/// A link stays, and what it leads to is replaced.
+/// A link is kept, and the file it leads to is replaced.
 QFileInfo placeOf(const QFileInfo& info) {
     return info.isSymLink() ? QFileInfo(info.canonicalFilePath()) : info;
 }
@@ -112,7 +111,7 @@ struct stat statusOf(const QString& path) {
     return status;
 }
 
-/// What is in the place of a file; empty: nothing, or one.
+/// What is at the path instead of a file; empty if it is free or has a file.
 QString obstacle(const QFileInfo& info, mode_t mode) {
     if (info.isSymLink() && !info.exists()) {
         return QStringLiteral("is a link that leads nowhere");

@@ -1,11 +1,12 @@
-# Sourced by ./run, ./test and bench/compare.
+# Sourced by ./run, ./test and the scripts that build something.
 
-# need PACKAGE...: installs those of the Debian packages that are missing; silent when none is.
+# need PACKAGE...: installs those of the Debian packages that are missing; prints nothing if there
+# are none.
 need() {
     local missing=() package
     if ! command -v apt-get >/dev/null || ! command -v dpkg-query >/dev/null; then
         command -v cmake >/dev/null && command -v ninja >/dev/null && return
-        echo "There is no apt-get here. Please install what these Debian packages hold: $*" >&2
+        echo "apt-get is missing. Please install the equivalents of these Debian packages: $*" >&2
         exit 1
     fi
     for package in "$@"; do
@@ -32,10 +33,10 @@ need() {
     fi
 }
 
-# What every build needs.
+# Needed by every build.
 build_packages=(ca-certificates cmake g++ ninja-build qtbase5-dev)
 
-# build PRESET [TARGET...]: configures and builds; prints the log when that fails.
+# build PRESET [TARGET...]: configures and builds; prints the log if that fails.
 build() {
     local preset=$1 log
     shift

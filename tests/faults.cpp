@@ -1,11 +1,10 @@
-// Preloaded into a program under test: makes calls about certain files fail. The environment says
-// which:
+// Preloaded into a program under test: makes calls on certain files fail. Set by the environment:
 //   FAULT=CALL       read, write, close, fsync, create, rename, or thread (to start one)
-//   FAULT_PATH=TEXT  of files whose path has this in it
-//   FAULT_AFTER=N    as soon as so many bytes were read or written
-//   FAULT_ERRNO=N    how they fail, or
-//   FAULT_SIGNAL=N   which signal comes before they succeed
-//   FAULT_NO_TMPFILE files without a name cannot be made either
+//   FAULT_PATH=TEXT  for files whose path contains TEXT
+//   FAULT_AFTER=N    once N bytes have been read or written
+//   FAULT_ERRNO=N    the errno of the failure, or
+//   FAULT_SIGNAL=N   a signal sent before the call, which then succeeds
+//   FAULT_NO_TMPFILE files without a name cannot be created either
 
 #include <atomic>
 #include <cerrno>
@@ -58,7 +57,7 @@ Function real(const char* name, Function /*same type*/) {
     return reinterpret_cast<Function>(dlsym(RTLD_NEXT, name));
 }
 
-/// Lets pass what may: part of a call, too.
+/// Passes on what may succeed, which can be part of a call.
 template <typename Call>
 ssize_t transfer(const char* name, int file, std::size_t size, Call&& call) {
     static std::atomic<long> left = std::atol(setting("FAULT_AFTER"));

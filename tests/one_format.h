@@ -9,7 +9,7 @@ class OneFormat {
 public:
     explicit OneFormat(int code) : m_code(code) {}
 
-    /// In the format's own orders, which the container must not have had before.
+    /// In the format's own orders, which the container is first set to differ from.
     bool read(Read_LUTFile& lut, const QByteArray& text, bool probe = false) const {
         lut.dataOrder = lut.tableOrder = false;
         return lut.ReadFile(request(m_folder.file(QStringLiteral("in"), text), m_code), probe);
@@ -21,7 +21,7 @@ public:
         return lut.ReadFile(request(path, m_code, dataOrder, tableOrder), false);
     }
 
-    /// Likewise: it is the writer that must put these orders in place of those asked for.
+    /// The same: the writer must use these orders instead of the requested ones.
     QByteArray written(Read_LUTFile& lut, std::int64_t scale = 1) const {
         LUTFILE_ST st = request(m_folder.path(QStringLiteral("out")), m_code, false, false);
         st.defaultOrder = true;
@@ -45,12 +45,12 @@ private:
     int m_code;
 };
 
-/// Sample (i, j, k), wherever the orders have put it.
+/// Sample (i, j, k), wherever the orders have stored it.
 inline QVector<float> sampleAt(const Read_LUTFile& lut, int i, int j, int k) {
     return cell(lut.tableOrder ? lut.data3D[i][j][k] : lut.data3D[k][j][i]);
 }
 
-/// A 1D table's cells, one after the other.
+/// The cells of a 1D table, one after the other.
 inline QVector<float> curve(const Read_LUTFile& lut) {
     QVector<float> values;
     for (int n = 0; lut.data1D != nullptr && n < lut.size1D; ++n) {
@@ -63,8 +63,8 @@ inline void fill1D(Read_LUTFile& lut, const QVector<float>& values) {
     fill1D(lut, values.size() / 3, [&](int n) { return values.mid(3 * n, 3); });
 }
 
-/// What a reader makes of a text: whether it reads, the size, and, where given, the values: those
-/// of sample (0, 0, 1) for a lattice, all of them for a curve.
+/// A text and what a reader should make of it: whether it can be read, the size and, if given, the
+/// values of sample (0, 0, 1) of a lattice or of a whole curve.
 inline void textColumns() {
     QTest::addColumn<QByteArray>("text");
     QTest::addColumn<bool>("reads");
@@ -100,7 +100,7 @@ inline void compareCurve(const OneFormat& format) {
     }
 }
 
-/// Sample lines whose first number counts them, in steps of 1/32 from 0.
+/// Sample lines numbered by their first value, in steps of 1/32 from 0.
 inline QByteArray numbered(int from, int to) {
     QByteArray lines;
     for (int n = from; n < to; ++n) {

@@ -8,14 +8,14 @@
 
 namespace samples {
 
-/// What became of a run of the command-line program.
+/// The result of a run of the command-line program.
 struct Outcome {
     int status; ///< -1 when it crashed, hung or was killed
     QString output;
     QString errors;
 };
 
-/// A process that \a inChild prepares before the program starts in it.
+/// A process in which \a inChild is called before the program starts.
 class PreparedProcess : public QProcess {
 public:
     std::function<void()> inChild = [] {};

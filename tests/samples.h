@@ -14,13 +14,13 @@
 
 namespace samples {
 
-/// A folder of files made for one test.
+/// A folder for files made by one test.
 class Folder {
 public:
     QString path(const QString& name) const { return m_folder.filePath(name); }
 
     QString file(const QString& name, const QByteArray& content) const {
-        QFile::remove(path(name)); // quicker than emptying it
+        QFile::remove(path(name)); // faster than truncating it
         QFile file(path(name));
         if (!file.open(QIODevice::WriteOnly) || file.write(content) != content.size()) {
             qFatal("cannot write %s", qPrintable(file.fileName()));
@@ -37,7 +37,7 @@ private:
     QTemporaryDir m_folder;
 };
 
-/// How a file is to be read: in the format's own orders, or in those given.
+/// A request to read a file: in the format's own orders, or in the given ones.
 inline LUTFILE_ST request(const QString& path, int code) {
     LUTFILE_ST st;
     st.path = path;
@@ -53,10 +53,10 @@ inline LUTFILE_ST request(const QString& path, int code, bool dataOrder, bool ta
     return st;
 }
 
-/// Gives a container a table whose cell (a, b, c) is what \a value says of it.
+/// Gives a container a table whose cell (a, b, c) is \a value of it.
 inline void fill3D(Read_LUTFile& lut, int size,
                    const std::function<QVector<float>(int, int, int)>& value) {
-    lut.size3D = size;
+    lut.setSize3D(size);
     QVERIFY(lut.allocate3D());
     for (int i = 0; i < size; ++i) {
         for (int j = 0; j < size; ++j) {
@@ -76,9 +76,9 @@ inline void fillRandom(Read_LUTFile& lut, int size, unsigned seed, float min = 0
     });
 }
 
-/// Likewise a 1D table.
+/// The same for a 1D table.
 inline void fill1D(Read_LUTFile& lut, int size, const std::function<QVector<float>(int)>& value) {
-    lut.size1D = size;
+    lut.setSize1D(size);
     QVERIFY(lut.allocate1D());
     for (int n = 0; n < size; ++n) {
         const QVector<float> cell = value(n);
@@ -88,7 +88,7 @@ inline void fill1D(Read_LUTFile& lut, int size, const std::function<QVector<floa
 
 /// A table of zeros.
 inline void empty3D(Read_LUTFile& lut, int size) {
-    lut.size3D = size;
+    lut.setSize3D(size);
     QVERIFY(lut.allocate3D());
 }
 
@@ -96,7 +96,7 @@ inline QVector<float> cell(const float* from) {
     return {from[0], from[1], from[2]};
 }
 
-/// A locale with a decimal comma must really be in force where a test is run for its sake.
+/// Fails if a test run for the sake of a decimal comma does not have a locale with one.
 inline void requireExpectedLocale() {
     std::setlocale(LC_ALL, "");
     const bool comma = std::localeconv()->decimal_point[0] == ',';

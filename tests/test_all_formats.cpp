@@ -1,3 +1,4 @@
+#include "format_samples.h"
 #include "lut/lattice.h"
 #include "one_format.h"
 
@@ -8,38 +9,9 @@
 
 namespace {
 
-/// The formats by their codes.
-struct Traits {
-    const char* sample;    ///< in tests/data
-    bool tableOrder;       ///< the reader's own; its channel order is RGB everywhere
-    bool writerTableOrder; ///< the writer's own, likewise
-};
+constexpr int anyMissing = 1 << 20;
 
-// clang-format off
-const Traits formats[] = {
-    {"sample.cube", false, false},
-    {"texture.png", false, false},
-    {"unwrapped.png", false, false},
-    {"sample.3dl", true, true},
-    {"sample.mga", true, true},
-    {"sample.look", false, false},
-    {"sample_discreet.lut", true, true},
-    {"sample_plain.lut", true, true},
-    {"sample.davlut", true, true},
-    {"sample.csp", false, false},
-    {"sample.cub", false, false},
-    {"sample.itx", false, false},
-    {"sample.spi1d", false, true},
-    {"sample.spi3d", true, true},
-    {"sample.csv", true, true},
-    {"sample.nvx1d", true, true},
-    {"sample.nvx3d", true, true},
-};
-// clang-format on
-
-constexpr int unboundedLack = 1 << 20;
-
-/// A text format, or one kind of its tables, with a line for each sample.
+/// A text format, or one of its kinds of table, with one line per sample.
 struct LineFormat {
     const char* name;
     int code;
@@ -47,15 +19,15 @@ struct LineFormat {
     int size;           ///< points per axis or entries of the table to try
     const char* header; ///< %1: the size, %2: less 2, %3: cubed, %s: shapers
     const char* prefix; ///< of a sample line; %n: its number, %i %j %k: its place
-    const char* rest;   ///< stands for what a partial line lacks
+    const char* rest;   ///< completes a partial line
     const char* footer;
     bool narrows;       ///< numbers are read in double precision first
     float scale;        ///< what samples are divided by, where the domain ended at 4 before
-    float maxProbed;    ///< where the domain ends after a probe,
-    float maxRead;      ///< after a complete read,
-    float maxShort;     ///< and after one that lacks samples
-    int mayLack;        ///< samples that may lack at the end
-    bool allLinesCount; ///< even those without a sample
+    float maxProbed;    ///< where the domain ends after a probe
+    float maxRead;      ///< after a complete read
+    float maxShort;     ///< after one with missing samples
+    int mayBeMissing;   ///< how many samples may be missing at the end
+    bool allLinesCount; ///< including those without a sample
 };
 
 // clang-format off
@@ -71,9 +43,9 @@ const LineFormat lineFormats[] = {
     {"cub", 10, true, 2, "# width %1 %1 %1\n# Cube\n", "", "", "# End\n", false, 1, 1, 1, 1, 1, false},
     {"itx", 11, true, 2, "LUT_3D_SIZE %1\n", "", "", "", false, 4, 1, 1, 1, 1, false},
     {"spi1d", 12, false, 4, "From 0 8\nLength %1\nComponents 3\n{\n", "", "", "}\n", true, 8, 1, 1, 1, 1, false},
-    {"spi3d", 13, true, 2, "SPILUT 1.0\n3 3\n%1 %1 %1\n", "%i %j %k ", "", "", false, 4, 1, 1, 1, unboundedLack, false},
+    {"spi3d", 13, true, 2, "SPILUT 1.0\n3 3\n%1 %1 %1\n", "%i %j %k ", "", "", false, 4, 1, 1, 1, anyMissing, false},
     {"nvx1d", 15, false, 4, "From 0 8\nLength %1\n", "", "", "", false, 8, 8, 1, 8, 0, false},
-    {"nvx3d", 16, true, 2, "From 0 8\nLength %1\n", "", "", "", false, 8, 8, 1, 1, unboundedLack, true},
+    {"nvx3d", 16, true, 2, "From 0 8\nLength %1\n", "", "", "", false, 8, 8, 1, 1, anyMissing, true},
 };
 // clang-format on
 
@@ -98,7 +70,7 @@ QByteArray prefixOf(const char* pattern, int size, int n) {
         .replace("%k", QByteArray::number(n % size));
 }
 
-/// The sample lines of a table, the red of each telling its number.
+/// The sample lines of a table, numbered by their red.
 QByteArrayList linesOf(const LineFormat& format, int size) {
     QByteArrayList lines;
     for (int n = 0; n < pointsOf(format, size); ++n) {
@@ -120,7 +92,8 @@ int sizeOf(const LineFormat& format, const Read_LUTFile& lut) {
     return format.is3D ? lut.size3D : lut.size1D;
 }
 
-/// The sample of a number in file order as red, green, blue, wherever the orders have put it.
+/// The sample with a number in file order as red, green, blue, wherever the orders have
+/// stored it.
 QVector<float> sampleOf(const LineFormat& format, const Read_LUTFile& lut, int n) {
     QVector<float> sample = format.is3D
                                 ? samples::sampleAt(lut, n / lut.size3D / lut.size3D,
@@ -132,7 +105,7 @@ QVector<float> sampleOf(const LineFormat& format, const Read_LUTFile& lut, int n
     return sample;
 }
 
-/// A domain that an earlier read might have left.
+/// A domain, as an earlier read might have left it.
 void setDomains(Read_LUTFile& lut) {
     std::fill_n(lut.domainMax3D, 3, 4.0F);
     std::fill_n(lut.domainMax1D, 3, 4.0F);
@@ -142,7 +115,7 @@ QVector<float> domainMaxOf(const LineFormat& format, const Read_LUTFile& lut) {
     return samples::cell(format.is3D ? lut.domainMax3D : lut.domainMax1D);
 }
 
-/// How the writers with a line for each sample lay it out.
+/// How the writers with one line per sample lay it out.
 struct LineWriter {
     int code;
     QByteArray (*header)(const QByteArray& size, int scale);
@@ -150,7 +123,7 @@ struct LineWriter {
     const char* separator;
     const char* footer;
     bool integers;   ///< at a scale of 2 or more
-    bool keepsScale; ///< real numbers at every scale do not need it set back
+    bool keepsScale; ///< does not set the scale back to 1 for real numbers
 };
 
 // clang-format off
@@ -183,7 +156,7 @@ const LineWriter lineWriters[] = {
 };
 // clang-format on
 
-/// Tables of two points; how their values print stands below.
+/// Tables of two points, and how their values are printed.
 void fillTables(Read_LUTFile& lut) {
     samples::fill3D(lut, 2, [](int i, int j, int k) {
         return QVector<float>({float(i) / 2, float(j) / 4, float(k) - 0.0078125F});
@@ -226,7 +199,8 @@ QByteArray curveLines(const LineWriter& writer, bool rgb, bool integers) {
 }
 
 QString sampleFile(int code) {
-    return QDir(QStringLiteral(TINTWELL_TEST_DATA)).filePath(QLatin1String(formats[code].sample));
+    return QDir(QStringLiteral(TINTWELL_TEST_DATA))
+        .filePath(QLatin1String(samples::sampleOf(code).file));
 }
 
 QByteArray contentOf(int code) {
@@ -235,10 +209,10 @@ QByteArray contentOf(int code) {
 }
 
 bool isImage(int code) {
-    return QByteArray(formats[code].sample).endsWith(".png");
+    return tintwell::formatOf(code)->isImage;
 }
 
-/// Every cell's value; reading them lets the sanitizers see a table smaller than it says.
+/// The value of every cell; reading them lets the sanitizers detect a table smaller than its size.
 QVector<float> allValues(const Read_LUTFile& lut) {
     QVector<float> values = samples::curve(lut);
     tintwell::visitLattice(lut.data3D != nullptr ? lut.size3D : 0, [&](int i, int j, int k) {
@@ -257,8 +231,8 @@ class TestAllFormats : public QObject {
 
     void addFormats() {
         QTest::addColumn<int>("code");
-        for (int code = 0; code < int(std::size(formats)); ++code) {
-            QTest::newRow(formats[code].sample) << code;
+        for (int code = 0; code < tintwell::formatCount; ++code) {
+            QTest::newRow(samples::sampleOf(code).file) << code;
         }
     }
 
@@ -274,14 +248,14 @@ class TestAllFormats : public QObject {
         return lineFormats[row];
     }
 
-    /// Reads the format's table of its own size.
+    /// Reads the format's table with its own size.
     static bool read(Read_LUTFile& lut, const QByteArrayList& lines, bool probe = false) {
         const LineFormat& format = lineFormat();
         setDomains(lut);
         return samples::OneFormat(format.code).read(lut, textOf(format, format.size, lines), probe);
     }
 
-    /// Any result will do, but a whole one, and a reason where there is none.
+    /// Accepts any result, but it must be complete, and a failure must have a reason.
     void survives(const QByteArray& content, int code) {
         for (const bool probe : {true, false}) {
             Read_LUTFile lut(nullptr);
@@ -305,7 +279,7 @@ private Q_SLOTS:
         lut.dataOrder = lut.tableOrder = false;
         QVERIFY(lut.ReadFile(samples::request(path, code), false));
         QVERIFY(lut.dataOrder);
-        QCOMPARE(lut.tableOrder, formats[code].tableOrder);
+        QCOMPARE(lut.tableOrder, samples::sampleOf(code).readerIsBlueFastest);
         QCOMPARE(lut.size3D > 0 && lut.data3D != nullptr, Read_LUTFile::formatIs3D(code));
         QVERIFY(allValues(lut).contains(1));
 
@@ -318,16 +292,16 @@ private Q_SLOTS:
         QVERIFY(probed.data3D == nullptr && probed.data1D == nullptr);
         QCOMPARE(probed.size3D, lut.size3D);
         QCOMPARE(probed.size1D, lut.size1D);
-        QCOMPARE(probed.tableOrder, formats[code].tableOrder);
+        QCOMPARE(probed.tableOrder, samples::sampleOf(code).readerIsBlueFastest);
 
-        QVERIFY(lut.ReadFile(samples::request(path, code), true)); // no size over an old table
+        QVERIFY(lut.ReadFile(samples::request(path, code), true)); // leaves no old table
         QVERIFY(lut.data3D == nullptr && lut.data1D == nullptr);
     }
 
-    void whatIsNoFile_data() { addFormats(); }
-    void whatIsNoFile() {
+    void missingFiles_data() { addFormats(); }
+    void missingFiles() {
         QFETCH(int, code);
-        const bool reads = code == 2; // a side of nothing is the square of a side of nothing
+        const bool reads = code == 2; // an image of no pixels is a strip of size 0
         Read_LUTFile lut(nullptr);
         for (const QString& path :
              {QString(), m_folder.path(QString()), m_folder.path(QStringLiteral("none/x"))}) {
@@ -369,8 +343,8 @@ private Q_SLOTS:
         QCOMPARE(sampleOf(format, lut, last), normalised(format, float(last) / 256));
     }
 
-    void otherLinesTakeNoPlace_data() { addLineFormats(); }
-    void otherLinesTakeNoPlace() {
+    void otherLinesAreSkipped_data() { addLineFormats(); }
+    void otherLinesAreSkipped() {
         const LineFormat& format = lineFormat();
         QByteArrayList lines = linesOf(format, format.size);
         for (const char* other : {"", "# 1 1 1", "word 1 1 1", "word 1 1"}) {
@@ -394,7 +368,7 @@ private Q_SLOTS:
         QCOMPARE(sampleOf(format, lut, 2), normalised(format, 0.875F));
     }
 
-    /// A number just above the middle of two floats: in double precision it is the middle.
+    /// A number just above the midpoint of two floats: in double precision it is the midpoint.
     void numbersAreNarrowedOnce_data() { addLineFormats(); }
     void numbersAreNarrowedOnce() {
         const LineFormat& format = lineFormat();
@@ -406,15 +380,15 @@ private Q_SLOTS:
         QCOMPARE(sampleOf(format, lut, 1), normalised(format, format.narrows ? 0.5F : 0.50000006F));
     }
 
-    void lastSamplesMayLack_data() { addLineFormats(); }
-    void lastSamplesMayLack() {
+    void lastSamplesMayBeMissing_data() { addLineFormats(); }
+    void lastSamplesMayBeMissing() {
         const LineFormat& format = lineFormat();
         QByteArrayList lines = linesOf(format, format.size);
         const int last = lines.size() - 1;
-        for (const int lacking : {1, 2}) {
+        for (const int missing : {1, 2}) {
             lines.removeLast();
             Read_LUTFile lut(nullptr);
-            QCOMPARE(read(lut, lines), lacking <= format.mayLack);
+            QCOMPARE(read(lut, lines), missing <= format.mayBeMissing);
             QCOMPARE(sampleOf(format, lut, last), QVector<float>(3, 0));
             QCOMPARE(sampleOf(format, lut, 1), normalised(format, 1 / 256.0F));
             QCOMPARE(domainMaxOf(format, lut), QVector<float>(3, format.maxShort));
@@ -450,15 +424,15 @@ private Q_SLOTS:
                 QVERIFY(lut.data3D == nullptr && lut.data1D == nullptr);
             }
         }
-        for (const int size : {100, 101}) { // that the file could not fill
+        for (const int size : {100, 101}) { // which the file could not fill
             Read_LUTFile lut(nullptr);
             const bool reads = file.read(lut, headerOf(format, size));
-            QCOMPARE(reads, size == 100 && format.mayLack == unboundedLack);
+            QCOMPARE(reads, size == 100 && format.mayBeMissing == anyMissing);
             QCOMPARE(lut.data3D != nullptr, reads);
         }
     }
 
-    /// Such a file leaves the container alone: whether it holds a table is the result.
+    /// Such a file leaves the container unchanged: the result is whether it holds a table.
     void filesWithoutASize() {
         for (const int code : {8, 11, 13}) {
             for (const bool probe : {true, false}) {
@@ -475,7 +449,7 @@ private Q_SLOTS:
     void writersLayOutLines_data() {
         QTest::addColumn<int>("row");
         for (int row = 0; row < int(std::size(lineWriters)); ++row) {
-            QTest::newRow(formats[lineWriters[row].code].sample) << row;
+            QTest::newRow(samples::sampleOf(lineWriters[row].code).file) << row;
         }
     }
     void writersLayOutLines() {
@@ -495,7 +469,7 @@ private Q_SLOTS:
                        writer.footer;
             };
             QCOMPARE(file.written(lut, scale),
-                     expected(true, formats[writer.code].writerTableOrder));
+                     expected(true, samples::sampleOf(writer.code).writerIsBlueFastest));
             for (const int orders : {0, 1, 2, 3}) {
                 QCOMPARE(file.writtenInOrders(lut, orders & 1, orders & 2, scale),
                          expected(orders & 1, orders & 2));
@@ -511,12 +485,12 @@ private Q_SLOTS:
         }
     }
 
-    /// A sample comes back from what is written of it. By the way, the writer's own orders show.
+    /// A sample is unchanged after it is written and read. Shows the writer's own orders, too.
     void roundTrips_data() { addFormats(); }
     void roundTrips() {
         QFETCH(int, code);
         const samples::OneFormat file(code);
-        const int scale = code == 14 ? 1023 : 1; // that one reads integers only
+        const int scale = code == 14 ? 1023 : 1; // its values are integers only
         Read_LUTFile lut(nullptr);
         QVERIFY(lut.ReadFile(samples::request(sampleFile(code), code), false));
         // The orders that undo the reader's own; for a curve both of them together swap channels.
@@ -530,7 +504,7 @@ private Q_SLOTS:
         Write_LUTFile writer(nullptr);
         QVERIFY(writer.WriteFile(st, lut));
         QVERIFY(writer.dataOrder);
-        QCOMPARE(writer.tableOrder, formats[code].writerTableOrder);
+        QCOMPARE(writer.tableOrder, samples::sampleOf(code).writerIsBlueFastest);
 
         Read_LUTFile again(nullptr);
         QVERIFY(file.read(again, text));
@@ -589,13 +563,13 @@ private Q_SLOTS:
         }
     }
 
-    /// The README's table says what the catalogue says.
+    /// The README's table agrees with the catalogue.
     void readmeListsTheCatalogue() {
         QFile readme(QStringLiteral(TINTWELL_TEST_DATA "/../../README.md"));
         QVERIFY(readme.open(QIODevice::ReadOnly));
         const QString text = QString::fromUtf8(readme.readAll());
         Read_LUTFile lut(nullptr);
-        for (int code = 0; code < 17; ++code) {
+        for (int code = 0; code < tintwell::formatCount; ++code) {
             const bool writes = Write_LUTFile(nullptr).WriteFile(
                 samples::request(m_folder.path(QStringLiteral("any")), code), lut);
             const QString row =

@@ -16,7 +16,7 @@ class TestCliImages : public QObject {
 
     samples::Folder m_folder;
 
-    /// Takes an image through a table; the result, null when the program failed.
+    /// Applies a table to an image. Returns the result; null if the program failed.
     QImage applied(const QString& lut, const QImage& image, const QStringList& options = {}) const {
         const QString in = m_folder.path(QStringLiteral("in.png"));
         const QString out = m_folder.path(QStringLiteral("out.png"));
@@ -36,7 +36,7 @@ class TestCliImages : public QObject {
                                            "\nComponents 3\n{\n" + entries + "}\n");
     }
 
-    /// A cube of two points an axis that keeps green, swaps red and blue, and halves what was red.
+    /// A cube of two points per axis that keeps green, swaps red and blue, and halves what was red.
     QString swappingCube() const {
         return lutFile("swap.cube", "LUT_3D_SIZE 2\n"
                                     "0 0 0\n"
@@ -49,7 +49,7 @@ class TestCliImages : public QObject {
                                     "1 1 0.5\n");
     }
 
-    /// Pixels all over the colour cube, none like its neighbour.
+    /// Pixels from all over the colour cube, no two neighbours alike.
     static QImage colours(QImage::Format format) {
         QImage image(61, 47, QImage::Format_RGBA64);
         for (int y = 0; y < image.height(); ++y) {
@@ -89,7 +89,7 @@ class TestCliImages : public QObject {
         return image;
     }
 
-    /// Where in a picture a colour stands.
+    /// The place of a colour in a picture.
     static QRect boxOf(const QImage& picture, QRgb colour) {
         QRect box;
         for (int y = 0; y < picture.height(); ++y) {
@@ -102,7 +102,7 @@ class TestCliImages : public QObject {
         return box;
     }
 
-    /// How many pixels of a part of a picture differ from its first one.
+    /// How many pixels of a part of a picture differ from its first pixel.
     static int inked(const QImage& picture, const QRect& part) {
         int count = 0;
         for (int y = part.top(); y <= part.bottom(); ++y) {
@@ -223,7 +223,7 @@ private Q_SLOTS:
         QCOMPARE(applied(lut, pixel(200, 100, 40)).pixel(0, 0), qRgb(200, 50, 215));
     }
 
-    void tintedGreyTurnsToColour() {
+    void tintedGreyBecomesColour() {
         const QImage grey = pixel(100, 100, 100).convertToFormat(QImage::Format_Grayscale8);
         const QImage result = applied(swappingCube(), grey);
         QCOMPARE(result.format(), QImage::Format_RGB32);
@@ -286,7 +286,7 @@ private Q_SLOTS:
         const QString pipe = m_folder.path(QStringLiteral("pipe.png"));
         QCOMPARE(mkfifo(qPrintable(pipe), 0600), 0);
         row("pipe", {apply, lut, image, pipe}, 1, pipe + ": is a pipe");
-        row("no image type", {apply, lut, image, gone + ".txt"}, 2, gone + ".txt");
+        row("not an image type", {apply, lut, image, gone + ".txt"}, 2, gone + ".txt");
         row("unknown order",
             {apply, QStringLiteral("--in-order"), QStringLiteral("grb"), lut, image, out}, 2,
             QStringLiteral("grb"));
@@ -295,7 +295,7 @@ private Q_SLOTS:
         row("existing picture", {draw, lut, image}, 1, image + ": ");
         row("unknown format", {draw, QStringLiteral("--from"), QStringLiteral("jpg"), lut, out}, 2,
             QStringLiteral("jpg"));
-        row("no picture type", {draw, lut, gone + ".txt"}, 2, gone + ".txt");
+        row("not a picture type", {draw, lut, gone + ".txt"}, 2, gone + ".txt");
     }
     void errors() {
         QFETCH(QStringList, arguments);
@@ -311,7 +311,7 @@ private Q_SLOTS:
     }
 
     void pictureUnwrapsTheLattice() {
-        // Eight colours, found nowhere else in a picture.
+        // Eight colours that appear nowhere else in a picture.
         const QRgb corners[] = {qRgb(10, 20, 130), qRgb(210, 20, 30),  qRgb(10, 220, 30),
                                 qRgb(210, 220, 3), qRgb(10, 120, 230), qRgb(210, 20, 230),
                                 qRgb(10, 220, 23), qRgb(110, 220, 230)};
@@ -344,7 +344,7 @@ private Q_SLOTS:
         const QImage drawn = picture(QStringLiteral(TINTWELL_TEST_DATA "/sample.cube"));
         QVERIFY(drawn.width() >= 800);
         QVERIFY(inked(drawn, {0, 0, drawn.width() / 2, 90}) > 500); // title and format
-        // The same drawing under another name has another title, and nothing else changes.
+        // The same drawing under another name has another title; nothing else changes.
         QFile::copy(QStringLiteral(TINTWELL_TEST_DATA "/sample.cube"),
                     m_folder.path(QStringLiteral("other name.cube")));
         const QImage other = picture(m_folder.path(QStringLiteral("other name.cube")));
@@ -354,7 +354,8 @@ private Q_SLOTS:
     }
 
     void pictureOfCurves() {
-        // Blue alone falls: the out ramp runs from blue to yellow, and no slices stand beside it.
+        // Only blue falls: the output ramp runs from blue to yellow, and there are no slices next
+        // to it.
         const QString lut = curvesFile("0 0 1\n1 1 0\n");
         const QImage drawn = picture(lut);
         const QRect blue = boxOf(drawn, qRgb(0, 0, 255));

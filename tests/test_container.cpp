@@ -1,4 +1,5 @@
 #include "calc/lutcalc.h"
+#include "lut/catalogue.h"
 #include "samples.h"
 
 #include <cmath>
@@ -30,7 +31,7 @@ private Q_SLOTS:
         lut.size3D = 3;
         QCOMPARE(samples::cell(lut.data3D[2][1][0]), QVector<float>({0, 0, 0}));
         lut.data3D[2][2][2][2] = 1;
-        QVERIFY(lut.allocate3D()); // in place of the table it had
+        QVERIFY(lut.allocate3D()); // replacing the previous table
         QCOMPARE(lut.data3D[2][2][2][2], 0.0F);
 
         Read_LUTFile large(nullptr);
@@ -95,19 +96,16 @@ private Q_SLOTS:
         const QVector<float> bgr = {0.3F, 0.2F, 0.1F};
         const float* const stored = tableOrder ? lut.data3D[1][2][3] : lut.data3D[3][2][1];
         QCOMPARE(samples::cell(stored), dataOrder ? rgb : bgr);
-        // A curve has no lattice order: there the two flags decide together.
+        // A curve has no lattice order: the two flags decide together.
         QCOMPARE(samples::cell(lut.data1D[3]), dataOrder == tableOrder ? rgb : bgr);
     }
 
     void catalogueOutside() {
         QCOMPARE(Read_LUTFile::formatStr(0), QStringLiteral(".cube"));
         QCOMPARE(Read_LUTFile::formatStr(15), QString::fromUtf8(".nvx1d norvane专用格式1D"));
-        for (const int code : {-1, 17, 1 << 20}) {
+        for (const int code : {-1, tintwell::formatCount, 1 << 20}) {
             QVERIFY(Read_LUTFile::formatStr(code).isEmpty());
             QVERIFY(!Read_LUTFile::formatIs3D(code));
-        }
-        for (int code = 0; code < 17; ++code) {
-            QCOMPARE(Read_LUTFile::formatIs3D(code), ((77631 >> code) & 1) != 0);
         }
     }
 
@@ -117,14 +115,14 @@ private Q_SLOTS:
         const QString target = folder.path(QStringLiteral("b"));
         Read_LUTFile lut(nullptr);
         Write_LUTFile writer(nullptr);
-        for (const int code : {-1, 17}) {
+        for (const int code : {-1, tintwell::formatCount}) {
             QVERIFY(!lut.ReadFile(samples::request(path, code), true));
             QVERIFY(!writer.WriteFile(samples::request(target, code), lut));
         }
         for (const int code : {1, 2, 3, 5, 9, 10}) {
             QVERIFY(!writer.WriteFile(samples::request(target, code), lut));
         }
-        lut.size1D = lut.size3D = 3; // as a probe leaves them
+        lut.size1D = lut.size3D = 3; // as after a probe
         for (const int code : {0, 4, 6, 7, 8, 11, 12, 13, 14, 15, 16}) {
             QVERIFY(!writer.WriteFile(samples::request(target, code), lut));
         }
@@ -133,14 +131,13 @@ private Q_SLOTS:
         LutCalc().Lut1D_OnebyOne(lut);
         lut.size1D = lut.size3D = 0;
         QVERIFY(!QFile::exists(target));
-        QVERIFY(writer.WriteFile(samples::request(target, 0), lut)); // of the 3D table alone
+        QVERIFY(writer.WriteFile(samples::request(target, 0), lut)); // with only the 3D table
     }
 
-    /// The container frees what it holds, and remembers nothing of what it held. The sanitizer
-    /// looks.
+    /// The container frees everything it holds and keeps no trace of it. Checked by the sanitizer.
     void tablesLeaveTheContainer() {
         float**** taken = nullptr;
-        for (const int size : {9, 2, 5}) { // often at one address
+        for (const int size : {9, 2, 5}) { // often at the same address
             Read_LUTFile lut(nullptr);
             lut.setSize3D(size + 3);
             QVERIFY(lut.allocate3D());
@@ -176,7 +173,7 @@ private Q_SLOTS:
 
     void dispatchPassesFlagsOn() {
         Read_LUTFile lut(nullptr);
-        LUTFILE_ST st = samples::request(QString(), 17, false, false);
+        LUTFILE_ST st = samples::request(QString(), -1, false, false);
         st.defaultOrder = true;
         lut.ReadFile(st, true);
         QVERIFY(lut.defaultOrder && lut.dataOrder && lut.tableOrder);

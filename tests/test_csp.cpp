@@ -40,7 +40,7 @@ private Q_SLOTS:
         textRow("a maximum below 1",
                 csp("3D", "2\n0 1\n0 0.5\n" + shaper.repeated(2), "2 2 2\n" + eight), true, 2,
                 {1 / 16.0F, 0.5F, 0.25F});
-        textRow("a shaper word that is no number counts as 0",
+        textRow("a shaper word that is not a number counts as 0",
                 csp("3D", "2\n0 1\nlow 4\n" + shaper.repeated(2), "2 2 2\n" + eight), true, 2,
                 {1 / 128.0F, 0.5F, 0.25F});
         textRow("lines of other counts before the size",
@@ -68,7 +68,7 @@ private Q_SLOTS:
     }
     void curves() { samples::compareCurve(m_format); }
 
-    /// The shapers' minima stay, and with a complete lattice their maxima.
+    /// The shapers' minima are kept, and with a complete lattice their maxima too.
     void domainsOfTheShapers() {
         const QByteArray shapers = "2\n0 1\n0.5 2.5\n" + shaper.repeated(2);
         Read_LUTFile lattice(nullptr);

@@ -13,7 +13,7 @@ class TestCsv : public QObject {
         return text;
     }
 
-    /// The first channel of each cell; the others must be like it.
+    /// The first channel of each cell; the others must be the same.
     static QVector<float> grey(const Read_LUTFile& lut) {
         QVector<float> values;
         for (int n = 0; n < lut.size1D; ++n) {
@@ -40,7 +40,7 @@ private Q_SLOTS:
         row("an index alone carries the code before", "0,2\n1\n2 ,0\n3,x\n4,3\n",
             {2.0F / 3, 2.0F / 3, 2.0F / 3, 2.0F / 3, 1});
         row("an index alone at first carries the last code", "0\n1,1\n2,3\n", {1, 1.0F / 3, 1});
-        row("the place behind the last", "0,1\n2,1\n", {1, 0});
+        row("the place after the last", "0,1\n2,1\n", {1, 0});
         row("places outside count, and their codes carry", "-1,0\n0,1\n9,3\n1\n",
             {1.0F / 3, 1, 0, 0});
         row("clamped", "0,-5\n1,9\n2,3\n", {0, 1, 1});
@@ -56,8 +56,8 @@ private Q_SLOTS:
         QCOMPARE(samples::cell(lut.domainMax1D), QVector<float>({1, 1, 1}));
     }
 
-    /// A probe leaves the full scale in the domain.
-    void lastCodeTellsTheScale_data() {
+    /// A probe leaves full scale in the domain.
+    void lastCodeGivesTheScale_data() {
         QTest::addColumn<QByteArray>("lastCode");
         QTest::addColumn<float>("scale");
         QTest::newRow("negative") << QByteArray("-7") << 1.0F;
@@ -72,7 +72,7 @@ private Q_SLOTS:
         QTest::newRow("largest") << QByteArray("2147483647") << 2147483648.0F;
         QTest::newRow("none on the last line") << QByteArray("63\n256") << 63.0F;
     }
-    void lastCodeTellsTheScale() {
+    void lastCodeGivesTheScale() {
         QFETCH(QByteArray, lastCode);
         Read_LUTFile lut(nullptr);
         QVERIFY(m_format.read(lut, ramp(255) + "255," + lastCode, true));

@@ -33,7 +33,7 @@ private Q_SLOTS:
                     numbered(1, 8),
                 true, 2, second);
         textRow("x is a comment", "xLUT_3D_SIZE 5\nxMesh 1 1\n" + size2 + eight, true, 2, second);
-        textRow("MESH takes no place", size2 + first + "1 1 1 MESH\n" + numbered(1, 8), true, 2,
+        textRow("a MESH line is skipped", size2 + first + "1 1 1 MESH\n" + numbered(1, 8), true, 2,
                 second);
         textRow("the last size wins", "LUT_3D_SIZE 250\n" + size2 + eight, true, 2, second);
         textRow("keywords anywhere in their lines", "a 2LUT_3D_SIZE \n" + eight, false, 0);
@@ -56,7 +56,7 @@ private Q_SLOTS:
                 {1, 0, 1});
         textRow("nothing", "", true, 0);
         textRow("comments only", "# 1 2 3\nTITLE\n", true, 0);
-        textRow("size no integer", "LUT_3D_SIZE 2.0\n" + eight, false, 0);
+        textRow("size not an integer", "LUT_3D_SIZE 2.0\n" + eight, false, 0);
         textRow("size without its blank", "LUT_3D_SIZE\t2\n" + eight, false, 0);
         textRow("later bad size", size2 + eight + "LUT_3D_SIZE x\n", false, 0);
         textRow("bad curve size", size2 + eight + "LUT_1D_SIZE 0\n", false, 2);
@@ -71,17 +71,17 @@ private Q_SLOTS:
         const QByteArray header = "LUT_1D_SIZE 2\nLUT_1D_INPUT_RANGE 0 4\n";
         const QVector<float> bgr = {0.75F, 0.5F, 0.25F, 1, 0.5F, 0.25F}; // its own orders differ
         textRow("alone", header + "1 2 3\n1 2 9\n", true, 2, bgr);
-        textRow("behind a lattice, carrying its values",
+        textRow("after a lattice, carrying its values",
                 header + "LUT_3D_SIZE 2\n" + samples::numbered(0, 8) + "#\n1 1 1 MESH\n2\n1 2 3\n",
                 true, 2, {0.0625F, 0.125F, 0.5F, 0.75F, 0.5F, 0.25F});
-        textRow("real numbers behind an integer lattice",
+        textRow("real numbers after an integer lattice",
                 header + "Mesh 1 2\nLUT_3D_SIZE 1\n4 4 4\n1 2 3\n1 2 4.0\n", true, 2, bgr);
         textRow("range with one number", "LUT_1D_INPUT_RANGE -1\nLUT_1D_SIZE 1\n1 0.5 0\n", true, 1,
                 {0, 0.25F, 0.5F});
     }
     void curves() { samples::compareCurve(m_format); }
 
-    /// Of the lattice, with the curve missing as a whole, or of the curve.
+    /// From the lattice, with the curve missing entirely, or from the curve.
     void lastSampleIsMissing() {
         const QByteArray header = "LUT_1D_SIZE 3\nLUT_3D_SIZE 2\nDOMAIN_MAX 2 2 2\n"
                                   "LUT_1D_INPUT_RANGE 0 4\n";
@@ -95,7 +95,7 @@ private Q_SLOTS:
     }
 
     /// Writers copy several planes of such a table at a time.
-    void manyStrewnPlanes() {
+    void manyScatteredPlanes() {
         for (const int size : {16, 17, 33}) {
             Read_LUTFile lut(nullptr);
             samples::fill3D(lut, size, [](int i, int j, int k) {
@@ -110,7 +110,7 @@ private Q_SLOTS:
         }
     }
 
-    void probeTellsAnySize() {
+    void probeReportsAnySize() {
         Read_LUTFile lut(nullptr);
         QVERIFY(m_format.read(lut, "LUT_3D_SIZE 1000\nLUT_1D_SIZE 9\n", true));
         QCOMPARE(lut.size3D, 1000);

@@ -45,14 +45,14 @@ private Q_SLOTS:
         Read_LUTFile lut(nullptr);
         samples::fill1D(lut, 5, squares);
         const float min[] = {-1, 0, 0};
-        const float max[] = {1, 4, 0}; // the last without width
+        const float max[] = {1, 4, 0}; // the last has no width
         std::copy_n(min, 3, lut.domainMin1D);
         std::copy_n(max, 3, lut.domainMax1D);
         QCOMPARE(through(lut, 0.25F, 1.5F, 0), QVector<float>({6.5F, -1.5F, 1}));
         QCOMPARE(through(lut, -1, 9, 1), QVector<float>({0, -4, 0.2F}));
     }
 
-    /// The reciprocal of the width comes first, then times the last entry, and each step rounds.
+    /// First the reciprocal of the width, then times the last index, with rounding at each step.
     void orderOfOperations() {
         constexpr int size = 34;
         Read_LUTFile lut(nullptr);
@@ -102,7 +102,7 @@ private Q_SLOTS:
         m_calc.Lut1D_Out(src, empty);
     }
 
-    void expansionTakesTheRowBelow() {
+    void expansionUsesTheRowBelow() {
         Read_LUTFile curve(nullptr);
         Read_LUTFile lut(nullptr);
         samples::fill1D(curve, 1024, [](int i) {
@@ -112,7 +112,7 @@ private Q_SLOTS:
         m_calc.Lut1D_to_Lut3D(curve.data1D, 1024, lut);
         QCOMPARE(samples::cell(lut.data3D[1][2][3]), QVector<float>({31, 63.25F, 95.5F}));
         QCOMPARE(samples::cell(lut.data3D[32][0][31]), QVector<float>({1023, 0.25F, 991.5F}));
-        m_calc.Lut1D_to_Lut3D(curve.data1D, 0, lut); // nothing to take
+        m_calc.Lut1D_to_Lut3D(curve.data1D, 0, lut); // no rows
         QCOMPARE(lut.data3D[1][2][3][0], 31.0F);
         m_calc.Lut1D_to_Lut3D(curve.data1D, 1, lut);
         QCOMPARE(samples::cell(lut.data3D[32][32][32]), QVector<float>({0, 0.25F, 0.5F}));
@@ -133,7 +133,7 @@ private Q_SLOTS:
         QCOMPARE(samples::cell(curve.data1D[8]), QVector<float>({0.5F, 0.625F, 0.5F}));
         QCOMPARE(samples::cell(curve.data1D[7]), QVector<float>({0.4375F, 0.5F, 0.4375F}));
         QCOMPARE(samples::cell(curve.data1D[16]), QVector<float>({1, 1, 1}));
-        // There and back: the diagonal of a separable table is the curves that made it.
+        // There and back: the diagonal of a separable table gives the curves that it was made of.
         Read_LUTFile source(nullptr);
         samples::fill1D(source, 9, squares);
         m_calc.Lut1D_to_Lut3D(source.data1D, 9, lut);

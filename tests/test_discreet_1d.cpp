@@ -18,13 +18,13 @@ private Q_SLOTS:
             "\xEF\xBB\xBF# Discreet\r\n\r\nLUT:\t3\t2\r\n# red\r\n\t0\r\n8\r\n\r\nend 9\r\n2 \r\n"
             "#7\r\n6\r\n4\r\n1",
             true, 2, cells);
-        textRow("numbers before the size line are none", "9\nLUT: 3 1\n1\n1\n1\n", true, 1,
+        textRow("numbers before the size line are ignored", "9\nLUT: 3 1\n1\n1\n1\n", true, 1,
                 {1, 1, 1});
         textRow("blanks inside numbers",
                 "LUT: 3 1\n1 000\n5\t00\n2\xC2\xA0"
                 "50 \n",
                 true, 1, {1, 0.5F, 0.25F});
-        textRow("real numbers, normalised likewise", "LUT: 3 1\n.5\n1e-1x\n+0.25\n", true, 1,
+        textRow("real numbers, normalised too", "LUT: 3 1\n.5\n1e-1x\n+0.25\n", true, 1,
                 {1, 0.2F, 0.5F});
         textRow("below zero", "LUT: 3 1\n-4\n2\n1\n", true, 1, {0, 1, 0.5F});
         textRow("too many values, the largest among them", "LUT: 3 1\n1\n2\n4\n8\n16\n", true, 1,
@@ -34,7 +34,7 @@ private Q_SLOTS:
         textRow("too few values", "LUT: 3 2\n0\n2\n1\n", true, 2, {0, 0.5F, 0, 1, 0, 0});
         textRow("only the first size line counts", "LUT: 3 1\n1\nLUT: 1 5\n1\n1\n", true, 1,
                 {1, 1, 1});
-        textRow("keyword removed wherever it stands", "LUT:LUT: 3 LUT: 1\n1\n1\n1\n", true, 1,
+        textRow("keyword removed wherever it is", "LUT:LUT: 3 LUT: 1\n1\n1\n1\n", true, 1,
                 {1, 1, 1});
         textRow("one channel", "LUT: 1 2\n0\n1\nLUT: 3 2\n", false, 0);
         textRow("no size", "LUT: 3\n1\n", false, 0);
@@ -46,7 +46,7 @@ private Q_SLOTS:
     }
     void reads() { samples::compareCurve(m_format); }
 
-    void nothingButZerosHasNoScale() {
+    void zerosHaveNoScale() {
         Read_LUTFile lut(nullptr);
         QVERIFY(m_format.read(lut, "LUT: 3 1\n0\n0\n0\n"));
         QVERIFY(std::isnan(lut.data1D[0][0]));

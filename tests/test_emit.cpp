@@ -1,5 +1,5 @@
-#include "lut/emit.h"
-#include "lut/text_file.h"
+#include "formats/text/emit.h"
+#include "formats/text/text_file.h"
 #include "samples.h"
 
 #include <QTextStream>
@@ -10,7 +10,7 @@
 
 namespace {
 
-QByteArray byToolkit(float value, QTextStream::RealNumberNotation notation, int width = 0) {
+QByteArray byQt(float value, QTextStream::RealNumberNotation notation, int width = 0) {
     QByteArray text;
     QTextStream stream(&text);
     stream.setRealNumberNotation(notation);
@@ -44,14 +44,14 @@ class TestEmit : public QObject {
 private Q_SLOTS:
     void initTestCase() { samples::requireExpectedLocale(); }
 
-    void printsAsTheToolkit() {
+    void printsAsQtDoes() {
         std::vector<float> values = {
             0.0F,        -0.0F,         1e-7F,         -1e-7F,      5e-7F,      0.0078125F,
             -0.0234375F, 1e-4F,         9.99999e-5F,   0.99999949F, 0.9999995F, 9.5F,
             99999.95F,   999999.0F,     999999.5F,     1e6F,        123456.5F,  1234567.0F,
             16777217.0F, 4294967040.0F, 4294967296.0F, 1e10F,       3.4e38F,    1e-45F,
             INFINITY,    -INFINITY,     NAN,           -NAN};
-        for (int n = -300; n < 300; ++n) { // every tie of six decimals is an odd multiple of 1/128
+        for (int n = -300; n < 300; ++n) { // every tie at six decimals is an odd multiple of 1/128
             values.push_back(static_cast<float>(n) / 128.0F);
             values.push_back(static_cast<float>(n) * 2.5F);
         }
@@ -62,10 +62,8 @@ private Q_SLOTS:
             values.push_back(fromBits(bits));
         }
         for (const float value : values) {
-            QCOMPARE(printed(tintwell::printFixed, value),
-                     byToolkit(value, QTextStream::FixedNotation));
-            QCOMPARE(printed(tintwell::printSmart, value),
-                     byToolkit(value, QTextStream::SmartNotation));
+            QCOMPARE(printed(tintwell::printFixed, value), byQt(value, QTextStream::FixedNotation));
+            QCOMPARE(printed(tintwell::printSmart, value), byQt(value, QTextStream::SmartNotation));
         }
     }
 
@@ -78,13 +76,13 @@ private Q_SLOTS:
             tintwell::TextFile out(path, error);
             for (const float value : {0.5F, -0.5F, NAN, -INFINITY, 123.0F}) {
                 out.fixedColumn(value);
-                expected += byToolkit(value, QTextStream::FixedNotation, 8);
+                expected += byQt(value, QTextStream::FixedNotation, 8);
             }
         }
         QCOMPARE(folder.content(QStringLiteral("columns")), expected);
     }
 
-    void writesThatFailAreTold() {
+    void failedWritesAreReported() {
         QString error;
         {
             tintwell::TextFile out(QStringLiteral("/dev/full"), error);
@@ -159,7 +157,7 @@ private Q_SLOTS:
     }
 
     void streamStateIsHonoured() {
-        // Whatever the owner of the stream set up is what the toolkit would print.
+        // Whatever state the owner of the stream has set, Qt would print the same.
         const auto emitted = [&](const std::function<void(QTextStream&)>& prepare, bool direct) {
             QByteArray text;
             QTextStream out(&text);

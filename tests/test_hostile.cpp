@@ -1,3 +1,4 @@
+#include "format_samples.h"
 #include "lut/bounded_read.h"
 #include "lut/catalogue.h"
 #include "samples.h"
@@ -39,9 +40,9 @@ QByteArray contentOf(const QString& path) {
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
-/// Probes and reads with one reader. Any result will do, but a prompt one.
+/// Probes and reads with one reader. Any result is accepted, but it must come promptly.
 void verifyPrompt(const QString& path, int code) {
-    constexpr double limit = 2 * slowdown; // seconds of this process, not of the machine
+    constexpr double limit = 2 * slowdown; // seconds of CPU time, not of the wall clock
     for (const bool probe : {true, false}) {
         const std::clock_t start = std::clock();
         Read_LUTFile lut(nullptr);
@@ -58,11 +59,10 @@ void verifyPrompt(const QString& path) {
     }
 }
 
-QByteArray numbered(const QByteArray& before, const QByteArray& behind,
-                    int limit = mebibyte - 100) {
+QByteArray numbered(const QByteArray& before, const QByteArray& after, int limit = mebibyte - 100) {
     QByteArray text;
     for (int n = 0; text.size() < limit; ++n) {
-        text += before + QByteArray::number(n, 36) + behind;
+        text += before + QByteArray::number(n, 36) + after;
     }
     return text;
 }
@@ -76,7 +76,7 @@ QByteArray inUtf16(const QByteArray& text) {
     return bytes;
 }
 
-/// Leaves this process so much memory and no more: it takes whatever else is free.
+/// Leaves this process this much memory and no more, by using up all other free memory.
 class LittleMemory {
 public:
     explicit LittleMemory(int bytes) {
@@ -132,7 +132,7 @@ class TestHostile : public QObject {
     }
 
 private Q_SLOTS:
-    /// Whatever once broke a reader stands in tests/data/regressions.
+    /// Files that once broke a reader are in tests/data/regressions.
     void regressions_data() {
         QTest::addColumn<QString>("path");
         const QDir folder(data().filePath(QStringLiteral("regressions")));
@@ -145,37 +145,23 @@ private Q_SLOTS:
         verifyPrompt(path);
     }
 
-    /// A MiB of one line of a sample, with and without its line feed, behind all lines before it.
+    /// One MiB of a single sample's line, with and without its line feed, after all preceding
+    /// lines.
     void swollenSamples_data() {
         QTest::addColumn<int>("code");
         QTest::addColumn<QByteArray>("content");
-        const char* const names[formatCount] = {"sample.cube",
-                                                nullptr,
-                                                nullptr,
-                                                "sample.3dl",
-                                                "sample.mga",
-                                                "sample.look",
-                                                "sample_discreet.lut",
-                                                "sample_plain.lut",
-                                                "sample.davlut",
-                                                "sample.csp",
-                                                "sample.cub",
-                                                "sample.itx",
-                                                "sample.spi1d",
-                                                "sample.spi3d",
-                                                "sample.csv",
-                                                "sample.nvx1d",
-                                                "sample.nvx3d"};
-        for (int code = 0; code < formatCount; ++code) {
-            if (names[code] == nullptr) {
+        for (const tintwell::Format& format : tintwell::catalogue) {
+            if (format.isImage) {
                 continue;
             }
-            const QByteArrayList lines = contentOf(data().filePath(names[code])).split('\n');
+            const int code = codeOf(format);
+            const char* const name = samples::sampleOf(code).file;
+            const QByteArrayList lines = contentOf(data().filePath(name)).split('\n');
             QByteArray before;
             for (int n = 0; n < lines.size() && n < 14; ++n) {
                 const auto row = [&](const char* how, const QByteArray& unit) {
                     const int count = (mebibyte - before.size() - 1) / unit.size();
-                    QTest::addRow("%s line %d %s", names[code], n, how)
+                    QTest::addRow("%s line %d %s", name, n, how)
                         << code << before + unit.repeated(count);
                 };
                 row("by the line", lines[n] + '\n');
@@ -212,12 +198,12 @@ private Q_SLOTS:
         verifyPrompt(m_folder.file(QStringLiteral("swollen"), content));
     }
 
-    void burdensomeDocuments_data() {
+    void costlyDocuments_data() {
         QTest::addColumn<QByteArray>("content");
         const QByteArray attributes = "<a " + numbered("a", "='' ") + "/>";
         QTest::newRow("attributes of one tag") << attributes;
-        QTest::newRow("behind a quoted end") << "<a b='>' " + attributes.mid(3);
-        QTest::newRow("behind a comment") << "<!-- don't --><!-- \" -->" + attributes;
+        QTest::newRow("after a quoted end") << "<a b='>' " + attributes.mid(3);
+        QTest::newRow("after a comment") << "<!-- don't --><!-- \" -->" + attributes;
         QTest::newRow("after quoted text")
             << "<?x <!-- ?><!DOCTYPE a PUBLIC \"<!--\" '[' [<!-- ' -->]><a><![CDATA[<!-- ]]>" +
                    attributes;
@@ -244,15 +230,15 @@ private Q_SLOTS:
         QTest::newRow("references") << "<a>" + QByteArray("&amp;").repeated(mebibyte / 6);
         QTest::newRow("comments") << "<a>" + QByteArray("<!---->").repeated(mebibyte / 8);
     }
-    void burdensomeDocuments() {
+    void costlyDocuments() {
         QFETCH(QByteArray, content);
         QVERIFY(content.size() <= mebibyte);
-        verifyPrompt(m_folder.file(QStringLiteral("burdensome"), content), lookCode);
+        verifyPrompt(m_folder.file(QStringLiteral("costly"), content), lookCode);
     }
 
     void oddPathsAreNotRead() {
         QStringList paths = oddPaths();
-        const QString kernelLog = m_folder.path(QStringLiteral("kernel-log")); // waits for more
+        const QString kernelLog = m_folder.path(QStringLiteral("kernel-log")); // may block
         QFile::link(QStringLiteral("/proc/kmsg"), kernelLog);
         paths << QStringLiteral("/dev/zero") << kernelLog;
         for (const QString& path : paths) {
@@ -287,7 +273,7 @@ private Q_SLOTS:
         const QString folder = m_folder.path(QStringLiteral("read-only"));
         QVERIFY(QDir().mkdir(folder));
         QCOMPARE(chmod(qPrintable(folder), 0500), 0);
-        const bool isRoot = geteuid() == 0; // permissions do not bind the superuser
+        const bool isRoot = geteuid() == 0; // permissions do not apply to the superuser
         Read_LUTFile lut(nullptr);
         samples::fill3D(lut, 2, [](int, int, int) { return QVector<float>{0, 0.5F, 1}; });
         const LUTFILE_ST st = samples::request(folder + QStringLiteral("/out.cube"), 0);
@@ -308,7 +294,7 @@ private Q_SLOTS:
 #ifdef __SANITIZE_ADDRESS__
         QSKIP("the sanitizer needs memory of its own");
 #endif
-        // A reader that asks for memory in every way there is.
+        // A reader that allocates memory in every possible way.
         const LUTFILE_ST in = samples::request(
             m_folder.file(QStringLiteral("large"),
                           "0 1\n" + QByteArray("0 1\n1 2 3\n4 5 x\n").repeated(200'000)),
@@ -335,7 +321,7 @@ private Q_SLOTS:
         QVERIFY(writes > 0 && writes < tries);
     }
 
-    /// Another program empties and refills the file while readers are at it.
+    /// Another program empties and refills the file while readers use it.
     void shrinkingFile_data() {
         QTest::addColumn<int>("code");
         for (int code = 0; code < formatCount; ++code) {

@@ -12,7 +12,7 @@ class TestImages : public QObject {
 
     samples::Folder m_folder;
 
-    /// A picture whose pixels differ from each other within rows, columns and channels.
+    /// A picture whose pixels differ from each other along rows, columns and channels.
     static QImage picture(int width, int height, QImage::Format format = QImage::Format_RGB888) {
         QImage image(width, height, QImage::Format_ARGB32);
         for (int y = 0; y < height; ++y) {
@@ -39,7 +39,7 @@ private Q_SLOTS:
         QTest::addColumn<int>("code");
         QTest::addColumn<QImage>("image");
         QTest::addColumn<QString>("name");
-        QTest::addColumn<int>("tiles"); // in a row
+        QTest::addColumn<int>("tiles"); // per row
         const QString png = QStringLiteral("in.png");
         QTest::newRow("texture of 64") << texture << picture(64, 64) << png << 4;
         QTest::newRow("texture of 512") << texture << picture(512, 512) << png << 8;
@@ -61,7 +61,7 @@ private Q_SLOTS:
         const int n = code == texture ? tiles * tiles : tiles;
         for (const bool tableOrder : {false, true}) {
             LUTFILE_ST st = samples::request(path, code, true, tableOrder);
-            st.defaultOrder = !tableOrder; // the formats' own is the other one
+            st.defaultOrder = !tableOrder; // the opposite of the formats' own
             Read_LUTFile lut(nullptr);
             QVERIFY(lut.ReadFile(st, false));
             QCOMPARE(lut.size3D, n);
@@ -85,7 +85,7 @@ private Q_SLOTS:
                  QVector<float>({9.0F / 255, 3.0F / 255, 70.0F / 255}));
     }
 
-    /// What a blank image gives, when it is probed and when it is read.
+    /// The result for a blank image, probed and read.
     void sizes_data() {
         QTest::addColumn<int>("code");
         QTest::addColumn<QImage>("image");
@@ -125,8 +125,8 @@ private Q_SLOTS:
         QCOMPARE(lut.size3D, 256);
     }
 
-    /// An image of no pixels has the shape of a strip, but not that of a texture.
-    void whatIsNoImage() {
+    /// An image without pixels has the shape of a strip, but not that of a texture.
+    void filesThatAreNotImages() {
         const QByteArray blankXpm = "/* XPM */\nstatic char *a[] = {\"64 64 1 1\",\"a c black\"," +
                                     ("\"" + QByteArray(64, 'a') + "\",").repeated(64) + "};";
         saved(picture(64, 64));

@@ -15,8 +15,8 @@ Codes lookedUp(Read_LUTFile& lut, const Codes& in) {
     return out;
 }
 
-/// The same by ordering the axes: a step along each, in falling order of the remainders. The order
-/// among equals carries no weight.
+/// The same by sorting the axes: one step along each, in descending order of the remainders. The
+/// order of equal remainders does not matter.
 Codes bySorting(const Read_LUTFile& lut, const Codes& in) {
     const auto last = static_cast<unsigned long>(lut.size3D - 1);
     const unsigned long step = 255 / last;
@@ -124,7 +124,7 @@ private Q_SLOTS:
         Read_LUTFile merged(nullptr);
         samples::fillRandom(first, 4, 10);
         samples::fillRandom(second, 6, 11);
-        first.data3D[1][1][1][0] = 7; // not clamped between the two, but by the second's domain
+        first.data3D[1][1][1][0] = 7; // not clamped in between, only by the second table's domain
         second.domainMax3D[1] = 2;
         samples::empty3D(merged, 7);
         LutCalc calc;

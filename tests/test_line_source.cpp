@@ -23,7 +23,7 @@ QList<QByteArray> linesOf(LineSource& source) {
     return lines;
 }
 
-QList<QByteArray> linesByToolkit(const QString& path) {
+QList<QByteArray> linesByQt(const QString& path) {
     QFile file(path);
     file.open(QIODevice::ReadOnly | QIODevice::Text);
     QTextStream stream(&file);
@@ -52,7 +52,7 @@ class TestLineSource : public QObject {
     samples::Folder m_folder;
 
 private Q_SLOTS:
-    void sameLinesAsTheToolkit_data() {
+    void sameLinesAsQt_data() {
         QTest::addColumn<QByteArray>("bytes");
         const QString text = QString::fromUtf8("LUT \u3000\n\u00a0 0 1\n\n\tgrün\u2003\nlast");
         QTest::newRow("empty") << QByteArray();
@@ -79,13 +79,13 @@ private Q_SLOTS:
         QTest::newRow("pieces of UTF-8") << manyPieces.toUtf8();
         QTest::newRow("Latin-1") << QByteArray("TITLE gr\xFCn\n1 2 3\n");
     }
-    void sameLinesAsTheToolkit() {
+    void sameLinesAsQt() {
         QFETCH(QByteArray, bytes);
         const QString path = m_folder.file(QStringLiteral("lines"), bytes);
         LineSource source(path);
         QVERIFY(source.isOpen());
         const QList<QByteArray> lines = linesOf(source);
-        QCOMPARE(lines, linesByToolkit(path));
+        QCOMPARE(lines, linesByQt(path));
         source.rewind();
         QCOMPARE(linesOf(source), lines);
         QVERIFY(source.atEnd());
@@ -103,50 +103,9 @@ private Q_SLOTS:
         }
     }
 
-    void takesLinesOfCodes() {
-        LineSource source(m_folder.file(QStringLiteral("codes"), "1 22 4095\n1234567 00 007\n"));
-        std::array<std::uint32_t, 3> codes{};
-        QVERIFY(source.takeCodes(codes));
-        QVERIFY((codes == std::array<std::uint32_t, 3>{1, 22, 4095}));
-        QVERIFY(source.takeCodes(codes));
-        QVERIFY((codes == std::array<std::uint32_t, 3>{1234567, 0, 7}));
-        QVERIFY(!source.takeCodes(codes));
-        QVERIFY(source.atEnd());
-    }
-
-    void leavesOtherLines_data() {
-        QTest::addColumn<QByteArray>("line");
-        for (const char* const line :
-             {"1 2\n", "1 2 3 4\n", "1  2 3\n", " 1 2 3\n", "1 2 3 \n", "1\t2 3\n", "1\n2 3\n",
-              "12345678 1 2\n", "4294967297 1 2\n", "1: 2 3\n", "1 2 3/\n", "-1 2 3\n", "1 2 3.0\n",
-              "1 2 3", "\n", "1 2 x\n"}) {
-            QTest::newRow(line) << QByteArray(line);
-        }
-        QTest::newRow("NUL") << QByteArray("1 2\0003\n", 6);
-    }
-    void leavesOtherLines() {
-        QFETCH(QByteArray, line);
-        LineSource source(m_folder.file(QStringLiteral("codes"), line));
-        std::array<std::uint32_t, 3> codes{};
-        QVERIFY(!source.takeCodes(codes));
-        const QList<QByteArray> lines = linesOf(source);
-        QCOMPARE(lines.front(), line.split('\n').front().trimmed());
-    }
-
-    void takesNoCodesPastTheEnd() {
-        // Without the returns the text gets shorter, and its old end lies behind the new one.
-        LineSource source(m_folder.file(QStringLiteral("codes"), "\r\r\r\r\r\r\n1 2 3\n1 2 3"));
-        std::array<std::uint32_t, 3> codes{};
-        QVERIFY(source.next().empty());
-        QVERIFY(source.takeCodes(codes));
-        QVERIFY(!source.takeCodes(codes));
-        QVERIFY(source.next() == "1 2 3");
-        QVERIFY(source.atEnd());
-    }
-
-    void tellsWhatItCanHold() {
+    void knowsWhatItCanHold() {
         const LineSource source(m_folder.file(QStringLiteral("three"), "1\n2\n3"));
-        QVERIFY(source.canHold(4)); // the fourth line may lack
+        QVERIFY(source.canHold(4)); // the fourth line may be missing
         QVERIFY(!source.canHold(5));
         QVERIFY(!source.canHold(std::int64_t{1} << 40));
         for (const QByteArray& bytes : {QByteArray(5, '\xff'), inCodec("UTF-16LE", "1\n2\n3")}) {
@@ -157,7 +116,7 @@ private Q_SLOTS:
     }
 
     void wordsAndRemoval() {
-        const auto joined = [](const char* text) {
+        const auto wordsOf = [](const char* text) {
             QByteArrayList found;
             tintwell::WordReader words(text);
             for (auto word = words.next(); !word.empty(); word = words.next()) {
@@ -166,11 +125,11 @@ private Q_SLOTS:
             [&] { QCOMPARE(tintwell::wordCount(text), std::size_t(found.size())); }();
             return found.join('|');
         };
-        QCOMPARE(joined(""), QByteArray());
-        QCOMPARE(joined(" a\t bc \v1"), QByteArray("a|bc|1"));
-        QCOMPARE(joined("\u00a0 a\u3000grün\u2028b\u0085"), QByteArray("a|grün|b"));
-        QCOMPARE(tintwell::without("in 4 in in5", "in"), std::string(" 4  5"));
-        QCOMPARE(tintwell::without("aabb", "ab"), std::string("ab"));
+        QCOMPARE(wordsOf(""), QByteArray());
+        QCOMPARE(wordsOf(" a\t bc \v1"), QByteArray("a|bc|1"));
+        QCOMPARE(wordsOf("\u00a0 a\u3000grün\u2028b\u0085"), QByteArray("a|grün|b"));
+        QCOMPARE(tintwell::removeAll("in 4 in in5", "in"), std::string(" 4  5"));
+        QCOMPARE(tintwell::removeAll("aabb", "ab"), std::string("ab"));
         QCOMPARE(tintwell::withoutBlanks(" 3 \u3000 d"), std::string("3d"));
         QCOMPARE(tintwell::toInt(" +17\t"), 17);
         QCOMPARE(tintwell::toInt("17.0"), 0);
@@ -182,12 +141,13 @@ private Q_SLOTS:
         QTest::addColumn<QByteArray>("text");
         QTest::addColumn<int>("end");
         QTest::newRow("complete") << QByteArray("a\nb\nc\nd\ne\nf\ng\nh\nmore")
-                                  << int(tintwell::Walk::Complete);
-        QTest::newRow("skipped lines take no place")
-            << QByteArray("-\na\n-\nb\nc\nd\ne\nf\ng\n-\nh") << int(tintwell::Walk::Complete);
-        QTest::newRow("last lacks")
-            << QByteArray("a\nb\nc\nd\ne\nf\ng\n-\n") << int(tintwell::Walk::LacksLast);
-        QTest::newRow("two lack") << QByteArray("a\nb\nc\nd\ne\nf\n") << int(tintwell::Walk::Short);
+                                  << int(tintwell::FillResult::Complete);
+        QTest::newRow("skipped lines do not count")
+            << QByteArray("-\na\n-\nb\nc\nd\ne\nf\ng\n-\nh") << int(tintwell::FillResult::Complete);
+        QTest::newRow("the last is missing")
+            << QByteArray("a\nb\nc\nd\ne\nf\ng\n-\n") << int(tintwell::FillResult::LastMissing);
+        QTest::newRow("two are missing")
+            << QByteArray("a\nb\nc\nd\ne\nf\n") << int(tintwell::FillResult::EndedEarly);
     }
     void walksKeepTheEndRule() {
         QFETCH(QByteArray, text);

@@ -9,7 +9,7 @@ QByteArray hex(float value) {
     return QByteArray(reinterpret_cast<const char*>(&value), sizeof value).toHex().toUpper();
 }
 
-/// Samples whose red counts them.
+/// Samples numbered by their red.
 QByteArray points(int from, int to) {
     QByteArray digits;
     for (int n = from; n < to; ++n) {
@@ -71,7 +71,7 @@ private Q_SLOTS:
         }
     }
 
-    /// What a text makes of the size and of sample (0, 1, 1), which is number 1 + size.
+    /// The expected size and sample (0, 1, 1), which is number 1 + size.
     void lattice_data() {
         QTest::addColumn<QByteArray>("text");
         QTest::addColumn<bool>("reads");
@@ -113,7 +113,7 @@ private Q_SLOTS:
                                 hex(1) + hex(0))),
             true, 2, {0.5F, 0.5F, 0});
         row("digits beyond the table", look(table("2", points(0, 9) + "xyz")), true, 2, third);
-        row("a digit lacks", look(table("2", points(0, 8).chopped(1))), false, 2);
+        row("a digit is missing", look(table("2", points(0, 8).chopped(1))), false, 2);
         row("not a digit", look(table("2", points(0, 7) + "0000803G" + points(0, 1))), false, 2);
         row("no data", look("<LUT><size>2</size></LUT>"), true, 2, none);
         row("empty data", look(table("2", "\" \"")), true, 2, none);
@@ -123,7 +123,7 @@ private Q_SLOTS:
         row("last data wins",
             look(table("2", points(5, 13)) + "<LUT><data>" + points(0, 8) + "</data></LUT>"), true,
             2, third);
-        row("size no number", look(table("two", points(0, 8))), false, 0);
+        row("size not a number", look(table("two", points(0, 8))), false, 0);
         row("size negative", look(table("-2", points(0, 8))), false, -2);
         row("too large", look(table("257", points(0, 8))), false, 257);
         row("more than the text holds", look(table("256", points(0, 8))), false, 256);
@@ -138,7 +138,7 @@ private Q_SLOTS:
         row("in an entity of the size", "<LUT><size>3&am", false, 0);
         row("by a tag in the size", "<LUT><size>3</x>", false, 0);
         row("in a second size", "<x>" + plain + "<LUT><size>3", true, 2, third);
-        row("malformed behind the table", look(plain + "</x>" + table("1", "")), true, 2, third);
+        row("malformed after the table", look(plain + "</x>" + table("1", "")), true, 2, third);
         row("entities of its own",
             "<!DOCTYPE LUT [<!ENTITY e \"" + points(0, 8) + "\">]>" + table("2", "&e;"), false, 0);
         row("entities of others", "<!DOCTYPE LUT SYSTEM 'e'>" + table("2", "&e;"), false, 0);
@@ -197,7 +197,7 @@ private Q_SLOTS:
     }
     void curves() { samples::compareCurve(m_format); }
 
-    /// Nothing stays of a table that does not decode, not even where its domain ended.
+    /// Nothing is kept of a table that does not decode, including the end of its domain.
     void domainAfterBadDigits() {
         Read_LUTFile lut(nullptr);
         QVERIFY(!m_format.read(lut, look(table("2", (hex(4) + points(0, 8)).left(191) + 'g'))));

@@ -2,7 +2,7 @@
 
 namespace {
 
-/// Samples that count the file's order in their first channel and in their running number.
+/// Samples numbered in file order by their first channel and their running number.
 QByteArray numbered(int from, int to) {
     QByteArray text;
     for (int n = from; n < to; ++n) {
@@ -37,9 +37,9 @@ private Q_SLOTS:
         textRow("scale ends at a blank", "in 8\nout 9 6\nvalues\n" + eight, true, 2, second);
         textRow("last header lines win", "out 3\nin 99999999999\n" + header + eight, true, 2,
                 second);
-        textRow("running numbers place nothing", header + "7 0 0 0\n-3 1 2 3\n" + numbered(0, 6),
+        textRow("running numbers are ignored", header + "7 0 0 0\n-3 1 2 3\n" + numbered(0, 6),
                 true, 2, second);
-        textRow("lines of other counts take no place",
+        textRow("lines of other counts are skipped",
                 header + "0 0 0 0\n1 1 1\n1 1 1 1 1\n" + numbered(1, 8), true, 2, second);
         textRow("a running number only", header + "0 1 2 3\n1 x 9 9\n" + numbered(2, 8), true, 2,
                 second);
@@ -56,7 +56,7 @@ private Q_SLOTS:
         textRow("one channel", "channel 1d\n" + header + eight, false, 0);
         textRow("no channel kind", "channel\n" + header + eight, false, 0);
         textRow("count without a number", "in\n" + header + eight, false, 0);
-        textRow("another word that begins so", "index 8\n" + header + eight, false, 0);
+        textRow("another word that begins with in", "index 8\n" + header + eight, false, 0);
         textRow("scale without a number", "output 9\n" + header + eight, false, 0);
         textRow("no count", "out 9\nvalues\n" + eight, false, 0);
         textRow("count below zero", "in -8\nvalues\n" + eight, false, 0);
@@ -71,7 +71,7 @@ private Q_SLOTS:
         QVERIFY(text.contains("\nout 9223372036854775808\n"));
     }
 
-    /// A full scale below 2 is the value itself, and is divided by whatever it is.
+    /// A full scale below 2 is used as it is, and samples are divided by it.
     void oddScales() {
         Read_LUTFile none(nullptr);
         QVERIFY(m_format.read(none, "in 1\nout 0\nvalues\n0 0 1 -1\n"));

@@ -30,13 +30,13 @@ private Q_SLOTS:
                 {1.5F, 2, 1});
         textRow("last domain wins", "From 0 9\nFrom 0 4\nLength 1\n4 2 1\n", true, 1,
                 {1, 0.5F, 0.25F});
-        textRow("an unreadable domain is none",
+        textRow("an unreadable domain is ignored",
                 "From 0 4\nFrom x\nFrom\t0 9\nFrom\nLength 1\n4 2 1\n", true, 1, {1, 0.5F, 0.25F});
         textRow("a domain of one number keeps the other end",
                 "From 0 4\nFrom 1\nLength 1\n3 4 1.5\n", true, 1, {1, 4.0F / 3, 0.5F});
         textRow("also where there was none", "From -1\nLength 1\n1 0.5 0\n", true, 1,
                 {0.5F, 0.25F, 0});
-        textRow("keyword removed wherever it stands",
+        textRow("keyword removed wherever it is",
                 "FromFrom 0 4\nFrom From 0 From 4\nLength Length 1\n4 2 1\n", true, 1,
                 {1, 0.5F, 0.25F});
         textRow("one line fewer", header + "0 0 0\n", false, 2);
@@ -48,7 +48,7 @@ private Q_SLOTS:
     }
     void curves() { samples::compareCurve(m_curve); }
 
-    /// A domain is all that a probe reads beside the length.
+    /// A probe reads only the domain and the length.
     void probes() {
         for (const samples::OneFormat* format : {&m_curve, &m_lattice}) {
             Read_LUTFile lut(nullptr);
@@ -62,7 +62,7 @@ private Q_SLOTS:
         }
     }
 
-    void everyLineTakesAPoint_data() {
+    void everyLineIsAPoint_data() {
         QTest::addColumn<QByteArray>("text");
         QTest::addColumn<QVector<float>>("values");
         using samples::numbered;
@@ -75,7 +75,7 @@ private Q_SLOTS:
         QTest::newRow("clamped") << "From 0 4\n" + header + "2\n9\n-1"
                                  << QVector<float>({16, 32, 0, 0, 0, 0, 0, 0});
     }
-    void everyLineTakesAPoint() {
+    void everyLineIsAPoint() {
         QFETCH(QByteArray, text);
         Read_LUTFile lut(nullptr);
         QVERIFY(m_lattice.read(lut, text));

@@ -7,8 +7,8 @@
 #include <array>
 #include <cmath>
 
-// Another program's reading of what this one writes, and the other way round. Skipped where its
-// tools (Debian's opencolorio-tools) are not installed.
+// What another program makes of this one's files, and the other way round. Skipped if its tools
+// (Debian's opencolorio-tools) are not installed.
 
 using samples::run;
 
@@ -24,7 +24,7 @@ QByteArray outputOf(const QString& program, const QStringList& arguments) {
     return ended ? process.readAllStandardOutput() : process.readAllStandardError();
 }
 
-/// What the tools make of a colour; the last three words of what they print.
+/// The tools' result for a colour: the last three words of their output.
 std::array<float, 3> colourByTools(const QString& file, const float* in) {
     QStringList arguments{file};
     for (int c = 0; c < 3; ++c) {
@@ -46,7 +46,7 @@ float distance(const std::array<float, 3>& a, const float* b) {
     float largest = 0;
     for (std::size_t c = 0; c < 3; ++c) {
         const float apart = std::fabs(a[c] - b[c]);
-        largest = apart <= largest ? largest : apart; // not a number is far away
+        largest = apart <= largest ? largest : apart; // NaN is a large distance
     }
     return largest;
 }
@@ -82,7 +82,7 @@ private Q_SLOTS:
         LUTFILE_ST st = samples::request(file, code);
         st.defaultOrder = Read_LUTFile::formatIs3D(code);
         QVERIFY(lut.ReadFile(st, false));
-        for (int n = 0; n < 40; ++n) { // at lattice points no kind of interpolation counts
+        for (int n = 0; n < 40; ++n) { // at lattice points, where the interpolation is irrelevant
             const float in[] = {float(n * 7 % Points) / (Points - 1),
                                 float(n * 5 % Points) / (Points - 1),
                                 float(n * 11 % Points) / (Points - 1)};

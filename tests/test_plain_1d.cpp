@@ -5,7 +5,7 @@ class TestPlain1D : public QObject {
 
     const samples::OneFormat m_format{7};
 
-    /// Lines of an index and the samples that count them.
+    /// Lines of an index and the samples numbered by it.
     static QByteArray entries(int count) {
         QByteArray text;
         for (int n = 0; n < count; ++n) {
@@ -16,7 +16,7 @@ class TestPlain1D : public QObject {
     }
 
 private Q_SLOTS:
-    /// What becomes of the first entry and of the last.
+    /// The expected first and last entries.
     void reads_data() {
         QTest::addColumn<QByteArray>("text");
         QTest::addColumn<QVector<float>>("first");
@@ -47,7 +47,7 @@ private Q_SLOTS:
         QVERIFY(!m_format.read(lut, ""));
     }
 
-    /// Longer tables are written whole, and read again as far as 256 entries go.
+    /// Longer tables are written completely, but only the first 256 entries are read.
     void longerTables() {
         Read_LUTFile lut(nullptr);
         samples::fill1D(lut, QVector<float>(3 * 1024, 0.5F));

@@ -8,9 +8,9 @@
 
 namespace {
 
-/// The same look-up, each step rounded to single precision: the reciprocal of the domain's width,
-/// times the last point, maps a value; from the point below it goes along the axes in falling
-/// order of their fractions. The order among equals carries no weight.
+/// The same look-up with each step rounded to single precision. A value is mapped by the reciprocal
+/// of the domain's width, times the last index; from the point below, it moves along the axes in
+/// descending order of their fractions. The order of equal fractions does not matter.
 QVector<float> bySorting(const Read_LUTFile& lut, const float* in) {
     const int last = lut.size3D - 1;
     std::array<int, 3> at{};
@@ -116,7 +116,7 @@ private Q_SLOTS:
         src.domainMax3D[0] = 1.3F; // the new lattice covers 0..1 all the same
         src.domainMin3D[2] = -0.1F;
         samples::empty3D(dst, to);
-        dst.dataOrder = dst.tableOrder = false; // neither is looked at
+        dst.dataOrder = dst.tableOrder = false; // neither is used
         m_calc.Lut3D_Out(src, dst);
         const auto last = float(to - 1);
         for (int i = 0; i < to; ++i) {

@@ -10,8 +10,8 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-// What the command-line program leaves behind where the system refuses something: the old file or
-// the whole new one, a message, and a status that tells.
+// What the command-line program leaves behind when the system refuses something: the old file or
+// the whole new one, a message, and an exit status to match.
 
 using samples::Outcome;
 using samples::run;
@@ -119,7 +119,7 @@ private Q_SLOTS:
         row("read of a table in an image", failing("read", EIO, "in.png", 9000),
             "convert --force --from texture %/in.png @", "%/in.png: ");
         row("no thread", failing("thread", EAGAIN, ""), "convert --force --from texture %/in.png @",
-            "%/in.png: images need a thread, and none can be started");
+            "%/in.png: cannot start the thread that images need");
     }
     void faults() {
         QFETCH(Fault, fault);
@@ -136,8 +136,8 @@ private Q_SLOTS:
         QCOMPARE(entries(), QStringList("big.cube"));
     }
 
-    /// Ways around what file systems and folders do not allow.
-    void savesAllTheSame_data() {
+    /// Fallbacks for what file systems and folders do not allow.
+    void savesByOtherMeans_data() {
         QTest::addColumn<Fault>("fault");
         QTest::addColumn<bool>("inPlace");
         const Fault named = {{"FAULT_NO_TMPFILE", "1"}};
@@ -146,7 +146,7 @@ private Q_SLOTS:
         QTest::newRow("no new file in the folder") << failing("create", EACCES) << true;
         QTest::newRow("mounted file") << failing("rename", EBUSY) << true;
     }
-    void savesAllTheSame() {
+    void savesByOtherMeans() {
         QFETCH(Fault, fault);
         QFETCH(bool, inPlace);
         m_folder.file("disk/big.cube", QByteArray(3'000'000, '#')); // to be shortened in place
@@ -203,7 +203,7 @@ private Q_SLOTS:
         QCOMPARE(entries(), QStringList("big.cube"));
     }
 
-    void clearsLeftOversOfTheDeadOnly() {
+    void clearsLeftOversOfDeadProcessesOnly() {
         const QString own = m_folder.file("disk/.tintwell-settings", "mine");
         runWith(interrupted("rename", SIGKILL), m_write);
         QCOMPARE(entries().size(), 3);
@@ -214,7 +214,7 @@ private Q_SLOTS:
         const QString live = QString("disk/.tintwell-%1-0").arg(stopped.processId());
         QTRY_VERIFY(QFile::exists(path(live)));
         QCOMPARE(run({"identity", "--size", "2", path("disk/other.cube")}).status, 0);
-        QCOMPARE(entries().size(), 4); // that of the dead is gone
+        QCOMPARE(entries().size(), 4); // the dead program's file is gone
         QVERIFY(QFile::exists(path(live)));
 
         QTRY_COMPARE(kill(pid_t(stopped.processId()), SIGCONT), 0);
@@ -279,7 +279,7 @@ private Q_SLOTS:
         QFETCH(Fault, fault);
         QStringList command = {"convert",        "--to",   "nvx3d", "--output-directory",
                                path("disk/out"), "--jobs", "4"};
-        for (int n = 0; n < 8; ++n) { // each is good for a note
+        for (int n = 0; n < 8; ++n) { // each gives a note
             command += m_folder.file(QString("disk/in%1.cube").arg(n),
                                      "DOMAIN_MAX 2 2 2\nLUT_3D_SIZE 1\n2 2 2\n");
         }
@@ -299,9 +299,9 @@ private Q_SLOTS:
 
     void scarceMemoryEndsWithAMessage() {
 #ifdef __SANITIZE_ADDRESS__
-        QSKIP("the sanitizer takes more than can be left");
+        QSKIP("the sanitizer needs more memory than is left");
 #endif
-        constexpr int notLoaded = 127; // the system's loader gave up
+        constexpr int notLoaded = 127; // the dynamic loader gave up
         QStringList command = {"convert",        "--force", "--to", "spi3d", "--output-directory",
                                path("disk/out"), "--jobs",  "3",    m_target};
         for (const char* name : {"disk/1.cube", "disk/2.cube", "disk/3.cube"}) {

@@ -10,7 +10,7 @@ using tintwell::scan;
 
 namespace {
 
-/// What the C library makes of the text, in its own locale.
+/// The C library's result for the text, in its own locale.
 template <typename T>
 QByteArray byLibrary(const char* pattern, const std::string& text) {
     T a = 7;
@@ -92,7 +92,7 @@ private Q_SLOTS:
         const std::string alphabet = "0123456789012345678901234567890.. +-eExpin";
         for (int n = 0; n < 30'000; ++n) {
             std::string text;
-            if (n % 2 == 0) { // plausible
+            if (n % 2 == 0) { // a plausible number
                 for (int v = 0; v < 3; ++v) {
                     char number[64];
                     std::snprintf(number, sizeof number, "%s%.*f", upTo(3) == 0 ? "-" : "",
@@ -110,7 +110,7 @@ private Q_SLOTS:
         }
     }
 
-    /// The most common line, and everything that is one character away from it.
+    /// The most common line, and every line that differs from it by one character.
     void uniformLines() {
         const std::string uniform = "0.123456 9.876543 1.000000";
         compareAll(uniform);

@@ -1,6 +1,6 @@
 #include "one_format.h"
 
-/// Two formats that differ in their keyword only: that of this one holds also for the other.
+/// Two formats that differ only in their keyword: what is tested for the first holds for both.
 class TestSizedLattice : public QObject {
     Q_OBJECT
 
@@ -18,7 +18,7 @@ private Q_SLOTS:
 
         textRow("lines before the size line",
                 "3dlutsize 9\n3DLUT 9\n1 1 1\n# 3DLUTSIZE 9\n\n" + size2 + eight, true, 2, second);
-        textRow("every keyword goes", "3DLUTSIZE 3DLUTSIZE2\n" + eight, true, 2, second);
+        textRow("every keyword is removed", "3DLUTSIZE 3DLUTSIZE2\n" + eight, true, 2, second);
         textRow("a later size line begins with a number",
                 size2 + numbered(0, 1) + "3DLUTSIZE 9\n" + numbered(2, 8), true, 2,
                 {1, 0.5F, 0.25F});

@@ -6,7 +6,7 @@ class TestSpi1D : public QObject {
     const samples::OneFormat m_format{12};
 
 private Q_SLOTS:
-    /// The reader's own orders differ: cells are blue, green, red.
+    /// The reader's own orders store cells as blue, green, red.
     void reads_data() {
         samples::textColumns();
         using samples::textRow;

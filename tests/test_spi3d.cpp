@@ -21,7 +21,7 @@ private Q_SLOTS:
         textRow("clamped", header + "0 0 1 7 .5 -1\n", true, 2, {1, 0.5F, 0});
         textRow("a place in part", header + "1\n0 0 1 0 .5 .25\n0\n0 0\n0 0 1 1\n", true, 2,
                 sample);
-        textRow("places outside are passed over, their values carry",
+        textRow("places outside are skipped, their values carry",
                 header + "2 0 0 1 .5 .25\n0 -1 0 1 .5 .25\n0 0 2147483647 1 .5 .25\n0 0 1\n", true,
                 2, sample);
         textRow("samples cut off", header, true, 2, {0, 0, 0});

@@ -4,7 +4,7 @@
 
 namespace {
 
-/// Samples that count the file's order in their first channel.
+/// Samples numbered in file order by their first channel.
 QByteArray numbered(int from, int to) {
     QByteArray text;
     for (int n = from; n < to; ++n) {
@@ -34,11 +34,11 @@ private Q_SLOTS:
         textRow("size by the shaper", shaper + eight, true, 2, second(7));
         textRow("size by Mesh", "3DMESH\nMesh 1 10\n0 512 600 1023\n" + numbered(0, 27), true, 3,
                 second(1023));
-        textRow("Mesh behind the samples", shaper + numbered(0, 27) + "Mesh 1 12\n", true, 3,
+        textRow("Mesh after the samples", shaper + numbered(0, 27) + "Mesh 1 12\n", true, 3,
                 second(4095));
-        textRow("the first shaper tells the size", shaper + eight + "0 1 2 3\n", true, 2,
+        textRow("the first shaper gives the size", shaper + eight + "0 1 2 3\n", true, 2,
                 second(7));
-        textRow("size behind the samples", eight + shaper, true, 2, second(7));
+        textRow("size after the samples", eight + shaper, true, 2, second(7));
         textRow("header lines between samples",
                 shaper + "0 2 4\n1\n1 1\n1 1 1 1\nMesh 1 10\ngamma 1 1\n3DMESH\na b c\n" +
                     numbered(1, 27),
@@ -51,7 +51,7 @@ private Q_SLOTS:
                 true, 2, second(7));
         textRow("the first pass carries over", shaper + "0 x x\n1 x x\n" + numbered(2, 8), true, 2,
                 second(7));
-        textRow("a short line keeps what it lacks",
+        textRow("a short line keeps the rest of the last",
                 shaper + numbered(0, 1) + "1 x 9\n" + numbered(2, 8), true, 2, second(7));
         textRow("NaN discards the largest so far",
                 shaper + numbered(4000, 4001) + "1 2 4\n2 2 nan\n" + numbered(3, 8), true, 2,
@@ -60,7 +60,7 @@ private Q_SLOTS:
                 "0 x x\n1 x x\n2 2 4\nMesh 0 10\n3 9 9\n4 9 9\n5 9 9\n6 9 9\n7 9 9\n", true, 2,
                 second(1023));
         textRow("lines past the last sample", shaper + eight + "9 9 9\n", true, 2, second(15));
-        textRow("last sample lacks", shaper + numbered(0, 7), true, 2, second(7));
+        textRow("the last sample is missing", shaper + numbered(0, 7), true, 2, second(7));
         textRow("no size", eight, false, 0);
         textRow("size of three words", "0 512 1023\n" + numbered(0, 27), false, 0);
         textRow("size too large", "Mesh 8 10\n" + eight, false, 257);
@@ -75,7 +75,7 @@ private Q_SLOTS:
     }
     void lattice() { samples::compareLattice(m_format); }
 
-    /// What the largest sample of a file without Mesh is stored as.
+    /// How the largest sample of a file without Mesh is stored.
     void inferredScale_data() {
         QTest::addColumn<QByteArray>("largest");
         QTest::addColumn<float>("stored");
@@ -105,7 +105,36 @@ private Q_SLOTS:
         }
     }
 
-    void shortLineBehindCodes() {
+    /// Lines of three codes have a path of their own; tabs keep them off it.
+    void codesReadLikeOtherNumbers_data() {
+        QTest::addColumn<QByteArray>("line");
+        for (const char* const line :
+             {"1 2", "1 2 3 4", "1  2 3", " 1 2 3", "1 2 3 ", "1\n2 3", "0000007 1 2",
+              "12345678 1 2", "4294967297 1 2", "1: 2 3", "1 2 3/", "-1 2 3", "1 2 3.0", "",
+              "1 2 x", "65536 1234567 0"}) {
+            QTest::newRow(line) << QByteArray(line);
+        }
+        QTest::newRow("NUL") << QByteArray("1 2\0003", 5);
+        QTest::newRow("returns") << QByteArray("1 2 3\r\r\r\r\r\r");
+    }
+    void codesReadLikeOtherNumbers() {
+        QFETCH(QByteArray, line);
+        const QByteArray before = "0 1\n" + numbered(0, 6);
+        for (const char* const end : {"", "\n", "\n7 8 9\n"}) {
+            Read_LUTFile codes(nullptr);
+            Read_LUTFile others(nullptr);
+            const QByteArray text = before + line + end;
+            const bool reads = m_format.read(codes, text);
+            QCOMPARE(m_format.read(others, QByteArray(text).replace(' ', '\t')), reads);
+            QCOMPARE(codes.lastError.section(':', 0, 0), others.lastError.section(':', 0, 0));
+            for (int k = 0; codes.data3D != nullptr && k < 4; ++k) {
+                QCOMPARE(samples::cell(codes.data3D[1][k / 2][k % 2]),
+                         samples::cell(others.data3D[1][k / 2][k % 2]));
+            }
+        }
+    }
+
+    void shortLineAfterCodes() {
         Read_LUTFile lut(nullptr);
         QVERIFY(m_format.read(lut, "0 1\n0 9 9\n1 2 4\n2 x x\n" + numbered(3, 8)));
         QCOMPARE(samples::cell(lut.data3D[0][1][0]),
@@ -117,11 +146,11 @@ private Q_SLOTS:
         QVERIFY(m_format.read(lut, "0 256 x 1024\ngamma 2.5\n0 512\n", true));
         QCOMPARE(lut.size3D, 4);
         QCOMPARE(lut.gamma, 2.5);
-        QCOMPARE(lut.shaperIn[1], 0.5); // of the largest so far, on whichever line
+        QCOMPARE(lut.shaperIn[1], 0.5); // relative to the largest so far, on any line
         QCOMPARE(lut.shaperIn[2], 0.0);
         QCOMPARE(lut.shaperIn[3], 1.0);
         Read_LUTFile named(nullptr);
-        QVERIFY(m_format.read(named, "3DMESH 7 7 7\n", true)); // a shaper like any other
+        QVERIFY(m_format.read(named, "3DMESH 7 7 7\n", true)); // a shaper line like any other
         QCOMPARE(named.size3D, 4);
         QCOMPARE(named.gamma, 1.0);
     }
@@ -135,7 +164,7 @@ private Q_SLOTS:
         QVERIFY(m_format.read(lut, shaper, true));
         QCOMPARE(lut.size3D, 300);
         QCOMPARE(lut.shaperIn[255], 256.0 / 300);
-        QCOMPARE(lut.gamma, 1.0); // the field behind
+        QCOMPARE(lut.gamma, 1.0); // the member after shaperIn
         Read_LUTFile full(nullptr);
         QVERIFY(!m_format.read(full, shaper + '\n' + numbered(0, 8)));
         Read_LUTFile meshed(nullptr);

@@ -42,7 +42,7 @@ private Q_SLOTS:
                 {0, 1, 0.25F});
         textRow("two input dimensions", "# iDims 2\n" + plain, false, 0);
         textRow("dimensions are compared as text", "# oDims 03\n" + plain, false, 0);
-        textRow("dimensions behind the width", width2 + "# oDims\n" + cube, true, 2, none);
+        textRow("dimensions after the width", width2 + "# oDims\n" + cube, true, 2, none);
         textRow("unequal widths", dims + "# width 17 17 16\n" + cube, false, 0);
         textRow("first width differs", dims + "# width 16 17 17\n" + cube, false, 0);
         textRow("two widths", dims + "# width 2 2\n" + cube, false, 0);
@@ -53,7 +53,7 @@ private Q_SLOTS:
     }
     void lattice() { samples::compareLattice(m_format); }
 
-    /// Kept as the 1D table. Its sections end as those of other formats.
+    /// The shaper is kept as the 1D table. Its sections end like those of other formats.
     void shaper_data() {
         samples::textColumns();
         using samples::textRow;
@@ -72,16 +72,16 @@ private Q_SLOTS:
         textRow("length without a number",
                 dims + length2 + width2 + "# lutLength x\n" + input + "2 1 0\n1\n", true, 2,
                 {0, 0.5F, 1, 0, 0.5F, 0.5F});
-        textRow("last entry lacks", dims + width2 + length2 + input + "2 1 0\n", true, 2,
+        textRow("the last entry is missing", dims + width2 + length2 + input + "2 1 0\n", true, 2,
                 {0, 0.5F, 1, 0, 0, 0});
-        textRow("two entries lack", dims + width2 + length2 + input, false, 2);
+        textRow("two entries are missing", dims + width2 + length2 + input, false, 2);
         textRow("no length", dims + width2 + input + "1 1 1\n", true, 0);
         textRow("too long", dims + width2 + "# lutLength 9999999\n", false, 9999999);
     }
     void shaper() { samples::compareCurve(m_format); }
 
-    /// A cube that begins with a partial line takes the rest from the shaper's last entry. One that
-    /// lacks its last sample leaves the domain of the shaper.
+    /// A cube that begins with a partial line is completed from the shaper's last entry. If its
+    /// last sample is missing, the shaper's domain is kept.
     void bothSections() {
         const QByteArray text = dims + width2 + "# lutLength 1\n" + input +
                                 "2 1 0.5\n# Cube\n0.25\n" + samples::numbered(1, 8);
@@ -91,10 +91,10 @@ private Q_SLOTS:
         QCOMPARE(samples::cell(lut.data3D[0][0][0]), QVector<float>({0.25F, 1, 0.5F}));
         QCOMPARE(samples::cell(lut.data3D[1][1][1]), QVector<float>({7 / 32.0F, 0.5F, 0.25F}));
         QCOMPARE(samples::cell(lut.domainMax1D), QVector<float>({1, 1, 1}));
-        Read_LUTFile lacking(nullptr);
-        QVERIFY(m_format.read(lacking, text.left(text.lastIndexOf('\n', -2) + 1)));
-        QCOMPARE(samples::cell(lacking.domainMax1D), QVector<float>({2, 2, 2}));
-        QCOMPARE(samples::cell(lacking.domainMax3D), QVector<float>({1, 1, 1}));
+        Read_LUTFile incomplete(nullptr);
+        QVERIFY(m_format.read(incomplete, text.left(text.lastIndexOf('\n', -2) + 1)));
+        QCOMPARE(samples::cell(incomplete.domainMax1D), QVector<float>({2, 2, 2}));
+        QCOMPARE(samples::cell(incomplete.domainMax3D), QVector<float>({1, 1, 1}));
     }
 };
 

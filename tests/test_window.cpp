@@ -20,7 +20,7 @@
 
 namespace {
 
-/// The user in front of the dialogs: files to choose in turn (none: cancel), and what was shown.
+/// The user's side of the dialogs: files to choose in turn (none: cancel), and what was shown.
 class User {
 public:
     QVector<QStringList> choices;
@@ -61,7 +61,7 @@ private:
     QTimer m_timer;
 };
 
-/// Samples of a lattice in the order of a file, each unlike all others.
+/// Samples of a lattice in file order, no two alike.
 QList<QByteArray> lattice(int size) {
     QList<QByteArray> lines;
     for (int n = 0; n < size * size * size; ++n) {
@@ -82,7 +82,7 @@ QList<QByteArray> withChannelsSwapped(QList<QByteArray> lines) {
     return lines;
 }
 
-/// The lines at each \a step-th point of a lattice; \a swapped, its first axis varies fastest.
+/// The lines at each \a step-th point of a lattice; if \a swapped, its first axis varies fastest.
 QList<QByteArray> walked(const QList<QByteArray>& lines, int size, int step, bool swapped) {
     QList<QByteArray> result;
     for (int i = 0; i < size; i += step) {
@@ -124,14 +124,14 @@ class TestWindow : public QObject {
         QTest::mouseClick(find<QPushButton>(button), Qt::LeftButton);
     }
 
-    /// Clicks a file button, answers with these files.
+    /// Clicks a file button and answers with these files.
     void choose(const QString& button, const QStringList& files) const {
         m_user->choices = {files};
         click(button);
     }
 
-    /// Drags this onto the output path, of all places, and lets go where it is welcome; what
-    /// becomes of it.
+    /// Drags this to the output path, where drops on the window must work too, and lets go if it is
+    /// accepted. Returns the resulting action.
     Qt::DropAction drop(const QMimeData& data) const {
         auto* const field = find<QLineEdit>("outputPath");
         const QPoint at = field->rect().center();
@@ -148,7 +148,7 @@ class TestWindow : public QObject {
         return released.dropAction();
     }
 
-    /// What a press on the start button shows.
+    /// What is shown after a press on the start button.
     QStringList begin() const {
         m_user->seen.clear();
         click("startButton");
@@ -281,7 +281,7 @@ private Q_SLOTS:
         choose("inputButton", {m_folder.file("bad.cube", "LUT_3D_SIZE 0\n")});
         QCOMPARE(m_user->seen.size(), 5);
         QCOMPARE(fields(), shown);
-        QCOMPARE(begin(), QStringList("Error: File Error!")); // it is the bad one that counts
+        QCOMPARE(begin(), QStringList("Error: File Error!")); // the bad file is the input now
     }
 
     void openingFiles_data() {
@@ -294,8 +294,8 @@ private Q_SLOTS:
         QTest::newRow("a LUT before others") << QStringList{"c.txt", "a.cube"} << "/a.cube";
         QTest::newRow("no folder") << QStringList{".", "a.cube"} << "/a.cube";
         QTest::newRow("a folder alone") << QStringList{"."} << "";
-        QTest::newRow("none such") << QStringList{"none.cube", "a.cube"} << "/a.cube";
-        QTest::newRow("none at all") << QStringList() << "";
+        QTest::newRow("no existing file") << QStringList{"none.cube", "a.cube"} << "/a.cube";
+        QTest::newRow("no file at all") << QStringList() << "";
     }
     void openingFiles() {
         QFETCH(QStringList, files);

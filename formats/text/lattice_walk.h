@@ -8,24 +8,25 @@
 
 namespace tintwell {
 
-/// How a walk over a table's places ended.
-enum class Walk {
-    Complete,  ///< every place was filled
-    LacksLast, ///< the file ended when the very last place was due: good enough
-    Short      ///< the file ended before
+/// How the filling of a table ended.
+enum class FillResult {
+    Complete,    ///< every place was filled
+    LastMissing, ///< only the very last sample was missing, which is accepted
+    EndedEarly   ///< the file ended before that
 };
 
 /// Fills the points of a lattice in file order, k fastest. \a take(line, i, j, k) stores the line's
-/// sample and returns true, or returns false for a line that takes no place. \a found receives the
-/// number of samples in a file that ended too soon.
+/// sample and returns true, or returns false for a line that is not a sample. If the file ends
+/// early, \a found receives the number of its samples.
 template <typename Take>
-Walk walkLattice(LineSource& lines, int size, Take&& take, std::int64_t* found = nullptr) {
-    Walk end = Walk::Complete;
+FillResult walkLattice(LineSource& lines, int size, Take&& take, std::int64_t* found = nullptr) {
+    FillResult end = FillResult::Complete;
     visitLattice(size, [&](int i, int j, int k) {
         do {
             if (lines.atEnd()) {
                 const int last = size - 1;
-                end = i == last && j == last && k == last ? Walk::LacksLast : Walk::Short;
+                end = i == last && j == last && k == last ? FillResult::LastMissing
+                                                          : FillResult::EndedEarly;
                 if (found != nullptr) {
                     *found = (std::int64_t{i} * size + j) * size + k;
                 }
@@ -37,20 +38,20 @@ Walk walkLattice(LineSource& lines, int size, Take&& take, std::int64_t* found =
     return end;
 }
 
-/// Fills the entries of a 1D table likewise, by \a take(line, n).
+/// The same for the entries of a 1D table, with \a take(line, n).
 template <typename Take>
-Walk walkEntries(LineSource& lines, int size, Take&& take, std::int64_t* found = nullptr) {
+FillResult walkEntries(LineSource& lines, int size, Take&& take, std::int64_t* found = nullptr) {
     for (int n = 0; n < size; ++n) {
         do {
             if (lines.atEnd()) {
                 if (found != nullptr) {
                     *found = n;
                 }
-                return n == size - 1 ? Walk::LacksLast : Walk::Short;
+                return n == size - 1 ? FillResult::LastMissing : FillResult::EndedEarly;
             }
         } while (!take(lines.next(), n));
     }
-    return Walk::Complete;
+    return FillResult::Complete;
 }
 
 } // namespace tintwell

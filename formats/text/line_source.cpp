@@ -18,7 +18,7 @@ namespace tintwell {
 namespace {
 
 bool isAscii(const char* from, const char* to) {
-    // One flag for the whole text lets the compiler take many bytes at a time.
+    // One flag for the whole text lets the compiler process many bytes at a time.
     unsigned char seen = 0;
     for (; from != to; ++from) {
         seen |= static_cast<unsigned char>(*from);
@@ -26,7 +26,7 @@ bool isAscii(const char* from, const char* to) {
     return seen < 0x80;
 }
 
-/// Letters, as skipToLetters() has it, stand from '@' on.
+/// Letters, as defined by skipToLetters(), are the characters from '@' on.
 bool isLetter(char c) {
     return (static_cast<unsigned char>(c) & 0xC0U) != 0;
 }
@@ -37,8 +37,8 @@ bool hasLetters(std::uint64_t eight) {
 
 constexpr const char* byteOrderMark = "\xEF\xBB\xBF";
 
-/// Decodes \a bytes piece by piece: the whole text as the toolkit's string would take twice the
-/// room of the file, or more. \a state tells in the end what was amiss.
+/// Decodes \a bytes in pieces: as one QString the whole text would take twice the size of the file,
+/// or more. At the end, \a state says whether any bytes were invalid.
 template <typename Take>
 void decode(const QByteArray& bytes, const QTextCodec& codec, QTextCodec::ConverterState& state,
             Take&& take) {
@@ -57,16 +57,12 @@ bool isWellFormed(const QByteArray& bytes, const QTextCodec& codec) {
 
 } // namespace
 
-LineSource::LineSource(const QString& path) try {
-    if (!read(path)) {
-        return;
+LineSource::LineSource(const QString& path) {
+    try {
+        m_open = read(path);
+    } catch (const std::bad_alloc&) {
+        m_error = QStringLiteral("not enough memory for the file");
     }
-    qCDebug(formatTrace) << "file:-----" << path;
-    normalise();
-    m_open = true;
-    rewind();
-} catch (const std::bad_alloc&) {
-    m_error = QStringLiteral("the file is too large for the memory");
 }
 
 bool LineSource::read(const QString& path) {
@@ -74,8 +70,11 @@ bool LineSource::read(const QString& path) {
     if (!content) {
         return false;
     }
+    qCDebug(formatTrace) << "file:-----" << path;
     const int size = content->size();
     adopt(std::move(*content), size);
+    normalise();
+    rewind();
     return true;
 }
 
@@ -94,7 +93,7 @@ void LineSource::normalise() {
     }
     removeReturns();
     if (hasBytes && m_end == m_start) {
-        *m_end++ = '\n'; // the toolkit does not foresee that nothing will come of the bytes
+        *m_end++ = '\n'; // QTextStream gives one empty line if no text is left of the bytes
     }
     std::fill_n(m_end, Padding, '\0');
 }
@@ -114,7 +113,7 @@ void LineSource::convertToUtf8() {
         m_start += bytes.startsWith(byteOrderMark) ? std::strlen(byteOrderMark) : 0;
         return;
     }
-    constexpr int growth = 3; // at most: a stray byte becomes a replacement character
+    constexpr int growth = 3; // at most: an invalid byte becomes a replacement character
     QByteArray text(growth * size, Qt::Uninitialized);
     char* end = text.data();
     std::int64_t characters = 0;
@@ -178,8 +177,8 @@ QString LineSource::currentText() const {
 }
 
 bool LineSource::canHold(std::int64_t lines) const {
-    // A number and a line feed each; the last line may be missing, and the line feed before it. A
-    // character of the file must not count for the bytes that its replacement takes.
+    // Each line needs a number and a line feed, except that the last line and the line feed before
+    // it may be missing. A byte replaced by a longer character counts only once.
     return m_end - m_start - m_growth >= 2 * (lines - 1) - 1;
 }
 

@@ -13,37 +13,37 @@ namespace tintwell::detail {
 
 namespace {
 
-/// The eight characters from \a at on; NUL for those that [first, end) lacks.
+/// The eight characters at \a at; NUL for those at or after \a end.
 std::uint64_t eightAt(const char* at, const char* first, const char* end) {
     constexpr std::ptrdiff_t width = 8;
-    const std::ptrdiff_t lacking = width - (end - at);
-    if (lacking <= 0) {
+    const std::ptrdiff_t missing = width - (end - at);
+    if (missing <= 0) {
         return loadEight(at);
     }
-    if (lacking < width && end - first >= width) {
-        return loadEight(end - width) >> static_cast<unsigned>(8 * lacking);
+    if (missing < width && end - first >= width) {
+        return loadEight(end - width) >> static_cast<unsigned>(8 * missing);
     }
     std::array<char, width> few{};
     std::copy(at, end, few.begin());
     return loadEight(few.data());
 }
 
-const char* takeDigits(const char* at, const char* end, Decimal& decimal) {
+const char* parseDigits(const char* at, const char* end, Decimal& decimal) {
     for (; isDigit(at, end); ++at) {
         decimal.append(*at);
     }
     return at;
 }
 
-/// A plain decimal of no more digits than its quotient can do justice to.
+/// A plain decimal with few enough digits that its quotient is exact before rounding.
 template <typename Real>
-const char* takePlainDecimal(const char* at, const char* end, Real& value) {
+const char* parsePlainDecimal(const char* at, const char* end, Real& value) {
     bool negative = false;
     Decimal decimal;
-    at = takeDigits(skipSign(at, end, negative), end, decimal);
+    at = parseDigits(skipSign(at, end, negative), end, decimal);
     if (at != end && *at == '.') {
         const unsigned before = decimal.digits;
-        at = takeDigits(at + 1, end, decimal);
+        at = parseDigits(at + 1, end, decimal);
         decimal.decimals = decimal.digits - before;
     }
     if (!decimal.isExact() || !isBlankOrEnd(at, end)) {
@@ -54,7 +54,7 @@ const char* takePlainDecimal(const char* at, const char* end, Real& value) {
 }
 
 template <typename Real>
-const char* takeShortReal(const char* at, const char* first, const char* end, Real& value) {
+const char* parseShortReal(const char* at, const char* first, const char* end, Real& value) {
     constexpr std::ptrdiff_t width = 8;
     at = skipBlanks(at, end);
     if (end - at >= width && isBlankOrEnd(at + width, end) && readSixDecimals(at, value)) {
@@ -66,10 +66,10 @@ const char* takeShortReal(const char* at, const char* first, const char* end, Re
         value = static_cast<Real>(integer);
         return at + digits;
     }
-    return takePlainDecimal(at, end, value);
+    return parsePlainDecimal(at, end, value);
 }
 
-/// Formatted input reads by the thread's locale; here that is the C locale.
+/// Sets the C locale for this thread while it lives: formatted input depends on it.
 class CLocaleScope {
 public:
     CLocaleScope()
@@ -100,67 +100,67 @@ constexpr const char* pattern(const double* /*type*/) {
     return "%lf%n";
 }
 
-/// Whatever the quick ways leave alone goes to the C library itself.
+/// Fallback for numbers that the fast paths do not cover: calls the C library.
 template <typename Number>
-const char* takeFormatted(const char* at, const char* end, Number& value) {
+const char* parseFormatted(const char* at, const char* end, Number& value) {
     const std::string text(at, end);
     const CLocaleScope scope;
     int length = 0;
     return std::sscanf(text.c_str(), pattern(&value), &value, &length) == 1 ? at + length : nullptr;
 }
 
-/// Exponents and long mantissas.
+/// For numbers with an exponent or a long mantissa.
 template <typename Real>
-const char* takeByCharconv(const char* at, const char* end, Real& value) {
+const char* parseByCharconv(const char* at, const char* end, Real& value) {
     bool negative = false;
     at = skipSign(at, end, negative);
     if (!isDigit(at, end) && (at == end || *at != '.')) {
         return nullptr;
     }
     Real magnitude = 0;
-    const auto [behind, error] = std::from_chars(at, end, magnitude);
-    if (error != std::errc() || !isBlankOrEnd(behind, end)) {
+    const auto [after, error] = std::from_chars(at, end, magnitude);
+    if (error != std::errc() || !isBlankOrEnd(after, end)) {
         return nullptr;
     }
     value = negative ? -magnitude : magnitude;
-    return behind;
+    return after;
 }
 
 template <typename Real>
-const char* takeUncommonReal(const char* at, const char* end, Real& value) {
+const char* parseUncommonReal(const char* at, const char* end, Real& value) {
     constexpr std::string_view starts = "0123456789+-.iInN";
     at = skipBlanks(at, end);
     if (at == end || starts.find(*at) == std::string_view::npos) {
         return nullptr;
     }
-    const char* const behind = takeByCharconv(at, end, value);
-    return behind != nullptr ? behind : takeFormatted(at, end, value);
+    const char* const after = parseByCharconv(at, end, value);
+    return after != nullptr ? after : parseFormatted(at, end, value);
 }
 
 } // namespace
 
-const char* takeCommon(const char* at, const char* first, const char* end, float& value) {
-    return takeShortReal(at, first, end, value);
+const char* parseCommonReal(const char* at, const char* first, const char* end, float& value) {
+    return parseShortReal(at, first, end, value);
 }
 
-const char* takeCommon(const char* at, const char* first, const char* end, double& value) {
-    return takeShortReal(at, first, end, value);
+const char* parseCommonReal(const char* at, const char* first, const char* end, double& value) {
+    return parseShortReal(at, first, end, value);
 }
 
-const char* takeAny(const char* at, const char* end, float& value) {
-    return takeUncommonReal(at, end, value);
+const char* parseAnyNumber(const char* at, const char* end, float& value) {
+    return parseUncommonReal(at, end, value);
 }
 
-const char* takeAny(const char* at, const char* end, double& value) {
-    return takeUncommonReal(at, end, value);
+const char* parseAnyNumber(const char* at, const char* end, double& value) {
+    return parseUncommonReal(at, end, value);
 }
 
-const char* takeAny(const char* at, const char* end, int& value) {
-    return takeFormatted(at, end, value);
+const char* parseAnyNumber(const char* at, const char* end, int& value) {
+    return parseFormatted(at, end, value);
 }
 
-const char* takeAny(const char* at, const char* end, long& value) {
-    return takeFormatted(at, end, value);
+const char* parseAnyNumber(const char* at, const char* end, long& value) {
+    return parseFormatted(at, end, value);
 }
 
 } // namespace tintwell::detail

@@ -12,16 +12,15 @@
 
 namespace tintwell {
 
-/// Matches a character that must come next, such as the comma of "%d,%d".
+/// Matches a fixed character, such as the comma in "%d,%d".
 struct Literal {
     char character;
 };
 
 namespace detail {
 
-// Each of these takes what stands at the front of [at, end) and returns the place behind it, or
-// null where it does not stand there. Plain pointers stay in registers, which counts in the sample
-// loops.
+// Each of these parses what is at the front of [at, end) and returns the position after it, or null
+// if it is not there. Plain pointers stay in registers, which matters in the sample loops.
 
 inline const char* skipBlanks(const char* at, const char* end) {
     while (at != end && isBlank(*at)) {
@@ -43,12 +42,12 @@ inline const char* skipSign(const char* at, const char* end, bool& negative) {
     return at != end && (*at == '-' || *at == '+') ? at + 1 : at;
 }
 
-/// A real number in one of the common forms, ended by white space or the line, which begins at
-/// \a first.
-const char* takeCommon(const char* at, const char* first, const char* end, float& value);
-const char* takeCommon(const char* at, const char* first, const char* end, double& value);
+/// A real number in one of the common forms, followed by white space or the end of the line. The
+/// line begins at \a first.
+const char* parseCommonReal(const char* at, const char* first, const char* end, float& value);
+const char* parseCommonReal(const char* at, const char* first, const char* end, double& value);
 
-/// The value of "0.123456" and the like.
+/// The value of "0.123456" and similar.
 template <typename Real>
 bool readSixDecimals(const char* at, Real& value) {
     std::uint32_t millionths = 0;
@@ -59,10 +58,10 @@ bool readSixDecimals(const char* at, Real& value) {
     return true;
 }
 
-/// A line of nothing but numbers of six decimals with single blanks between them: most lattices are
-/// written so. What it sets before it fails is what stands there all the same.
+/// A line consisting only of numbers with six decimals, separated by single blanks, as in most
+/// lattice files. Values set before it fails are correct all the same.
 template <typename... Reals>
-bool takeSixDecimalsEach(std::string_view line, Reals&... values) {
+bool parseSixDecimalsEach(std::string_view line, Reals&... values) {
     constexpr std::size_t width = 9;
     if (line.size() != width * sizeof...(values) - 1) {
         return false;
@@ -76,53 +75,53 @@ bool takeSixDecimalsEach(std::string_view line, Reals&... values) {
     return (next(values) && ...);
 }
 
-/// Every number that formatted input knows.
-const char* takeAny(const char* at, const char* end, float& value);
-const char* takeAny(const char* at, const char* end, double& value);
-const char* takeAny(const char* at, const char* end, int& value);
-const char* takeAny(const char* at, const char* end, long& value);
+/// Any number that formatted input accepts.
+const char* parseAnyNumber(const char* at, const char* end, float& value);
+const char* parseAnyNumber(const char* at, const char* end, double& value);
+const char* parseAnyNumber(const char* at, const char* end, int& value);
+const char* parseAnyNumber(const char* at, const char* end, long& value);
 
 template <typename Real, std::enable_if_t<std::is_floating_point_v<Real>, int> = 0>
-const char* take(const char* at, const char* first, const char* end, Real& value) {
-    const char* const behind = takeCommon(at, first, end, value);
-    return behind != nullptr ? behind : takeAny(at, end, value);
+const char* parse(const char* at, const char* first, const char* end, Real& value) {
+    const char* const after = parseCommonReal(at, first, end, value);
+    return after != nullptr ? after : parseAnyNumber(at, end, value);
 }
 
-/// An integer needs no blank behind it.
+/// An integer may be followed by anything.
 template <typename Integer, std::enable_if_t<std::is_integral_v<Integer>, int> = 0>
-const char* take(const char* at, const char* /*first*/, const char* end, Integer& value) {
+const char* parse(const char* at, const char* /*first*/, const char* end, Integer& value) {
     bool negative = false;
     const char* const digits = skipSign(skipBlanks(at, end), end, negative);
     const char* const last = end - digits > 9 ? digits + 9 : end; // nine digits fit any integer
-    const char* behind = digits;
+    const char* after = digits;
     Integer magnitude = 0;
-    for (; isDigit(behind, last); ++behind) {
-        magnitude = magnitude * 10 + (*behind - '0');
+    for (; isDigit(after, last); ++after) {
+        magnitude = magnitude * 10 + (*after - '0');
     }
-    if (behind == digits) {
+    if (after == digits) {
         return nullptr;
     }
-    if (isDigit(behind, end)) {
-        return takeAny(at, end, value);
+    if (isDigit(after, end)) {
+        return parseAnyNumber(at, end, value);
     }
     value = negative ? -magnitude : magnitude;
-    return behind;
+    return after;
 }
 
-inline const char* take(const char* at, const char* /*first*/, const char* end, Literal expected) {
+inline const char* parse(const char* at, const char* /*first*/, const char* end, Literal expected) {
     return at != end && *at == expected.character ? at + 1 : nullptr;
 }
 
 } // namespace detail
 
-/// Reads numbers off the front of \a line, each after optional white space, exactly as formatted
+/// Reads numbers from the front of \a line, each after optional white space, exactly as formatted
 /// input in the C locale reads "%d", "%ld", "%f" and "%lf" for int, long, float and double: signs,
-/// exponents, hexadecimal floats, inf and nan, out-of-range values, a NUL as the end.
-/// Returns how many were converted; variables past the first failure keep their values.
+/// exponents, hexadecimal floats, inf and nan, out-of-range values, a NUL as the end. Returns how
+/// many were converted; variables from the first failure on keep their values.
 template <typename... Values>
 int scan(std::string_view line, Values&&... values) {
     if constexpr ((std::is_floating_point_v<std::decay_t<Values>> && ...)) {
-        if (detail::takeSixDecimalsEach(line, values...)) {
+        if (detail::parseSixDecimalsEach(line, values...)) {
             return sizeof...(values);
         }
     }
@@ -131,7 +130,7 @@ int scan(std::string_view line, Values&&... values) {
     const char* at = first;
     int converted = 0;
     const auto next = [&](auto& value) {
-        at = detail::take(at, first, end, value);
+        at = detail::parse(at, first, end, value);
         converted += at != nullptr && !std::is_same_v<std::decay_t<decltype(value)>, Literal>;
         return at != nullptr;
     };
@@ -139,8 +138,8 @@ int scan(std::string_view line, Values&&... values) {
     return converted;
 }
 
-/// The same for a line of exactly as many words as there are real values. 0, with nothing changed,
-/// for a line of fewer words or more.
+/// The same for a line with exactly as many words as there are values. Returns 0, with nothing
+/// changed, for a line with fewer words or more.
 template <typename... Reals>
 int scanWords(std::string_view line, Reals&... values) {
     constexpr int wanted = sizeof...(values);
@@ -149,7 +148,7 @@ int scanWords(std::string_view line, Reals&... values) {
     const char* at = first;
     std::tuple<Reals...> found;
     const auto next = [&](auto& value) {
-        at = detail::takeCommon(at, first, end, value);
+        at = detail::parseCommonReal(at, first, end, value);
         return at != nullptr;
     };
     if (std::apply([&](auto&... value) { return (next(value) && ...); }, found) && at == end) {

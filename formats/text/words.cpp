@@ -8,14 +8,13 @@ namespace tintwell {
 
 namespace {
 
-/// The toolkit drops a byte order mark that comes first: within a file it is a character like
-/// others.
+/// Qt drops a leading byte order mark, but within a file it is an ordinary character.
 QString toQString(std::string_view text) {
     const QByteArray bytes = QByteArray(" ").append(text.data(), static_cast<int>(text.size()));
     return QString::fromUtf8(bytes.constData(), bytes.size()).mid(1);
 }
 
-/// The length of the white space character at the front of \a text; 0 if another stands there.
+/// The length of the white space character at the front of \a text; 0 if there is none.
 std::size_t blankLength(std::string_view text) {
     if (!isBeyondAscii(text.front())) {
         return isBlank(text.front()) ? 1 : 0;
@@ -34,10 +33,10 @@ std::size_t blankLength(std::string_view text) {
     return 0;
 }
 
-/// The length of the white space character at the end of \a text; 0 if another stands there.
+/// The length of the white space character at the end of \a text; 0 if there is none.
 std::size_t lastBlankLength(std::string_view text) {
     std::size_t start = text.size() - 1;
-    while (start > 0 && (text[start] & 0xC0) == 0x80) { // within a character
+    while (start > 0 && (text[start] & 0xC0) == 0x80) { // inside a character
         --start;
     }
     const std::string_view last = text.substr(start);
@@ -57,7 +56,7 @@ std::string_view detail::trimmedOfAnyBlanks(std::string_view text) {
     return text;
 }
 
-std::string without(std::string_view line, std::string_view word) {
+std::string removeAll(std::string_view line, std::string_view word) {
     std::string rest;
     for (std::size_t at = line.find(word); at != std::string_view::npos; at = line.find(word)) {
         rest += line.substr(0, at);
@@ -99,11 +98,11 @@ std::size_t wordCount(std::string_view line) {
         }
         return count;
     }
-    bool behindBlank = true;
+    bool afterBlank = true;
     for (const char c : line) {
         const bool blank = isBlank(c);
-        count += behindBlank && !blank ? 1 : 0;
-        behindBlank = blank;
+        count += afterBlank && !blank ? 1 : 0;
+        afterBlank = blank;
     }
     return count;
 }

@@ -6,12 +6,12 @@
 
 namespace tintwell {
 
-/// White space as both the toolkit and formatted input see it below 0x80.
+/// White space below 0x80, which Qt and formatted input define alike.
 constexpr bool isBlank(char c) {
     return c == ' ' || (c >= '\t' && c <= '\r');
 }
 
-/// Whether a byte belongs to a character beyond ASCII.
+/// Whether a byte is part of a non-ASCII character.
 constexpr bool isBeyondAscii(char c) {
     return (c & 0x80) != 0;
 }
@@ -41,22 +41,22 @@ constexpr bool startsWith(std::string_view line, std::string_view start) {
     return line.substr(0, start.size()) == start;
 }
 
-constexpr bool holds(std::string_view line, std::string_view word) {
+constexpr bool contains(std::string_view line, std::string_view word) {
     return line.find(word) != std::string_view::npos;
 }
 
-/// \a line without any occurrence of \a word.
-std::string without(std::string_view line, std::string_view word);
+/// \a line with every occurrence of \a word removed.
+std::string removeAll(std::string_view line, std::string_view word);
 
 /// \a line without any white space.
 std::string withoutBlanks(std::string_view line);
 
-/// Takes the words of a line one by one; runs of (Unicode) white space part them.
+/// Splits a line into words at runs of (Unicode) white space.
 class WordReader {
 public:
     explicit WordReader(std::string_view line) : m_rest(line) {}
 
-    /// The next word; empty behind the last.
+    /// The next word; empty after the last.
     std::string_view next();
 
 private:
@@ -65,11 +65,11 @@ private:
 
 std::size_t wordCount(std::string_view line);
 
-/// The toolkit's conversion to an integer: surrounding white space and a plus sign are fine, "17.0"
-/// is not. 0 for what is no number.
+/// Qt's conversion to an integer: surrounding white space and a plus sign are allowed, "17.0" is
+/// not. 0 for anything else.
 int toInt(std::string_view text);
 
-/// The toolkit's conversion to a real number; 0 for what is none.
+/// Qt's conversion to a real number; 0 for anything else.
 float toFloat(std::string_view text);
 double toDouble(std::string_view text);
 

@@ -12,15 +12,15 @@ namespace tintwell {
 
 namespace {
 
-/// Goes through the markup of a document as the XML reader will. The two can disagree only where
-/// the document is malformed, and there the XML reader stops.
+/// Walks through the markup of a document as the XML reader will. The two can disagree only if the
+/// document is malformed, and there the XML reader stops.
 class MarkupWalk {
 public:
     explicit MarkupWalk(QString& document) : m_document(document) {}
 
-    /// Blanks the declarations of document types: the reader compares declared attributes with each
-    /// other and visits them at every tag, and what entities stand for could swell without end.
-    /// Returns the place of the first tag that would burden the reader; the end if there is none.
+    /// Blanks document type declarations: the reader compares declared attributes with each other
+    /// and visits them at every tag, and entities could expand without limit. Returns the position
+    /// of the first tag that is too costly for the reader; the end if there is none.
     int findBurden() {
         int at = 0;
         while ((at = m_document.indexOf(QLatin1Char('<'), at)) >= 0) {
@@ -53,7 +53,7 @@ private:
         return found < 0 ? m_document.size() : found + wanted.size();
     }
 
-    /// The place after what stands at \a at: a quoted text, a comment, a processing instruction or
+    /// The position after the unit at \a at: a quoted text, a comment, a processing instruction or
     /// a single character.
     int afterUnit(int at) const {
         if (begins("\"", at)) {
@@ -68,7 +68,8 @@ private:
         return begins("<?", at) ? after("?>", at + 2) : at + 1;
     }
 
-    /// The place of the first of these characters from \a at on that stands in none of those.
+    /// The position of the first of the \a wanted characters from \a at on that is outside such
+    /// units.
     int find(const char* wanted, int at) const {
         const QLatin1String characters(wanted);
         while (at < m_document.size() && !characters.contains(m_document.at(at))) {
@@ -77,7 +78,7 @@ private:
         return at;
     }
 
-    /// Line feeds stay, so that lines keep their numbers.
+    /// Line feeds are kept, so that line numbers do not change.
     int blankDeclarations(int documentType) {
         const int open = find("[>", documentType + 2);
         if (!begins("[", open)) {
@@ -93,8 +94,8 @@ private:
     }
 
     int readTag(int start) {
-        // The XML reader remembers every open element, compares each attribute of a tag with all
-        // others, and seeks every prefix among all name spaces.
+        // The XML reader keeps a stack of open elements, compares each attribute of a tag with all
+        // others, and searches all name spaces for every prefix.
         constexpr std::size_t mostElements = 256;
         constexpr int mostAttributes = 64;
         constexpr int mostNamespaces = 64;
@@ -122,7 +123,7 @@ private:
     }
 
     QString& m_document;
-    std::vector<int> m_namespaces; ///< how many are in scope, for each open element
+    std::vector<int> m_namespaces; ///< number in scope, for each open element
     bool m_isOverburdened = false;
 };
 

@@ -5,18 +5,17 @@
 
 namespace tintwell {
 
-/// The text of an XML document, made such that the toolkit's XML reader takes neither long over it
-/// nor much memory.
+/// The text of an XML document, prepared so that Qt's XML reader needs little time and memory.
 struct XmlDocument {
-    /// Without the declarations of its document type.
+    /// The text without its document type declarations.
     QString text;
-    /// Whether the text ends before a tag that would burden the reader: one of more than 64
-    /// attributes, the 257th element open, or one that makes it more than 64 name spaces in scope.
+    /// Whether the text was cut before a tag that is too costly to read: one with more than 64
+    /// attributes, the 257th open element, or one that brings more than 64 name spaces into scope.
     bool isCut = false;
 };
 
-/// Decodes a document as the toolkit's XML reader would: by its byte order mark or the encoding it
-/// declares. Empty for an encoding that nobody knows.
+/// Decodes a document as Qt's XML reader would: by its byte order mark or its declared encoding.
+/// Empty if the encoding is unknown.
 XmlDocument readableXml(const QByteArray& content);
 
 } // namespace tintwell

@@ -1,13 +1,9 @@
-# Completion of tintwell-cli for bash.
+# Completion of tintwell-cli for bash. Made by scripts/generate.
 
 _tintwell_cli() {
-    local current=${COMP_WORDS[COMP_CWORD]} previous=${COMP_WORDS[COMP_CWORD - 1]}
-    local formats='cube texture unwrapped 3dl mga look discreet lut davlut csp cub itx spi1d spi3d
-        csv nvx1d nvx3d'
-    local orders='rgb bgr red-fastest blue-fastest rgb,red-fastest rgb,blue-fastest
-        bgr,red-fastest bgr,blue-fastest'
-    local output='--to --size --out-order --scale --force'
-    local words
+    local current=${COMP_WORDS[COMP_CWORD]} previous=${COMP_WORDS[COMP_CWORD - 1]} words=
+    local formats='cube texture unwrapped 3dl mga look discreet lut davlut csp cub itx spi1d spi3d csv nvx1d nvx3d'
+    local orders='rgb bgr red-fastest blue-fastest rgb,red-fastest rgb,blue-fastest bgr,red-fastest bgr,blue-fastest'
 
     COMPREPLY=()
     if [ "$COMP_CWORD" -eq 1 ]; then
@@ -34,14 +30,14 @@ _tintwell_cli() {
         mapfile -t COMPREPLY < <(compgen -f -- "$current")
         return
     fi
-    words='--help --verbose'
     case ${COMP_WORDS[1]} in
-    formats) words+=' --json' ;;
-    info) words+=' --from --json' ;;
-    convert) words+=" --from --in-order $output --output-directory --jobs" ;;
-    merge) words+=" --from $output" ;;
-    identity) words+=" $output" ;;
-    apply | picture) words+=' --from --in-order --force' ;;
+    formats) words='--help --verbose --json' ;;
+    info) words='--help --verbose --from --in-order --json' ;;
+    convert) words='--help --verbose --from --in-order --to --size --out-order --scale --force --output-directory --jobs' ;;
+    merge) words='--help --verbose --from --in-order --to --size --out-order --scale --force' ;;
+    identity) words='--help --verbose --to --size --out-order --scale --force' ;;
+    apply) words='--help --verbose --from --in-order --force' ;;
+    picture) words='--help --verbose --from --in-order --force' ;;
     esac
     mapfile -t COMPREPLY < <(compgen -W "$words" -- "$current")
 }

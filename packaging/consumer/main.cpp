@@ -1,5 +1,5 @@
-// Reads the .cube file given and looks up its middle: a program built against the installed
-// library.
+// Reads the given .cube file and looks up its middle. Shows that programs can be built against the
+// installed library.
 
 #include "calc/lutcalc.h"
 #include "formats/hex_float.h"

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "lut/truncate.h"
+
 #include <QString>
 #include <QTextStream>
 
@@ -12,10 +14,10 @@
 
 namespace tintwell {
 
-/// Room enough for any printed number.
+/// Enough space for any printed number.
 inline constexpr std::size_t MaxNumberText = 64;
 
-/// Whatever the quick ways below leave alone, as the toolkit's text stream itself prints it.
+/// Fallback for values that the fast paths do not cover: prints through QTextStream.
 char* printByToolkit(char* to, float value, QTextStream::RealNumberNotation notation);
 
 /// The numbers 00 to 99, two digits each.
@@ -34,10 +36,9 @@ inline void printSixDigits(char* to, std::uint32_t value) {
     std::memcpy(to + 4, &digitPairs[std::size_t{2} * (value % 100)], 2);
 }
 
-// Both print a float as the toolkit's text stream does at its default precision of 6: the exact
-// value correctly rounded, ties away from zero; negative zero without its sign, tiny negative
-// values with it. There must be room for MaxNumberText characters; the result is one past the last
-// one written.
+// Both print a float as QTextStream does at its default precision of 6: the exact value correctly
+// rounded, ties away from zero; negative zero without its sign, tiny negative values with it. There
+// must be space for MaxNumberText characters; the result points past the last one written.
 
 /// Six decimals: "0.007813".
 inline char* printFixed(char* to, float value) {
@@ -69,18 +70,11 @@ inline char* printFixed(char* to, float value) {
 /// Six significant digits, shortest form: "1e-05".
 char* printSmart(char* to, float value);
 
-/// Truncates toward zero. What no 64-bit integer holds (NaN included) gives the smallest one.
-std::int64_t truncated(float value);
-
-/// value x scale in single precision, truncated.
-inline std::int64_t scaledInteger(float value, std::int64_t scale) {
-    return truncated(value * static_cast<float>(scale));
-}
-
-/// How a sink prints real numbers: fixed in three columns of eight, or in its own notation.
+/// How a sink prints real numbers: with six decimals in three columns of eight, or in its own
+/// notation.
 ///
-/// A sink has `fixedColumn(float)`, `real(float)`, `integer(int64)` and `text(separator)`; below
-/// stands the layout of a table entry, once for every sink.
+/// A sink has `fixedColumn(float)`, `real(float)`, `integer(int64)` and `text(separator)`; the
+/// layout of a table entry is defined below, once for every sink.
 template <typename Sink, typename Separator>
 void emitValue(Sink& sink, float value, std::int64_t scale, const Separator& sep) {
     if (scale < 2) {
@@ -91,7 +85,7 @@ void emitValue(Sink& sink, float value, std::int64_t scale, const Separator& sep
     sink.text(sep);
 }
 
-/// Three values in the order that \a rgb tells, a separator after each.
+/// Three values in the order given by \a rgb, with a separator after each.
 template <typename Sink, typename Separator>
 void emitCell1D(Sink& sink, const float* cell, bool rgb, std::int64_t scale, const Separator& sep) {
     emitValue(sink, cell[rgb ? 0 : 2], scale, sep);
@@ -99,7 +93,7 @@ void emitCell1D(Sink& sink, const float* cell, bool rgb, std::int64_t scale, con
     emitValue(sink, cell[rgb ? 2 : 0], scale, sep);
 }
 
-/// Real numbers stand in columns with separators between them; integers as in a 1D entry.
+/// Real numbers are in columns with separators between them, integers laid out as in a 1D entry.
 template <typename Sink, typename Separator>
 void emitCell3D(Sink& sink, const float* cell, bool rgb, std::int64_t scale, const Separator& sep) {
     if (scale >= 2) {
@@ -113,7 +107,7 @@ void emitCell3D(Sink& sink, const float* cell, bool rgb, std::int64_t scale, con
     sink.fixedColumn(cell[rgb ? 2 : 0]);
 }
 
-/// Prints to a text stream, in whatever state its owner left it.
+/// Prints to a text stream, using whatever state its owner has set.
 struct StreamSink {
     QTextStream& out;
 

@@ -1,10 +1,9 @@
-#include "lut/emit.h"
+#include "formats/text/emit.h"
 
 #include <QByteArray>
 #include <QLocale>
 
 #include <algorithm>
-#include <limits>
 
 namespace tintwell {
 
@@ -65,14 +64,6 @@ char* printSmart(char* to, float value) {
         rest /= 10;
     }
     return to + decimals + 1;
-}
-
-std::int64_t truncated(float value) {
-    constexpr float tooLarge = 9223372036854775808.0F;
-    if (!(value >= -tooLarge && value < tooLarge)) {
-        return std::numeric_limits<std::int64_t>::min();
-    }
-    return static_cast<std::int64_t>(value);
 }
 
 void StreamSink::fixedColumn(float value) {

@@ -1,4 +1,4 @@
-#include "lut/text_file.h"
+#include "formats/text/text_file.h"
 
 #include <filesystem>
 #include <system_error>
@@ -8,7 +8,7 @@ namespace tintwell {
 
 namespace {
 
-/// A pipe that nobody reads would hold the program up.
+/// Opening a pipe that has no reader would block.
 bool isPipe(const QString& path) {
     std::error_code ignored;
     return std::filesystem::is_fifo(QFile::encodeName(path).toStdString(), ignored);
@@ -16,19 +16,9 @@ bool isPipe(const QString& path) {
 
 } // namespace
 
-TextFile TextFile::forLattice(const QString& path, const Read_LUTFile& lut, QString& error) {
-    return TextFile(path, error, lut.size3D > 0 && !lut.hasTable3D());
-}
-
-TextFile TextFile::forCurve(const QString& path, const Read_LUTFile& lut, QString& error) {
-    return TextFile(path, error, lut.size1D > 0 && !lut.hasTable1D());
-}
-
-TextFile::TextFile(const QString& path, QString& error, bool tableIsMissing)
+TextFile::TextFile(const QString& path, QString& error)
     : m_file(path), m_error(error), m_block(new char[BlockSize]) {
-    if (tableIsMissing) {
-        m_error = QStringLiteral("the table was not read");
-    } else if (isPipe(path)) {
+    if (isPipe(path)) {
         m_error = QStringLiteral("is a pipe, expected a file");
     } else if (!m_file.open(QIODevice::WriteOnly | QIODevice::Text | QIODevice::Unbuffered)) {
         m_error = m_file.errorString();
@@ -51,7 +41,7 @@ void TextFile::flush() {
     const auto used = static_cast<qint64>(std::exchange(m_used, 0));
     qint64 written = 0;
     while (isOpen() && m_error.isEmpty() && written < used) {
-        // A write may take what there is room for, and fail the next time only.
+        // A write may succeed in part and fail only at the next call.
         const qint64 count = m_file.write(m_block.get() + written, used - written);
         if (count <= 0) {
             m_error = m_file.errorString();

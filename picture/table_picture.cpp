@@ -1,6 +1,6 @@
-#include "cli/lut_picture.h"
+#include "picture/table_picture.h"
 
-#include "calc/lutcalc.h"
+#include "calc/measure.h"
 #include "lut/read_lutfile.h"
 
 #include <QFont>
@@ -20,8 +20,8 @@ constexpr QSize CanvasSize(1280, 776);
 constexpr QRect TitleBox(40, 28, 1200, 32);
 constexpr QRect SubtitleBox(40, 60, 1200, 20);
 constexpr QRect Body(40, 104, 1200, 632);
-constexpr int SlicesWidth = 756;  ///< of the body, with a lattice to show
-constexpr int GreyAxisLeft = 840; ///< of the canvas, beside a lattice
+constexpr int SlicesWidth = 756;  ///< of the body, if there is a lattice
+constexpr int GreyAxisLeft = 840; ///< of the canvas, next to a lattice
 constexpr int CaptionHeight = 28; ///< above a panel
 constexpr int TickWidth = 36;     ///< of the labels to the left of a plot
 constexpr int TickHeight = 26;    ///< of the labels under a plot
@@ -36,54 +36,14 @@ constexpr QRgb Diagonal = 0xFF5A5E64;
 constexpr QRgb TitleColour = 0xFFECECEC;
 constexpr QRgb CaptionColour = 0xFFC4C6C9;
 constexpr QRgb LabelColour = 0xFF96999E;
-/// Where curves lie on each other their colours add up, all three to white.
+/// Where curves overlap their colours add up; all three give white.
 constexpr std::array<QRgb, 3> CurveColours = {0xFFFF5A50, 0xFF50D070, 0xFF5096FF};
 
-using Colour = std::array<float, 3>;
+using tintwell::Channels;
+using tintwell::GreyAxis;
+using tintwell::Range;
 
-/// A range of numbers along a side of the plot.
-struct Range {
-    double from;
-    double to;
-
-    double width() const { return to - from; }
-    double at(double fraction) const { return from + fraction * width(); }
-    double fractionOf(double value) const { return (value - from) / width(); }
-};
-
-/// The response of a table along its grey axis, at equal steps over the input domain.
-struct GreyAxis {
-    Range inputs;
-    std::vector<Colour> outputs;
-
-    double input(std::size_t n) const {
-        return inputs.at(static_cast<double>(n) / static_cast<double>(outputs.size() - 1));
-    }
-};
-
-Range inputDomain(const Read_LUTFile& lut) {
-    const float* const min = lut.size3D > 0 ? lut.domainMin3D : lut.domainMin1D;
-    const float* const max = lut.size3D > 0 ? lut.domainMax3D : lut.domainMax1D;
-    const Range domain = {*std::min_element(min, min + 3), *std::max_element(max, max + 3)};
-    return std::isfinite(domain.width()) && domain.width() > 0 ? domain : Range{0, 1};
-}
-
-GreyAxis greyAxis(Read_LUTFile& lut, int steps) {
-    LutCalc calc;
-    GreyAxis axis = {inputDomain(lut), std::vector<Colour>(static_cast<std::size_t>(steps))};
-    for (std::size_t n = 0; n < axis.outputs.size(); ++n) {
-        const auto value = static_cast<float>(axis.input(n));
-        const float grey[] = {value, value, value};
-        if (lut.size3D > 0) {
-            calc.Lut3D_Tetrahedral(grey, axis.outputs[n].data(), lut);
-        } else {
-            calc.Lut1D_liner(grey, axis.outputs[n].data(), lut);
-        }
-    }
-    return axis;
-}
-
-/// The distance of grid lines that leaves a handful of them.
+/// The grid spacing that gives a handful of lines.
 double tickStep(const Range& range) {
     double step = 0.25;
     while (range.width() / step > 6) {
@@ -92,10 +52,10 @@ double tickStep(const Range& range) {
     return step;
 }
 
-/// 0..1, and as far beyond as the curves go.
+/// 0..1, extended as far as the curves go.
 Range outputRange(const GreyAxis& axis) {
     Range range = {0, 1};
-    for (const Colour& colour : axis.outputs) {
+    for (const Channels& colour : axis.outputs) {
         for (const float value : colour) {
             if (std::isfinite(value)) {
                 range.from = std::min<double>(range.from, value);
@@ -115,7 +75,7 @@ QRgb toRgb(const float* colour) {
     return qRgb(toCode(colour[0]), toCode(colour[1]), toCode(colour[2]));
 }
 
-/// One plane of the lattice, a pixel a point.
+/// One plane of the lattice, one pixel per point.
 QImage slice(const Read_LUTFile& lut, int blue) {
     QImage image(lut.size3D, lut.size3D, QImage::Format_RGB32);
     for (int green = 0; green < lut.size3D; ++green) {
@@ -126,7 +86,7 @@ QImage slice(const Read_LUTFile& lut, int blue) {
     return image;
 }
 
-/// How slices share an area.
+/// How slices are laid out in an area.
 struct Tiling {
     int columns;
     int rows;
@@ -140,7 +100,7 @@ Tiling tilingOf(const QRect& area, int side) {
             (area.height() + SliceGap) / (side + SliceLabelHeight + SliceGap), side};
 }
 
-/// The largest slices that leave room for all of them; of a large lattice as many as there is room.
+/// The largest slices that leave room for all of them; for a large lattice, as many as fit.
 Tiling bestTiling(const QRect& area, int size) {
     for (int side = area.height() / size * size; side > size; side -= size) {
         const Tiling tiling = tilingOf(area, side);
@@ -151,7 +111,7 @@ Tiling bestTiling(const QRect& area, int size) {
     return tilingOf(area, size);
 }
 
-/// Draws on a canvas in the picture's own hand.
+/// Draws on a canvas in the style of the picture.
 class Sheet {
 public:
     explicit Sheet(QImage& canvas) : m_painter(&canvas) {
@@ -189,7 +149,7 @@ public:
         }
     }
 
-    void drawGreyAxis(const QRect& panel, Read_LUTFile& lut) {
+    void drawGreyAxis(const QRect& panel, const Read_LUTFile& lut) {
         caption(panel, QStringLiteral("Grey axis: red, green and blue out over grey in"));
         const int left = panel.left() + TickWidth;
         const QRect after(left, panel.bottom() + 1 - RampHeight, panel.width() - TickWidth,
@@ -197,7 +157,7 @@ public:
         const QRect before = after.translated(0, -RampHeight);
         const QRect plot(left, panel.top() + CaptionHeight, after.width(),
                          before.top() - TickHeight - panel.top() - CaptionHeight);
-        const GreyAxis axis = greyAxis(lut, plot.width());
+        const GreyAxis axis = tintwell::greyAxis(lut, plot.width());
         drawCurves(plot, axis);
         drawRamps(before, after, axis);
     }
@@ -293,12 +253,12 @@ private:
 
 } // namespace
 
-QImage cli::drawLut(Read_LUTFile& lut, const QString& title, const QString& subtitle) {
+QImage tintwell::drawTable(const Read_LUTFile& lut, const QString& title, const QString& subtitle) {
     QImage canvas(CanvasSize, QImage::Format_RGB32);
     Sheet sheet(canvas);
     sheet.drawTitle(title, subtitle);
     QRect greyAxisPanel = Body;
-    if (lut.size3D > 0) {
+    if (lut.hasTable3D()) {
         sheet.drawSlices({Body.topLeft(), QSize(SlicesWidth, Body.height())}, lut);
         greyAxisPanel.setLeft(GreyAxisLeft);
     }

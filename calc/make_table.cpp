@@ -1,0 +1,127 @@
+#include "calc/make_table.h"
+
+#include "calc/lattice_axis.h"
+#include "calc/look_up.h"
+#include "calc/lutcalc.h"
+#include "lut/lattice.h"
+#include "lut/read_lutfile.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace tintwell {
+
+namespace {
+
+/// Fills the points at lattice index x of each axis from entry x of that channel's curve.
+void expand(const Read_LUTFile& curves, Read_LUTFile& lattice) {
+    const float* const* const entry = curves.data1D;
+    visitLattice(lattice.size3D, [&](int i, int j, int k) {
+        fillCell(lattice.data3D[i][j][k], true, entry[i][0], entry[j][1], entry[k][2]);
+        return true;
+    });
+}
+
+bool makeCurves(const Read_LUTFile& from, Read_LUTFile& lut, int size) {
+    if (!makeZeros(lut, TableKind::OneD, size)) {
+        return false;
+    }
+    if (from.hasTable1D()) {
+        LutCalc().Lut1D_Out(from, lut);
+    } else {
+        LutCalc().Lut3D_to_Lut1D(from, lut);
+    }
+    return true;
+}
+
+bool makeLattice(const Read_LUTFile& from, Read_LUTFile& lut, int size) {
+    if (!makeZeros(lut, TableKind::ThreeD, size)) {
+        return false;
+    }
+    if (from.hasTable3D()) {
+        LutCalc().Lut3D_Out(from, lut);
+        return true;
+    }
+    Read_LUTFile curves(nullptr);
+    if (!makeCurves(from, curves, size)) {
+        return lut.fail(curves.lastError);
+    }
+    expand(curves, lut);
+    return true;
+}
+
+void lookUpBoth(const Read_LUTFile& first, const Read_LUTFile& second, const float* in,
+                float* out) {
+    float between[3];
+    lookUp(first, in, between);
+    lookUp(second, between, out);
+}
+
+void composeLattice(const Read_LUTFile& first, const Read_LUTFile& second, Read_LUTFile& lut) {
+    if (first.hasTable3D() && second.hasTable3D()) {
+        LutCalc().Lut3D_Merge(first, second, lut);
+        return;
+    }
+    const int n = lut.size3D;
+    visitLattice(n, [&](int i, int j, int k) {
+        const float point[] = {unitPosition(i, n), unitPosition(j, n), unitPosition(k, n)};
+        lookUpBoth(first, second, point, lut.data3D[i][j][k]);
+        return true;
+    });
+}
+
+void composeCurves(const Read_LUTFile& first, const Read_LUTFile& second, Read_LUTFile& lut) {
+    for (int n = 0; n < lut.size1D; ++n) {
+        const float t = unitPosition(n, lut.size1D);
+        const float grey[] = {t, t, t};
+        lookUpBoth(first, second, grey, lut.data1D[n]);
+    }
+}
+
+} // namespace
+
+bool makeZeros(Read_LUTFile& lut, TableKind kind, int size) {
+    if (kind == TableKind::ThreeD) {
+        lut.setSize3D(size);
+        return lut.allocate3D();
+    }
+    lut.setSize1D(size);
+    return lut.allocate1D();
+}
+
+bool makeIdentity(Read_LUTFile& lut, TableKind kind, int size) {
+    if (!makeZeros(lut, kind, size)) {
+        return false;
+    }
+    if (kind == TableKind::ThreeD) {
+        LutCalc().Lut3D_OnebyOne(lut);
+    } else {
+        LutCalc().Lut1D_OnebyOne(lut);
+    }
+    return true;
+}
+
+bool reshape(const Read_LUTFile& from, Read_LUTFile& lut, TableKind kind, int size) {
+    return kind == TableKind::ThreeD ? makeLattice(from, lut, size) : makeCurves(from, lut, size);
+}
+
+bool compose(const Read_LUTFile& first, const Read_LUTFile& second, Read_LUTFile& lut,
+             TableKind kind, int size) {
+    if (!makeZeros(lut, kind, size)) {
+        return false;
+    }
+    if (kind == TableKind::ThreeD) {
+        composeLattice(first, second, lut);
+    } else {
+        composeCurves(first, second, lut);
+    }
+    return true;
+}
+
+void undoLatticeOrder(Read_LUTFile& lut) {
+    for (int n = 0; !lut.tableOrder && lut.hasTable1D() && n < lut.size1D; ++n) {
+        std::swap(lut.data1D[n][0], lut.data1D[n][2]);
+    }
+}
+
+} // namespace tintwell

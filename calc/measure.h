@@ -1,0 +1,61 @@
+#pragma once
+
+#include "lut/read_lutfile.h"
+#include "lut/table_kind.h"
+
+#include <array>
+#include <cstdint>
+#include <vector>
+
+namespace tintwell {
+
+/// One number per channel: R, G, B.
+using Channels = std::array<float, 3>;
+
+/// Statistics of a table's samples.
+struct Statistics {
+    Channels min;                    ///< infinity for a channel without a finite number
+    Channels max;                    ///< minus infinity for such a channel
+    float maxDeviation = 0;          ///< from the identity, of any channel
+    std::int64_t nonFiniteCount = 0; ///< NaN and infinities, which are left out of the rest
+
+    /// Whether every finite sample is within 0.00001 of the identity.
+    bool isClose() const { return maxDeviation <= 1e-5F; }
+    bool isIdentity() const { return isClose() && nonFiniteCount == 0; }
+};
+
+/// For the table of a kind, which must exist and be in R, G, B order.
+Statistics statisticsOf(const Read_LUTFile& lut, TableKind kind);
+
+/// The largest number of the 1D table, infinity included; 0 if all are below.
+float largestSample1D(const Read_LUTFile& lut);
+
+/// Whether the three curves of the 1D table are equal.
+bool hasEqualCurves(const Read_LUTFile& lut);
+
+/// An interval of real numbers.
+struct Range {
+    double from = 0;
+    double to = 1;
+
+    double width() const { return to - from; }
+    double at(double fraction) const { return from + fraction * width(); }
+    double fractionOf(double value) const { return (value - from) / width(); }
+};
+
+/// The response of a table to grey, in equal steps over its input domain.
+struct GreyAxis {
+    Range inputs;
+    std::vector<Channels> outputs;
+
+    double input(std::size_t step) const {
+        return inputs.at(static_cast<double>(step) / static_cast<double>(outputs.size() - 1));
+    }
+};
+
+/// For the table the container holds, the lattice if there are two, in two steps or more. The
+/// inputs span the widest of the three channels' domains, or 0..1 if the domain has no finite
+/// width.
+GreyAxis greyAxis(const Read_LUTFile& lut, int steps);
+
+} // namespace tintwell

@@ -1,0 +1,77 @@
+// The definition of every command.
+
+#include "cli/command.h"
+#include "cli/input.h"
+#include "cli/output.h"
+
+#include <array>
+
+namespace cli {
+
+namespace {
+
+constexpr std::array common = {
+    Option{.name = "help", .value = nullptr, .help = "Show this help.", .letter = "h"},
+    Option{"verbose", nullptr, "Trace what readers do on standard error."}};
+
+constexpr std::array json = {Option{"json", nullptr, "Print JSON."}};
+
+constexpr std::array force = {forceOption};
+
+constexpr std::array batch = {
+    Option{"output-directory", "DIR",
+           "Write each input to DIR, under its own name with the extension of --to.",
+           Completion::Folders},
+    Option{"jobs", "N",
+           "Convert up to N files of a batch at a time; by default, one per processor."}};
+
+constexpr std::array commands = {
+    Command{.name = "formats",
+            .operands = "",
+            .summary = "List the formats",
+            .run = runFormats,
+            .options = {json}},
+    Command{.name = "info",
+            .operands = "FILE...",
+            .summary = "Show what tables hold",
+            .run = runInfo,
+            .options = {inputOptionList, json}},
+    Command{.name = "convert",
+            .operands = "IN OUT",
+            .summary = "Convert tables to another format, size or order",
+            .run = runConvert,
+            .options = {inputOptionList, outputOptionList, batch},
+            .batch = "--to FORMAT --output-directory DIR IN..."},
+    Command{.name = "merge",
+            .operands = "FIRST SECOND OUT",
+            .summary = "Combine two tables, applied one after the other, into one",
+            .run = runMerge,
+            .options = {inputOptionList, outputOptionList}},
+    Command{.name = "identity",
+            .operands = "OUT",
+            .summary = "Write an identity table",
+            .run = runIdentity,
+            .options = {outputOptionList}},
+    Command{.name = "apply",
+            .operands = "LUT IN-IMAGE OUT-IMAGE",
+            .summary = "Apply a table to an image",
+            .run = runApply,
+            .options = {inputOptionList, force}},
+    Command{.name = "picture",
+            .operands = "LUT OUT.png",
+            .summary = "Draw a picture of a table",
+            .run = runPicture,
+            .options = {inputOptionList, force},
+            .toolkit = Toolkit::Fonts}};
+
+} // namespace
+
+std::span<const Command> allCommands() {
+    return commands;
+}
+
+std::span<const Option> commonOptions() {
+    return common;
+}
+
+} // namespace cli

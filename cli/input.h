@@ -1,0 +1,52 @@
+#pragma once
+
+#include "cli/command.h"
+#include "cli/orders.h"
+#include "lut/catalogue.h"
+#include "lut/read_lutfile.h"
+
+#include <QString>
+
+#include <array>
+#include <optional>
+
+namespace cli {
+
+/// How tables are to be read, from the options shared by all commands that read them.
+struct Input {
+    const tintwell::Format* format = nullptr; ///< --from; null: found from extension and content
+    Orders orders;                            ///< --in-order
+};
+
+/// A table as read: cells hold R, G, B and lattices are [red][green][blue], provided that the
+/// orders are those of the file.
+struct Table {
+    QString path;
+    const tintwell::Format* format = nullptr;
+    Read_LUTFile lut{nullptr};
+};
+
+/// The options for input.
+inline constexpr std::array inputOptionList = {
+    Option{"from", "FORMAT",
+           "Format of the input, by short name or code (see tintwell-cli formats); by "
+           "default, found from the extension and content.",
+           Completion::Formats},
+    Option{"in-order", "ORDER",
+           "Orders of the input: rgb or bgr for the numbers of a sample, red-fastest or "
+           "blue-fastest for the lattice, or one of each, separated by a comma. By default, the "
+           "orders of the format.",
+           Completion::Orders}};
+
+/// None, with wrong usage reported, if an option's value is not valid.
+std::optional<Input> inputOptions(const CommandLine& line);
+
+/// The format of a file to read: from --from or from its extension and, if that leaves a choice,
+/// its content. Null, with the error reported, if these do not decide.
+const tintwell::Format* formatOfInput(const Input& input, const QString& path);
+
+/// Reads the tables of a file. False, with the error reported, if that fails or there is none. The
+/// reader's remarks are printed as notes.
+bool readTable(const Input& input, const QString& path, Table& table);
+
+} // namespace cli

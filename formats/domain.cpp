@@ -1,0 +1,16 @@
+#include "formats/domain.h"
+
+#include "formats/text/scan.h"
+
+bool tintwell::scanDomain(std::string_view text, float (&min)[3], float (&max)[3]) {
+    float from = 0;
+    float to = 0;
+    const int count = scan(text, from, to);
+    if (count > 0) {
+        setDomain(min, from);
+    }
+    if (count > 1) {
+        setDomain(max, to);
+    }
+    return count > 0;
+}

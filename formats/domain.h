@@ -1,0 +1,16 @@
+#pragma once
+
+#include <string_view>
+
+namespace tintwell {
+
+/// Sets one end of a domain, for all three channels.
+inline void setDomain(float (&end)[3], float value) {
+    end[0] = end[1] = end[2] = value;
+}
+
+/// Scans a range of two numbers, such as "0.0 1.0", into both ends of a domain. A single number
+/// sets only the minimum. False, with nothing changed, if there is no number.
+bool scanDomain(std::string_view text, float (&min)[3], float (&max)[3]);
+
+} // namespace tintwell

@@ -1,0 +1,32 @@
+#pragma once
+
+#include "formats/text/line_source.h"
+#include "lut/read_lutfile.h"
+
+#include <QString>
+
+#include <cstdint>
+
+// How readers report a file that they do not accept. Each sets the container's `lastError` and
+// returns false, which the reader returns in turn.
+
+namespace tintwell {
+
+/// The line read last is not as expected.
+bool failAtLine(Read_LUTFile& lut, const LineSource& lines, const QString& expected);
+
+/// There is no usable size: \a expected describes the line that states it.
+bool failUnsized(Read_LUTFile& lut, const char* expected);
+
+/// The file ended after \a found of \a expected samples.
+bool failShort(Read_LUTFile& lut, const LineSource& lines, std::int64_t found,
+               std::int64_t expected);
+
+/// Adds a remark if a file that is accepted ended early.
+void warnShort(Read_LUTFile& lut, std::int64_t found, std::int64_t expected);
+
+/// Turns the failure into a remark: the file is accepted as far as it was read. Does nothing after
+/// a read without one. Returns true.
+bool acceptWithRemark(Read_LUTFile& lut);
+
+} // namespace tintwell

@@ -1,0 +1,272 @@
+// Prints what is generated from the commands' definitions: "bash" or "zsh" for the completions,
+// "man" for the options of the manual page. Used by scripts/generate.
+
+#include "cli/command.h"
+#include "lut/catalogue.h"
+
+#include <QStringList>
+
+#include <algorithm>
+#include <cstdio>
+#include <vector>
+
+namespace {
+
+using cli::Command;
+using cli::Completion;
+using cli::Option;
+
+/// An option and all commands that have it.
+struct SharedOption {
+    const Option* option;
+    QStringList commands;
+};
+
+std::vector<const Option*> optionsOf(const Command& command) {
+    std::vector<const Option*> options;
+    for (const std::span<const Option>& group : command.options) {
+        for (const Option& option : group) {
+            options.push_back(&option);
+        }
+    }
+    return options;
+}
+
+std::vector<SharedOption> sharedOptions() {
+    std::vector<SharedOption> shared;
+    for (const Command& command : cli::allCommands()) {
+        for (const Option* const option : optionsOf(command)) {
+            const auto known = std::find_if(shared.begin(), shared.end(), [&](const auto& other) {
+                return qstrcmp(other.option->name, option->name) == 0;
+            });
+            SharedOption& entry =
+                known != shared.end() ? *known : shared.emplace_back(SharedOption{option, {}});
+            entry.commands += QLatin1String(command.name);
+        }
+    }
+    return shared;
+}
+
+QString formatNames() {
+    QStringList names;
+    for (const tintwell::Format& format : tintwell::catalogue) {
+        names += QLatin1String(format.name);
+    }
+    return names.join(QLatin1Char(' '));
+}
+
+constexpr const char* orderNames =
+    "rgb bgr red-fastest blue-fastest rgb,red-fastest rgb,blue-fastest bgr,red-fastest "
+    "bgr,blue-fastest";
+
+QString commandNames() {
+    QStringList names;
+    for (const Command& command : cli::allCommands()) {
+        names += QLatin1String(command.name);
+    }
+    return names.join(QLatin1Char(' '));
+}
+
+/// "--from | --to": the options whose values are of one kind.
+QString pattern(Completion completion) {
+    QStringList names;
+    for (const SharedOption& shared : sharedOptions()) {
+        if (shared.option->value != nullptr && shared.option->completion == completion) {
+            names += QLatin1String("--") + QLatin1String(shared.option->name);
+        }
+    }
+    return names.join(QStringLiteral(" | "));
+}
+
+QString bashCase(Completion completion, const char* words) {
+    return QStringLiteral("    %1)\n"
+                          "        mapfile -t COMPREPLY < <(compgen %2 -- \"$current\")\n"
+                          "        return\n"
+                          "        ;;\n")
+        .arg(pattern(completion), QLatin1String(words));
+}
+
+QString bashWords(const Command& command) {
+    QString words =
+        QStringLiteral("    %1) words='--help --verbose").arg(QLatin1String(command.name));
+    for (const Option* const option : optionsOf(command)) {
+        words += QLatin1String(" --") + QLatin1String(option->name);
+    }
+    return words + QStringLiteral("' ;;\n");
+}
+
+QString bashCompletion() {
+    QString text =
+        QStringLiteral(R"(# Completion of tintwell-cli for bash. Made by scripts/generate.
+
+_tintwell_cli() {
+    local current=${COMP_WORDS[COMP_CWORD]} previous=${COMP_WORDS[COMP_CWORD - 1]} words=
+    local formats='%1'
+    local orders='%2'
+
+    COMPREPLY=()
+    if [ "$COMP_CWORD" -eq 1 ]; then
+        words='%3 --help --version'
+        mapfile -t COMPREPLY < <(compgen -W "$words" -- "$current")
+        return
+    fi
+    case $previous in
+)")
+            .arg(formatNames(), QLatin1String(orderNames), commandNames());
+    text += bashCase(Completion::Formats, "-W \"$formats\"");
+    text += bashCase(Completion::Orders, "-W \"$orders\"");
+    text += bashCase(Completion::Folders, "-d");
+    text += QStringLiteral("    %1) return ;;\n").arg(pattern(Completion::Nothing));
+    text += QStringLiteral(R"(    esac
+    if [[ $current != -* ]]; then
+        mapfile -t COMPREPLY < <(compgen -f -- "$current")
+        return
+    fi
+    case ${COMP_WORDS[1]} in
+)");
+    for (const Command& command : cli::allCommands()) {
+        text += bashWords(command);
+    }
+    return text + QStringLiteral(R"(    esac
+    mapfile -t COMPREPLY < <(compgen -W "$words" -- "$current")
+}
+
+complete -o filenames -F _tintwell_cli tintwell-cli
+)");
+}
+
+/// The start of a help text, up to its first punctuation mark.
+QString brief(const char* help) {
+    const QString text = QString::fromUtf8(help);
+    const auto end = std::find_if(text.begin(), text.end(), [](QChar c) {
+        return c == QLatin1Char('.') || c == QLatin1Char(';') || c == QLatin1Char(':');
+    });
+    const QString first = text.left(static_cast<int>(end - text.begin()));
+    return first.left(1).toLower() + first.mid(1);
+}
+
+QString zshAction(Completion completion) {
+    switch (completion) {
+    case Completion::Formats:
+        return QStringLiteral("($formats)");
+    case Completion::Orders:
+        return QStringLiteral("($orders)");
+    case Completion::Folders:
+        return QStringLiteral("_files -/");
+    case Completion::Nothing:
+        break;
+    }
+    return {};
+}
+
+QString zshOption(const Option& option) {
+    QString spec = QStringLiteral("\"--%1[%2]").arg(QLatin1String(option.name), brief(option.help));
+    if (option.value != nullptr) {
+        spec += QStringLiteral(":%1:%2").arg(QString::fromLatin1(option.value).toLower(),
+                                             zshAction(option.completion));
+    }
+    return spec + QLatin1Char('"');
+}
+
+QString zshCommand(const Command& command) {
+    QString text =
+        QStringLiteral("    %1)\n        _arguments $common").arg(QLatin1String(command.name));
+    for (const Option* const option : optionsOf(command)) {
+        text += QStringLiteral(" \\\n            ") + zshOption(*option);
+    }
+    if (*command.operands != '\0') {
+        text += QStringLiteral(" \\\n            '*:file:_files'");
+    }
+    return text + QStringLiteral("\n        ;;\n");
+}
+
+QString zshCompletion() {
+    QString text = QStringLiteral(R"(#compdef tintwell-cli
+# Completion of tintwell-cli for zsh. Made by scripts/generate.
+
+_tintwell-cli() {
+    local -a commands common
+    local formats='%1'
+    local orders='%2'
+    commands=(
+)")
+                       .arg(formatNames(), QLatin1String(orderNames));
+    for (const Command& command : cli::allCommands()) {
+        text += QStringLiteral("        '%1:%2'\n")
+                    .arg(QLatin1String(command.name), brief(command.summary));
+    }
+    text += QStringLiteral(R"(    )
+    common=('(-h --help)'{-h,--help}'[show this help]' '--verbose[trace what readers do]')
+
+    if ((CURRENT == 2)); then
+        _describe command commands
+        _arguments '--help[show the help]' '--version[show the version]'
+        return
+    fi
+    local command=${words[2]}
+    shift words
+    ((CURRENT--))
+    case $command in
+)");
+    for (const Command& command : cli::allCommands()) {
+        text += zshCommand(command);
+    }
+    return text + QStringLiteral(R"(    esac
+}
+
+_tintwell-cli "$@"
+)");
+}
+
+/// "info, convert and merge"
+QString enumeration(QStringList names) {
+    const QString last = names.takeLast();
+    return names.isEmpty() ? last
+                           : names.join(QStringLiteral(", ")) + QStringLiteral(" and ") + last;
+}
+
+QString manEntry(const Option& option) {
+    const QString name =
+        QString::fromLatin1(option.name).replace(QLatin1Char('-'), QLatin1String("\\-"));
+    const QString entry =
+        option.value != nullptr
+            ? QStringLiteral(".BI \\-\\-%1 \" %2\"").arg(name, QLatin1String(option.value))
+        : option.letter != nullptr
+            ? QStringLiteral(".BR \\-%1 \", \" \\-\\-%2").arg(QLatin1String(option.letter), name)
+            : QStringLiteral(".B \\-\\-%1").arg(name);
+    const QString help =
+        QString::fromUtf8(option.help).replace(QLatin1Char('-'), QLatin1String("\\-"));
+    return QStringLiteral(".TP\n%1\n%2\n").arg(entry, help);
+}
+
+QString manOptions() {
+    QString text = QStringLiteral(".SS For every command\n");
+    for (const Option& option : cli::commonOptions()) {
+        text += manEntry(option);
+    }
+    std::vector<SharedOption> options = sharedOptions();
+    while (!options.empty()) {
+        const QStringList commands = options.front().commands;
+        text += QStringLiteral(".SS For %1\n").arg(enumeration(commands));
+        for (const SharedOption& shared : options) {
+            text += shared.commands == commands ? manEntry(*shared.option) : QString();
+        }
+        options.erase(
+            std::remove_if(options.begin(), options.end(),
+                           [&](const SharedOption& shared) { return shared.commands == commands; }),
+            options.end());
+    }
+    return text;
+}
+
+} // namespace
+
+int main(int argc, char* argv[]) {
+    const QString what = QString::fromLatin1(argc > 1 ? argv[1] : "");
+    const QString text = what == QLatin1String("bash")  ? bashCompletion()
+                         : what == QLatin1String("zsh") ? zshCompletion()
+                         : what == QLatin1String("man") ? manOptions()
+                                                        : QString();
+    const bool printed = std::fputs(qUtf8Printable(text), stdout) >= 0 && std::fflush(stdout) == 0;
+    return printed && !text.isEmpty() ? 0 : 1;
+}

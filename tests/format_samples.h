@@ -1,0 +1,54 @@
+#pragma once
+
+#include "lut/catalogue.h"
+
+#include <array>
+
+namespace samples {
+
+/// What the tests know about a format, stated independently of the catalogue. Channels are in R, G,
+/// B order everywhere.
+struct FormatSample {
+    tintwell::FormatCode code;
+    const char* file;              ///< in tests/data
+    bool readerIsBlueFastest;      ///< the reader's own order
+    bool writerIsBlueFastest = {}; ///< the writer's own order, if there is a writer
+};
+
+/// A sample file of every format.
+inline constexpr auto formatSamples = std::to_array<FormatSample>({
+    {tintwell::FormatCode::Cube, "sample.cube", false, false},
+    {tintwell::FormatCode::Texture, "texture.png", false},
+    {tintwell::FormatCode::UnwrappedCube, "unwrapped.png", false},
+    {tintwell::FormatCode::ThreeDl, "sample.3dl", true},
+    {tintwell::FormatCode::Mga, "sample.mga", true, true},
+    {tintwell::FormatCode::Look, "sample.look", false},
+    {tintwell::FormatCode::Discreet1D, "sample_discreet.lut", true, true},
+    {tintwell::FormatCode::Plain1D, "sample_plain.lut", true, true},
+    {tintwell::FormatCode::DavLut, "sample.davlut", true, true},
+    {tintwell::FormatCode::Csp, "sample.csp", false},
+    {tintwell::FormatCode::TruelightCube, "sample.cub", false},
+    {tintwell::FormatCode::Itx, "sample.itx", false, false},
+    {tintwell::FormatCode::Spi1D, "sample.spi1d", false, true},
+    {tintwell::FormatCode::Spi3D, "sample.spi3d", true, true},
+    {tintwell::FormatCode::Csv, "sample.csv", true, true},
+    {tintwell::FormatCode::Nvx1D, "sample.nvx1d", true, true},
+    {tintwell::FormatCode::Nvx3D, "sample.nvx3d", true, true},
+});
+
+constexpr bool hasSampleOfEveryFormat() {
+    for (std::size_t place = 0; place < tintwell::catalogue.size(); ++place) {
+        if (place >= formatSamples.size() ||
+            formatSamples[place].code != tintwell::catalogue[place].code) {
+            return false;
+        }
+    }
+    return formatSamples.size() == tintwell::catalogue.size();
+}
+static_assert(hasSampleOfEveryFormat(), "a format has no sample, or has it in another place");
+
+constexpr const FormatSample& sampleOf(int code) {
+    return formatSamples[static_cast<std::size_t>(code)];
+}
+
+} // namespace samples
