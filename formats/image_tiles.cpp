@@ -37,15 +37,18 @@ bool storeTiles(Read_LUTFile& lut, const QImage& image, int tilesPerRow) {
     setDomain(lut.domainMax3D, 255);
     const int n = lut.size3D;
     std::vector<const uchar*> tiles; // the first pixel of each
+    tiles.reserve(static_cast<std::size_t>(n));
     for (int i = 0; i < n; ++i) {
-        tiles.push_back(pixels.constScanLine(i / tilesPerRow * n) + 3 * (i % tilesPerRow * n));
+        const int column = i % tilesPerRow * n;
+        tiles.push_back(pixels.constScanLine(i / tilesPerRow * n) + std::ptrdiff_t{3} * column);
     }
+    const std::ptrdiff_t rowLength = pixels.bytesPerLine();
     // In the order of the cells in memory, because they take ten times the space of the pixels.
     visitLattice(n, [&](int a, int j, int c) {
         const int i = lut.tableOrder ? a : c;
         const int k = lut.tableOrder ? c : a;
         const uchar* const rgb =
-            tiles[static_cast<std::size_t>(i)] + j * pixels.bytesPerLine() + 3 * k;
+            tiles[static_cast<std::size_t>(i)] + j * rowLength + std::ptrdiff_t{3} * k;
         lut.White3D(i, j, k, rgb[0], rgb[1], rgb[2], lut.domainMin3D, lut.domainMax3D);
         return true;
     });
