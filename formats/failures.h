@@ -7,10 +7,12 @@
 
 #include <cstdint>
 
-// How readers report a file that they do not accept. Each sets the container's `lastError` and
-// returns false, which the reader returns in turn.
+// How readers report what is wrong with a file.
 
 namespace tintwell {
+
+// For a file that is not accepted. Each sets the container's `lastError` and returns false, which
+// the reader returns in turn.
 
 /// The line read last is not as expected.
 bool failAtLine(Read_LUTFile& lut, const LineSource& lines, const QString& expected);
@@ -22,7 +24,9 @@ bool failUnsized(Read_LUTFile& lut, const char* expected);
 bool failShort(Read_LUTFile& lut, const LineSource& lines, std::int64_t found,
                std::int64_t expected);
 
-/// Adds a remark if a file that is accepted ended early.
+// For a file that is accepted.
+
+/// Adds a remark if the file ended early.
 void warnShort(Read_LUTFile& lut, std::int64_t found, std::int64_t expected);
 
 /// Turns the failure into a remark: the file is accepted as far as it was read. Does nothing after
