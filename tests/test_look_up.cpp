@@ -1,0 +1,280 @@
+#include "calc/look_up.h"
+#include "calc/lutcalc.h"
+#include "samples.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <random>
+
+// Every computation on tables against the same in plain steps, each rounded to single precision.
+
+namespace {
+
+using Codes = std::array<unsigned long, 3>;
+
+/// By the reciprocal of the domain's width, times the last index.
+float positionOf(float value, float min, float max, int last) {
+    volatile float factor = max - min;
+    factor = 1 / factor;
+    factor = factor * float(last);
+    volatile float position = value - min;
+    position = position * factor;
+    return std::clamp(float(position), 0.0F, float(last));
+}
+
+float alongCurve(const Read_LUTFile& lut, int c, float value) {
+    const int last = lut.size1D - 1;
+    const float x = positionOf(value, lut.domainMin1D[c], lut.domainMax1D[c], last);
+    const float low = lut.data1D[int(x)][c];
+    volatile float rise = lut.data1D[std::min(int(x) + 1, last)][c] - low;
+    rise = rise * (x - std::floor(x));
+    return rise + low;
+}
+
+/// From the point below, along the axes in descending order of their fractions, of which \a one is
+/// a whole step. The order of equal fractions does not matter. An axis moves from a fraction of
+/// \a least on.
+template <typename Number, typename Value>
+std::array<Number, 3> bySorting(const Read_LUTFile& lut, std::array<std::size_t, 3> at,
+                                const std::array<Number, 3>& fraction, Number one, Number least,
+                                Value valueOf) {
+    const auto last = static_cast<std::size_t>(lut.size3D - 1);
+    std::array<std::size_t, 3> axes = {0, 1, 2};
+    std::sort(axes.begin(), axes.end(), [&](auto a, auto b) { return fraction[a] > fraction[b]; });
+    std::array<Number, 3> out = {0, 0, 0};
+    Number before = one;
+    for (std::size_t step = 0; step <= 3; ++step) {
+        const Number after = step < 3 ? fraction[axes[step]] : 0;
+        for (std::size_t c = 0; c < 3; ++c) {
+            volatile Number term = valueOf(lut.data3D[at[0]][at[1]][at[2]][c]) * (before - after);
+            out[c] += term;
+        }
+        if (step < 3 && after >= least) {
+            at[axes[step]] = std::min(at[axes[step]] + 1, last);
+        }
+        before = after;
+    }
+    return out;
+}
+
+QVector<float> inLattice(const Read_LUTFile& lut, const QVector<float>& in) {
+    std::array<std::size_t, 3> at{};
+    std::array<float, 3> fraction{};
+    for (int a = 0; a < 3; ++a) {
+        const float x = positionOf(in[a], lut.domainMin3D[a], lut.domainMax3D[a], lut.size3D - 1);
+        at[std::size_t(a)] = std::size_t(x);
+        fraction[std::size_t(a)] = x - std::floor(x);
+    }
+    const auto out = bySorting(lut, at, fraction, 1.0F, 0.0F, [](float value) { return value; });
+    return samples::cell(out.data());
+}
+
+Codes inLatticeOfCodes(const Read_LUTFile& lut, const Codes& in) {
+    const auto last = static_cast<std::size_t>(lut.size3D - 1);
+    const std::size_t step = 255 / last;
+    const auto at = [&](std::size_t code) { return std::min(code / step, last); };
+    const Codes sum =
+        bySorting(lut, {at(in[0]), at(in[1]), at(in[2])},
+                  {in[0] % step, in[1] % step, in[2] % step}, step, std::size_t{2},
+                  [](float value) { return static_cast<std::size_t>(std::int64_t(value * 255)); });
+    return {sum[0] / step, sum[1] / step, sum[2] / step};
+}
+
+Codes lookedUp(const Read_LUTFile& lut, const Codes& in) {
+    Codes out = {9999, 9999, 9999};
+    LutCalc().Lut3D_Tetrahedral_Int(in.data(), out.data(), lut);
+    return out;
+}
+
+void fillRandom(Read_LUTFile& lut, int size, unsigned seed) {
+    samples::fillRandom(lut, size, seed, -0.5F, 1.5F);
+    std::mt19937 random(seed);
+    std::uniform_real_distribution<float> real(-0.5F, 1.5F);
+    samples::fill1D(lut, size, [&](int) {
+        return QVector<float>{real(random), real(random), real(random)};
+    });
+}
+
+void setDomains(Read_LUTFile& lut, const QVector<float>& minima, const QVector<float>& maxima) {
+    for (int c = 0; c < 3; ++c) {
+        lut.domainMin3D[c] = lut.domainMin1D[c] = minima[c];
+        lut.domainMax3D[c] = lut.domainMax1D[c] = maxima[c];
+    }
+}
+
+QVector<float> throughLattice(const Read_LUTFile& lut, const QVector<float>& in) {
+    float out[3];
+    LutCalc().Lut3D_Tetrahedral(in.constData(), out, lut);
+    return samples::cell(out);
+}
+
+QVector<float> throughCurves(const Read_LUTFile& lut, const QVector<float>& in) {
+    float out[3];
+    LutCalc().Lut1D_liner(in.constData(), out, lut);
+    return samples::cell(out);
+}
+
+float unit(int n, int size) {
+    return size > 1 ? float(n) / float(size - 1) : 0;
+}
+
+} // namespace
+
+class TestLookUp : public QObject {
+    Q_OBJECT
+
+    LutCalc m_calc;
+
+private Q_SLOTS:
+    void agreesToTheBit() {
+        std::mt19937 random(3);
+        std::uniform_real_distribution<float> real(-0.7F, 2.3F);
+        for (const int size : {2, 34}) {
+            Read_LUTFile lut(nullptr);
+            fillRandom(lut, size, 1);
+            setDomains(lut, {-0.1F, 0, 0.5F}, {1.1F, 2, 1.75F});
+            for (int n = 0; n < 5'000; ++n) {
+                const QVector<float> in = {real(random), real(random), real(random)};
+                QCOMPARE(throughLattice(lut, in), inLattice(lut, in));
+                QCOMPARE(throughCurves(lut, in)[n % 3], alongCurve(lut, n % 3, in[n % 3]));
+            }
+            std::fill_n(lut.domainMin3D, 3, 0.0F); // where equal values have equal fractions
+            std::fill_n(lut.domainMax3D, 3, 1.0F);
+            const float values[] = {0.21F, 0.53F, 0.88F};
+            for (int n = 0; n < 27; ++n) {
+                const QVector<float> in = {values[n / 9], values[n / 3 % 3], values[n % 3]};
+                QCOMPARE(throughLattice(lut, in), inLattice(lut, in));
+            }
+        }
+    }
+
+    void edges() {
+        Read_LUTFile lut(nullptr);
+        fillRandom(lut, 5, 4);
+        setDomains(lut, {-1, 0, 0.5F}, {1, 2, 0.5F});
+        const auto expect = [&](const QVector<float>& in, const std::array<int, 3>& at) {
+            QCOMPARE(throughLattice(lut, in), samples::cell(lut.data3D[at[0]][at[1]][at[2]]));
+            for (int c = 0; c < 3; ++c) {
+                QCOMPARE(throughCurves(lut, in)[c], lut.data1D[at[std::size_t(c)]][c]);
+            }
+        };
+        expect({0, 1.5F, 0}, {2, 3, 0});
+        expect({-INFINITY, INFINITY, 0.5F}, {0, 4, 0});
+        expect({NAN, NAN, NAN}, {0, 0, 0});
+        expect({7, -3, 0.51F}, {4, 0, 4}); // above a domain without width
+    }
+
+    /// New tables are look-ups point by point over 0..1, whatever the orders and domains say.
+    void wholeTables() {
+        for (const auto& [from, to] :
+             {std::pair{5, 17}, {17, 5}, {6, 6}, {33, 17}, {1, 4}, {3, 1}}) {
+            Read_LUTFile source(nullptr);
+            Read_LUTFile second(nullptr);
+            Read_LUTFile made(nullptr);
+            Read_LUTFile merged(nullptr);
+            Read_LUTFile grey(nullptr);
+            fillRandom(source, from, 5);
+            fillRandom(second, 4, 6);
+            setDomains(source, {-0.1F, 0, 0.5F}, {1.1F, 2, 1.75F});
+            setDomains(second, {0, -0.3F, 0}, {2, 1, 0.9F});
+            for (Read_LUTFile* const lut : {&made, &merged, &grey}) {
+                fillRandom(*lut, to, 7);
+                lut->dataOrder = lut->tableOrder = false;
+            }
+            m_calc.Lut3D_Out(source, made);
+            m_calc.Lut1D_Out(source, made);
+            m_calc.Lut3D_Merge(source, second, merged);
+            m_calc.Lut3D_to_Lut1D(source, grey);
+            for (int n = 0; n < to * to * to; ++n) {
+                const int at[] = {n / to / to, n / to % to, n % to};
+                const QVector<float> point = {unit(at[0], to), unit(at[1], to), unit(at[2], to)};
+                const QVector<float> between = throughLattice(source, point);
+                QCOMPARE(samples::cell(made.data3D[at[0]][at[1]][at[2]]), between);
+                QCOMPARE(samples::cell(merged.data3D[at[0]][at[1]][at[2]]),
+                         throughLattice(second, between));
+                const QVector<float> level(3, point[2]);
+                QCOMPARE(samples::cell(made.data1D[at[2]]), throughCurves(source, level));
+                QCOMPARE(samples::cell(grey.data1D[at[2]]), throughLattice(source, level));
+            }
+            QCOMPARE(made.domainMax3D[0], 1.0F);
+            m_calc.Lut3D_OnebyOne(made);
+            m_calc.Lut1D_OnebyOne(made);
+            QCOMPARE(samples::cell(made.data3D[to - 1][to / 3][0]),
+                     QVector<float>({unit(to - 1, to), unit(to / 3, to), 0}));
+            QCOMPARE(samples::cell(made.data1D[to / 3]), QVector<float>(3, unit(to / 3, to)));
+        }
+    }
+
+    void expansionUsesTheEntryBelow() {
+        Read_LUTFile curve(nullptr);
+        Read_LUTFile lut(nullptr);
+        samples::fill1D(curve, 1024, [](int i) {
+            return QVector<float>({float(i), float(i) + 0.25F, float(i) + 0.5F});
+        });
+        samples::empty3D(lut, 33);
+        m_calc.Lut1D_to_Lut3D(curve.data1D, 1024, lut);
+        QCOMPARE(samples::cell(lut.data3D[1][2][3]), QVector<float>({31, 63.25F, 95.5F}));
+        QCOMPARE(samples::cell(lut.data3D[32][0][31]), QVector<float>({1023, 0.25F, 991.5F}));
+        m_calc.Lut1D_to_Lut3D(curve.data1D, 0, lut); // no entries
+        QCOMPARE(lut.data3D[1][2][3][0], 31.0F);
+        m_calc.Lut1D_to_Lut3D(curve.data1D, 1, lut);
+        QCOMPARE(samples::cell(lut.data3D[32][32][32]), QVector<float>({0, 0.25F, 0.5F}));
+    }
+
+    /// Nor is a size alone, as after a probe, a table.
+    void missingTables() {
+        Read_LUTFile none(nullptr);
+        Read_LUTFile lut(nullptr);
+        none.size3D = none.size1D = 3;
+        fillRandom(lut, 3, 8);
+        const float before[] = {lut.data3D[0][0][0][0], lut.data1D[0][0]};
+        for (Read_LUTFile* const to : {&lut, &none}) {
+            m_calc.Lut3D_Out(none, *to);
+            m_calc.Lut1D_Out(none, *to);
+            m_calc.Lut3D_Merge(none, lut, *to);
+            m_calc.Lut3D_Merge(lut, none, *to);
+            m_calc.Lut3D_to_Lut1D(none, *to);
+        }
+        m_calc.Lut3D_Out(lut, none);
+        m_calc.Lut1D_Out(lut, none);
+        m_calc.Lut3D_Merge(lut, lut, none);
+        m_calc.Lut3D_to_Lut1D(lut, none);
+        m_calc.Lut1D_to_Lut3D(lut.data1D, 3, none);
+        m_calc.Lut3D_OnebyOne(none);
+        m_calc.Lut1D_OnebyOne(none);
+        float out[] = {9, 9, 9};
+        tintwell::lookUp(none, before, out);
+        QCOMPARE(samples::cell(out), QVector<float>(3, 9));
+        QCOMPARE(lookedUp(none, {1, 2, 3}), (Codes{9999, 9999, 9999}));
+        QCOMPARE(lut.data3D[0][0][0][0], before[0]);
+        QCOMPARE(lut.data1D[0][0], before[1]);
+    }
+
+    void codesAgreeWithSortedRemainders() {
+        std::mt19937 random(7);
+        for (const int size : {2, 3, 4, 16, 17, 33, 65, 90}) {
+            Read_LUTFile lut(nullptr);
+            samples::fillRandom(lut, size, 8, -0.5F, 1.5F); // negative sums wrap
+            const unsigned long step = 255UL / static_cast<unsigned long>(size - 1);
+            for (int n = 0; n < 5'000; ++n) {
+                Codes in = {random() % 300, random() % 256, random() % 256};
+                if (n % 3 == 0) { // force ties of the remainders
+                    unsigned long& other = in[n % 2 == 0 ? 1 : 2];
+                    other = in[0] % step + other / step * step;
+                }
+                QCOMPARE(lookedUp(lut, in), inLatticeOfCodes(lut, in));
+            }
+        }
+        Read_LUTFile point(nullptr);
+        samples::fillRandom(point, 1, 9);
+        QCOMPARE(lookedUp(point, {1, 2, 3}), (Codes{9999, 9999, 9999}));
+        Read_LUTFile finest(nullptr);
+        samples::empty3D(finest, 256);
+        m_calc.Lut3D_OnebyOne(finest);
+        QCOMPARE(lookedUp(finest, {255, 90, 0}), (Codes{255, 90, 0}));
+    }
+};
+
+QTEST_GUILESS_MAIN(TestLookUp)
+#include "test_look_up.moc"
