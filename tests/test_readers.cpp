@@ -203,6 +203,10 @@ private Q_SLOTS:
         expect("fails, 300", {longShaper + '\n' + eightCodes});
 
         Read_LUTFile lut(nullptr);
+        lut.domainMin3D[0] = 0.5F; // of an earlier read
+        QVERIFY(m_format->read(lut, "Mesh 1 10\n", true));
+        QCOMPARE(lut.domainMin3D[0], 0.0F);
+        lut.setSize3D(0);
         QVERIFY(m_format->read(lut, "0 256 x 1024\ngamma 2.5\n0 512\n", true));
         QCOMPARE(lut.size3D, 4);
         QCOMPARE(lut.gamma, 2.5);
@@ -290,6 +294,10 @@ private Q_SLOTS:
         expect("fails, 0", {"channel 1 d\n" + header + eightCodes, "out 9\nvalues\n" + eightCodes,
                             "index 8\n" + header + eightCodes, "output 9\n" + header + eightCodes});
         expect("fails, 257", {"in 16974593\nvalues\n" + eightCodes});
+        Read_LUTFile lut(nullptr);
+        lut.domainMin3D[0] = 0.5F; // of an earlier read
+        QVERIFY(m_format->read(lut, "in 8\nout 9\n", true));
+        QCOMPARE(lut.domainMin3D[0], 0.0F);
     }
 
     void discreet() {
