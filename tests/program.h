@@ -15,26 +15,32 @@ struct Outcome {
     QString errors;
 };
 
-/// A process in which \a inChild is called before the program starts.
-class PreparedProcess : public QProcess {
+/// The command-line program in a folder, which relative paths begin at.
+class Program : public QProcess {
 public:
-    std::function<void()> inChild = [] {};
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    std::function<void()> inChild = [] {}; ///< called before the program starts
+
+    explicit Program(const Folder& folder) {
+        setWorkingDirectory(folder.path(QString()));
+        environment.remove(QStringLiteral("QT_LOGGING_RULES"));
+    }
+
+    /// \a line has the arguments, which must not contain blanks.
+    void begin(const QString& line) {
+        setProcessEnvironment(environment);
+        start(QStringLiteral(TINTWELL_CLI), line.split(QLatin1Char(' '), Qt::SkipEmptyParts));
+    }
+
+    Outcome run(const QString& line) {
+        begin(line);
+        const bool ended = waitForFinished(120'000) && exitStatus() == NormalExit;
+        return {ended ? exitCode() : -1, QString::fromUtf8(readAllStandardOutput()),
+                QString::fromUtf8(readAllStandardError())};
+    }
 
 protected:
     void setupChildProcess() override { inChild(); }
 };
-
-inline Outcome finish(PreparedProcess& process, const QStringList& arguments) {
-    process.start(QStringLiteral(TINTWELL_CLI), arguments);
-    const bool ended =
-        process.waitForFinished(120'000) && process.exitStatus() == QProcess::NormalExit;
-    return {ended ? process.exitCode() : -1, QString::fromUtf8(process.readAllStandardOutput()),
-            QString::fromUtf8(process.readAllStandardError())};
-}
-
-inline Outcome run(const QStringList& arguments) {
-    PreparedProcess process;
-    return finish(process, arguments);
-}
 
 } // namespace samples
