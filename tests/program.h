@@ -43,4 +43,10 @@ protected:
     void setupChildProcess() override { inChild(); }
 };
 
+/// Reads into R, G, B cells, as the file means them.
+inline void read(const QString& path, int code, Read_LUTFile& lut) {
+    const bool lattice = Read_LUTFile::formatIs3D(code);
+    QVERIFY(lut.ReadFile(lattice ? request(path, code) : request(path, code, true, true), false));
+}
+
 } // namespace samples
