@@ -23,23 +23,21 @@
 namespace {
 
 struct Fault {
-    char call[16] = "";
-    char path[256] = "";
-    long after = 0;
-    int error = 0;
-    int signal = 0;
-    int named = 0;
-
-    Fault() {
-        const char* const text = std::getenv("FAULT");
-        std::sscanf(text != nullptr ? text : "", "%15s %255s %ld %d %d %d", call, path, &after,
-                    &error, &signal, &named);
-    }
+    char call[16];
+    char path[256];
+    long after;
+    int error, signal, named;
 };
 
 const Fault& fault() {
-    static const Fault fault;
-    return fault;
+    static const Fault set = [] {
+        Fault read = {};
+        const char* const text = std::getenv("FAULT");
+        std::sscanf(text != nullptr ? text : "", "%15s %255s %ld %d %d %d", read.call, read.path,
+                    &read.after, &read.error, &read.signal, &read.named);
+        return read;
+    }();
+    return set;
 }
 
 std::string pathOf(int file) {
@@ -75,9 +73,7 @@ Function real(const char* name, Function /*same type*/) {
 template <typename Function, typename Data>
 ssize_t transfer(const char* name, Function same, int file, Data data, std::size_t size) {
     static std::atomic<long> left = fault().after;
-    const int before = errno;
     const std::string path = pathOf(file);
-    errno = before;
     if (!isMeant(name, path)) {
         return real(name, same)(file, data, size);
     }
@@ -88,17 +84,6 @@ ssize_t transfer(const char* name, Function same, int file, Data data, std::size
     const ssize_t count = real(name, same)(file, data, size < most ? size : most);
     left -= count;
     return count;
-}
-
-int openAs(const char* name, const char* path, int flags, va_list arguments) {
-    const bool unnamed = (flags & O_TMPFILE) == O_TMPFILE;
-    const bool creates = unnamed || (flags & O_CREAT) != 0;
-    const mode_t mode = creates ? va_arg(arguments, mode_t) : 0;
-    if (unnamed && fault().named == 1) {
-        errno = EOPNOTSUPP;
-        return -1;
-    }
-    return creates && fails("create", path) ? -1 : real(name, open)(path, flags, mode);
 }
 
 } // namespace
@@ -114,11 +99,9 @@ ssize_t write(int file, const void* data, std::size_t size) {
 }
 
 int close(int file) {
-    const bool failed = fails("close", pathOf(file));
-    const int reason = errno;
+    const std::string path = pathOf(file);
     const int closed = real("close", close)(file);
-    errno = failed ? reason : errno;
-    return failed ? -1 : closed;
+    return fails("close", path) ? -1 : closed;
 }
 
 int fsync(int file) {
@@ -136,18 +119,18 @@ int rename(const char* from, const char* to) {
 int open(const char* path, int flags, ...) {
     va_list arguments;
     va_start(arguments, flags);
-    const int file = openAs("open", path, flags, arguments);
+    const bool unnamed = (flags & O_TMPFILE) == O_TMPFILE;
+    const bool creates = unnamed || (flags & O_CREAT) != 0;
+    const mode_t mode = creates ? va_arg(arguments, mode_t) : 0;
     va_end(arguments);
-    return file;
+    if (unnamed && fault().named == 1) {
+        errno = EOPNOTSUPP;
+        return -1;
+    }
+    return creates && fails("create", path) ? -1 : real("open", open)(path, flags, mode);
 }
 
-int open64(const char* path, int flags, ...) {
-    va_list arguments;
-    va_start(arguments, flags);
-    const int file = openAs("open64", path, flags, arguments);
-    va_end(arguments);
-    return file;
-}
+int open64(const char* path, int flags, ...) __attribute__((alias("open")));
 
 int pthread_create(pthread_t* thread, const pthread_attr_t* attributes, void* (*run)(void*),
                    void* argument) {

@@ -5,8 +5,6 @@
 #include <QJsonArray>
 #include <QJsonDocument>
 
-#include <cmath>
-
 #include <sys/stat.h>
 
 // Runs the command-line program as its users do.
@@ -272,25 +270,6 @@ void check(const Run& row, const Outcome& outcome) {
     }
 }
 
-/// The largest difference between two tables of one kind; infinite if their sizes differ.
-float difference(const Read_LUTFile& a, const Read_LUTFile& b) {
-    if (a.size3D != b.size3D || (a.size3D <= 0 && a.size1D != b.size1D)) {
-        return INFINITY;
-    }
-    float largest = 0;
-    const int n = a.size3D;
-    for (int cell = 0; cell < (n > 0 ? n * n * n : a.size1D); ++cell) {
-        const float* const x =
-            n > 0 ? a.data3D[cell / n / n][cell / n % n][cell % n] : a.data1D[cell];
-        const float* const y =
-            n > 0 ? b.data3D[cell / n / n][cell / n % n][cell % n] : b.data1D[cell];
-        for (int c = 0; c < 3; ++c) {
-            largest = std::max(largest, std::fabs(x[c] - y[c]));
-        }
-    }
-    return largest;
-}
-
 } // namespace
 
 class TestCli : public QObject {
@@ -370,7 +349,7 @@ private Q_SLOTS:
             samples::read(m_folder.path(file), code, before);
             Read_LUTFile after(nullptr);
             samples::read(m_folder.path("between"), between, after);
-            QVERIFY2(difference(before, after) < 2e-6F, format.name);
+            QVERIFY2(samples::agree(before, after, 2e-6F), format.name);
             if (format.write == nullptr) {
                 continue;
             }
@@ -378,7 +357,7 @@ private Q_SLOTS:
             Read_LUTFile back(nullptr);
             samples::read(m_folder.path("back"), code, back);
             const bool codes = sample.code == tintwell::FormatCode::Csv; // rounded down
-            QVERIFY2(difference(before, back) < (codes ? 2e-5F : 4e-6F), format.name);
+            QVERIFY2(samples::agree(before, back, codes ? 2e-5F : 4e-6F), format.name);
         }
     }
 

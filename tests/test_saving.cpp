@@ -42,50 +42,24 @@ struct Program : samples::Program {
     }
 };
 
-struct Failure {
+constexpr struct {
     const char* line;
     Fault fault;
-    const char* message;
-};
-
-constexpr Failure failures[] = {
-    {"convert --force in.cube disk/big.cube",
-     {"write", ENOSPC, "/disk", 300'000},
-     "disk/big.cube: not written: No space left on device"},
-    {"apply --force in.cube in.png disk/o.png",
-     {"write", ENOSPC, "/disk", 3000},
-     "disk/o.png: not written: No space left on device"},
-    {"convert --force in.cube disk/big.cube",
-     {"fsync", EIO},
-     "disk/big.cube: not written: Input/output error"},
-    {"convert --force in.cube disk/big.cube",
-     {"close", EDQUOT},
-     "disk/big.cube: not written: Disk quota exceeded"},
-    {"convert --to spi3d in.cube -",
-     {"write", ENOSPC, "pipe:", 99'999},
-     "-: not written: No space left on device"},
-    {"convert --to spi3d in.cube -",
-     {"close", EDQUOT, "pipe:"},
-     "-: not written: Disk quota exceeded"},
-    {"info in.cube",
-     {"close", EDQUOT, "pipe:"},
-     "standard output: not written: Disk quota exceeded"},
-    {"convert --force in.cube disk/big.cube",
-     {"read", EIO, "in.cube", 300'000},
-     "in.cube: Input/output error"},
-    {"convert --force in.look disk/big.cube",
-     {"read", EIO, "in.look", 100},
-     "in.look: Input/output error"},
-    {"apply --force in.cube in.png disk/o.png", {"read", EIO, "in.png", 9000}, "in.png: "},
-    {"convert --force --from texture in.png disk/big.cube",
-     {"read", EIO, "in.png", 9000},
-     "in.png: "},
-    {"convert --force --from texture in.png disk/big.cube",
-     {"thread", EAGAIN, "/"},
-     "in.png: cannot start the thread that images need"},
-    {"apply --force in.cube in.png disk/o.png",
-     {"thread", EAGAIN, "/"},
-     "in.png: cannot start the thread that images need"},
+    const char* told;
+} failures[] = {
+    {"convert --force in.cube disk/o.cube", {"write", ENOSPC, "/disk", 300'000}, "disk/o.cube: "},
+    {"convert --force in.cube disk/o.cube", {"fsync", EIO}, "disk/o.cube: not written: Input"},
+    {"convert --force in.cube disk/o.cube", {"close", EDQUOT}, "disk/o.cube: not written: Disk"},
+    {"convert --to spi3d in.cube -", {"write", ENOSPC, "pipe:", 99'999}, "-: not written: No sp"},
+    {"convert --to spi3d in.cube -", {"close", EDQUOT, "pipe:"}, "-: not written: Disk quota ex"},
+    {"info in.cube", {"close", EDQUOT, "pipe:"}, "standard output: not written: Disk quota exc"},
+    {"convert --force in.cube disk/o.cube", {"read", EIO, "in.cube", 300'000}, "in.cube: Input/"},
+    {"convert --force in.look disk/o.cube", {"read", EIO, "in.look", 100}, "in.look: Input/outp"},
+    {"convert --from texture in.bmp disk/p.cube", {"read", EIO, "in.bmp", 9000}, "in.bmp: "},
+    {"apply in.cube in.bmp disk/o.bmp", {"read", EIO, "in.bmp", 9000}, "in.bmp: "},
+    {"apply in.cube in.bmp disk/o.bmp", {"write", ENOSPC, "/disk", 3000}, "disk/o.bmp: not writ"},
+    {"apply in.cube in.bmp disk/o.bmp", {"thread", EAGAIN, "/"}, "in.bmp: cannot start the thre"},
+    {"convert --from texture in.bmp disk/p.cube", {"thread", EAGAIN, "/"}, "in.bmp: cannot star"},
 };
 
 } // namespace
@@ -104,13 +78,13 @@ class TestSaving : public QObject {
             .entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot);
     }
 
-    bool isWhole(const QString& name = "disk/big.cube") const {
+    bool isWhole(const QString& name = "disk/o.cube") const {
         return m_folder.content(name) == m_folder.content("in.cube");
     }
 
     void expectOldFile() const {
-        QCOMPARE(m_folder.content("disk/big.cube"), QByteArray("old"));
-        QCOMPARE(entries(), QStringList("big.cube"));
+        QCOMPARE(m_folder.content("disk/o.cube"), QByteArray("old"));
+        QCOMPARE(entries(), QStringList("o.cube"));
     }
 
 private Q_SLOTS:
@@ -118,32 +92,26 @@ private Q_SLOTS:
         QCOMPARE(run("identity --size 33 in.cube").status, 0);
         m_folder.file("in.look", "<look><LUT><size>2</size><data>" + QByteArray(192, '0') +
                                      "</data></LUT></look>");
-        QImage noise(64, 64, QImage::Format_RGB32);
-        for (int n = 0; n < 64 * 64; ++n) {
-            noise.setPixel(n / 64, n % 64, QRgb(n * n) * 2654435761U);
-        }
-        QVERIFY(noise.save(m_folder.path("in.png")));
+        QImage image(64, 64, QImage::Format_RGB32); // 12 KB
+        image.fill(Qt::red);
+        QVERIFY(image.save(m_folder.path("in.bmp")));
+        QVERIFY(QFile::copy(m_folder.path("in.cube"), m_folder.path("in2.cube")));
     }
 
     void init() {
         QDir(m_folder.path("disk")).removeRecursively();
         QDir(m_folder.path("")).mkpath("disk");
-        m_folder.file("disk/big.cube", "old");
+        m_folder.file("disk/o.cube", "old");
     }
 
-    void faults_data() {
-        QTest::addColumn<int>("row");
-        for (int n = 0; n < int(std::size(failures)); ++n) {
-            QTest::addRow("%s: %s", failures[n].fault.call, failures[n].line) << n;
-        }
-    }
     void faults() {
-        QFETCH(int, row);
-        const Outcome outcome = run(failures[row].line, failures[row].fault);
-        QVERIFY2(outcome.errors.contains(QString("tintwell-cli: ") + failures[row].message),
-                 qPrintable(outcome.errors));
-        QCOMPARE(outcome.status, 1);
-        expectOldFile();
+        for (const auto& [line, fault, told] : failures) {
+            const Outcome outcome = run(line, fault);
+            QVERIFY2(outcome.errors.contains(QString("tintwell-cli: ") + told),
+                     qPrintable(line + (": " + outcome.errors)));
+            QCOMPARE(outcome.status, 1);
+            expectOldFile();
+        }
     }
 
     /// Fallbacks for what file systems and folders do not allow.
@@ -160,39 +128,34 @@ private Q_SLOTS:
                     {{"fchown", EPERM}, false, getuid() == 0 ? 0600U : 04640U}};
         for (const auto& row : rows) {
             init();
-            const QString file = m_folder.file("disk/big.cube", QByteArray(3'000'000, '#'));
+            const QString file = m_folder.file("disk/o.cube", QByteArray(3'000'000, '#'));
             struct stat before {};
             struct stat after {};
             QCOMPARE(chown(qPrintable(file), other, getuid() == 0 ? other : getgid()), 0);
             QCOMPARE(chmod(qPrintable(file), 04640), 0);
             QCOMPARE(stat(qPrintable(file), &before), 0);
             QVERIFY(QFile::link(file, m_folder.path("disk/link.cube")));
-            const Outcome outcome = run("convert --force in.cube disk/link.cube", row.fault);
-            QCOMPARE(outcome.errors, QString());
-            QCOMPARE(outcome.status, 0);
+            QCOMPARE(run("convert --force in.cube disk/link.cube", row.fault).errors, QString());
             QVERIFY(isWhole());
-            QCOMPARE(entries(), QStringList({"big.cube", "link.cube"}));
-            QVERIFY(QFileInfo(m_folder.path("disk/link.cube")).isSymLink());
+            QCOMPARE(entries(), QStringList({"link.cube", "o.cube"}));
             QCOMPARE(stat(qPrintable(file), &after), 0);
             QCOMPARE(after.st_ino == before.st_ino, row.inPlace);
             QCOMPARE(after.st_uid, row.mode == 0600 ? 0 : other);
-            QCOMPARE(after.st_mode & (row.inPlace ? 0777 : 07777),
-                     row.mode & (row.inPlace ? 0777 : 07777));
+            const mode_t compared = row.inPlace ? 0777 : 07777; // writing may clear the rest
+            QCOMPARE(after.st_mode & compared, row.mode & compared);
         }
     }
 
     void makesNewFiles() {
         for (const bool named : {false, true}) {
-            QFile::remove(m_folder.path("disk/new.cube"));
-            QCOMPARE(run("convert in.cube disk/new.cube", {.named = named}).status, 0);
-            QVERIFY(isWhole("disk/new.cube"));
-            QCOMPARE(QFile::permissions(m_folder.path("disk/new.cube")),
+            const QString file = named ? "disk/named.cube" : "disk/new.cube";
+            QCOMPARE(run("convert in.cube " + file, {.named = named}).status, 0);
+            QVERIFY(isWhole(file));
+            QCOMPARE(QFile::permissions(m_folder.path(file)),
                      QFile::permissions(m_folder.path("in.cube")));
-            QCOMPARE(run("convert in.cube disk/new.cube", {.named = named}).status, 1);
-            QCOMPARE(entries().size(), 2);
+            QCOMPARE(run("convert in.cube " + file, {.named = named}).status, 1);
         }
-        QCOMPARE(run("convert --force --size 2 disk/new.cube disk/new.cube").status, 0);
-        QVERIFY(m_folder.content("disk/new.cube").contains("LUT_3D_SIZE 2"));
+        QCOMPARE(entries().size(), 3);
     }
 
     void signalsLeaveNothing() {
@@ -200,14 +163,14 @@ private Q_SLOTS:
             Program program(
                 m_folder,
                 {.call = signal == SIGINT ? "rename" : "write", .signal = signal, .named = true});
-            QCOMPARE(program.run("convert --force in.cube disk/big.cube").status, -1);
+            QCOMPARE(program.run("convert --force in.cube disk/o.cube").status, -1);
             QCOMPARE(program.exitCode(), signal);
             expectOldFile();
         }
     }
 
     void clearsLeftOversOfDeadProcessesOnly() {
-        const QString line = "convert --force in.cube disk/big.cube";
+        const QString line = "convert --force in.cube disk/o.cube";
         m_folder.file("disk/.tintwell-settings", "mine");
         run(line, {.call = "rename", .signal = SIGKILL});
         QCOMPARE(entries().size(), 3);
@@ -218,7 +181,8 @@ private Q_SLOTS:
         QTRY_VERIFY(entries().contains(live));
         QCOMPARE(run("identity --size 2 disk/other.cube").status, 0);
         // The dead program's file is gone.
-        QCOMPARE(entries(), QStringList({".tintwell-settings", live, "big.cube", "other.cube"}));
+        QCOMPARE(entries().size(), 4);
+        QVERIFY(entries().contains(live) && entries().contains(".tintwell-settings"));
 
         QTRY_COMPARE(kill(pid_t(stopped.processId()), SIGCONT), 0);
         QVERIFY(stopped.waitForFinished());
@@ -227,28 +191,27 @@ private Q_SLOTS:
     }
 
     void smallDisks() {
-        const QString mount = "mount -t tmpfs -o size=8k tmpfs . && cd $PWD";
-        const char* const lines[][2] = {{"identity --force big.cube", "big.cube: not written: "},
+        const QString mount = "mount -t tmpfs -o size=8k tmpfs /mnt && cd /mnt";
+        const char* const lines[][2] = {{"identity --force o.cube", "o.cube: not written: "},
                                         {"identity --to cube --size 9 -", "-: not written: "},
                                         {"formats --json", "standard output: not written: "}};
-        const QString unshare = "unshare " + QString(getuid() == 0 ? "-m" : "-Urm");
-        const bool canMount =
-            QProcess::execute("sh", {"-c", unshare + " mount -t tmpfs tmpfs /mnt"}) == 0;
+        const QStringList unshare = {getuid() == 0 ? "-m" : "-Urm", "sh", "-c"};
         for (const QString& limit : {QString("trap '' XFSZ; ulimit -f 8"), mount}) {
-            if (limit == mount && !canMount) {
+            if (limit == mount && QProcess::execute("unshare", unshare + QStringList(mount)) != 0) {
                 QSKIP("no file system of a limited size can be mounted here");
             }
             for (const auto& [line, message] : lines) {
-                const QString script = limit + "; printf old >big.cube; " TINTWELL_CLI " " + line +
-                                       " >out; status=$?; cat big.cube; echo; ls -A; exit $status";
+                const QString script = limit + "; printf old >o.cube; " TINTWELL_CLI " " + line +
+                                       " >out; status=$?; cat o.cube; echo; ls -A; exit $status";
                 QProcess shell;
                 shell.setWorkingDirectory(m_folder.path("disk"));
-                shell.start("unshare", {getuid() == 0 ? "-m" : "-Urm", "sh", "-c", script});
+                shell.start(limit == mount ? "unshare" : "sh",
+                            (limit == mount ? unshare : QStringList("-c")) + QStringList(script));
                 QVERIFY(shell.waitForFinished());
                 const QString errors = shell.readAllStandardError();
                 QVERIFY2(errors.startsWith("tintwell-cli: " + QString(message)),
                          qPrintable(errors));
-                QCOMPARE(shell.readAllStandardOutput(), QByteArray("old\nbig.cube\nout\n"));
+                QCOMPARE(shell.readAllStandardOutput(), QByteArray("old\no.cube\nout\n"));
                 QCOMPARE(shell.exitCode(), 1);
             }
         }
@@ -291,7 +254,7 @@ private Q_SLOTS:
                 setrlimit(RLIMIT_AS, &little);
             };
             const Outcome outcome = program.run("convert --force --to spi3d --output-directory "
-                                                "disk/out --jobs 3 in.cube ./in.cube disk/in.cube");
+                                                "disk/out --jobs 2 in.cube in2.cube");
             const bool failed = outcome.status == 1 && outcome.errors.startsWith("tintwell-cli: ");
             QVERIFY2(failed || outcome.status == 0 || outcome.status == notLoaded,
                      qPrintable(outcome.errors));
