@@ -30,15 +30,12 @@ struct Fault {
 struct Program : samples::Program {
     explicit Program(const samples::Folder& folder, const Fault& fault = {})
         : samples::Program(folder) {
+        const QString sanitizer = environment.value("ASAN_OPTIONS") + ":verify_asan_link_order=0";
+        environment.insert("ASAN_OPTIONS", sanitizer);
         environment.insert("LD_PRELOAD", TINTWELL_FAULTS);
-        environment.insert("ASAN_OPTIONS",
-                           environment.value("ASAN_OPTIONS") + ":verify_asan_link_order=0");
-        environment.insert("FAULT", QString("%1 %2 %3 %4 %5 %6")
-                                        .arg(fault.call, fault.path)
-                                        .arg(fault.after)
-                                        .arg(fault.error)
-                                        .arg(fault.signal)
-                                        .arg(int(fault.named)));
+        environment.insert("FAULT", QString::asprintf("%s %s %d %d %d %d", fault.call, fault.path,
+                                                      fault.after, fault.error, fault.signal,
+                                                      int(fault.named)));
     }
 };
 
@@ -190,30 +187,28 @@ private Q_SLOTS:
         QVERIFY(isWhole());
     }
 
+    /// On a full disk, where no new file can be made either.
     void smallDisks() {
-        const QString mount = "mount -t tmpfs -o size=8k tmpfs /mnt && cd /mnt";
         const char* const lines[][2] = {{"identity --force o.cube", "o.cube: not written: "},
                                         {"identity --to cube --size 9 -", "-: not written: "},
                                         {"formats --json", "standard output: not written: "}};
-        const QStringList unshare = {getuid() == 0 ? "-m" : "-Urm", "sh", "-c"};
-        for (const QString& limit : {QString("trap '' XFSZ; ulimit -f 8"), mount}) {
-            if (limit == mount && QProcess::execute("unshare", unshare + QStringList(mount)) != 0) {
-                QSKIP("no file system of a limited size can be mounted here");
-            }
-            for (const auto& [line, message] : lines) {
-                const QString script = limit + "; printf old >o.cube; " TINTWELL_CLI " " + line +
-                                       " >out; status=$?; cat o.cube; echo; ls -A; exit $status";
-                QProcess shell;
-                shell.setWorkingDirectory(m_folder.path("disk"));
-                shell.start(limit == mount ? "unshare" : "sh",
-                            (limit == mount ? unshare : QStringList("-c")) + QStringList(script));
-                QVERIFY(shell.waitForFinished());
-                const QString errors = shell.readAllStandardError();
-                QVERIFY2(errors.startsWith("tintwell-cli: " + QString(message)),
-                         qPrintable(errors));
-                QCOMPARE(shell.readAllStandardOutput(), QByteArray("old\no.cube\nout\n"));
-                QCOMPARE(shell.exitCode(), 1);
-            }
+        const QStringList shell = {getuid() == 0 ? "-m" : "-Urm", "sh", "-c"};
+        const QString mount = "mount -t tmpfs -o size=8k tmpfs /mnt && cd /mnt";
+        if (QProcess::execute("unshare", shell + QStringList(mount)) != 0) {
+            QSKIP("no file system of a limited size can be mounted here");
+        }
+        for (const auto& [line, told] : lines) {
+            QProcess process;
+            process.setProcessEnvironment(
+                Program(m_folder, {"create", EACCES, "/mnt/"}).environment);
+            const QString script = "; printf old >o.cube; " TINTWELL_CLI " %1 >out; status=$?; "
+                                   "cat o.cube; echo; ls -A; exit $status";
+            process.start("unshare", shell + QStringList(mount + script.arg(line)));
+            QVERIFY(process.waitForFinished());
+            const QString errors = process.readAllStandardError();
+            QVERIFY2(errors.startsWith(QString("tintwell-cli: ") + told), qPrintable(errors));
+            QCOMPARE(process.readAllStandardOutput(), QByteArray("old\no.cube\nout\n"));
+            QCOMPARE(process.exitCode(), 1);
         }
     }
 
