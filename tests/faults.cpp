@@ -1,10 +1,11 @@
 // Preloaded into a program under test: makes calls on certain files fail. Set by the environment as
-// FAULT="CALL TEXT AFTER ERRNO SIGNAL NAMED":
-//   CALL    read, write, close, fsync, fchown, create, rename, or thread (to start one)
+// FAULT="CALL TEXT AFTER ERRNO SIGNAL":
+//   CALL    read, write, close, fsync, fchown, create, tmpfile (to create a file without a name),
+//           rename, or thread (to start one)
 //   TEXT    for files whose path contains TEXT
 //   AFTER   once this many bytes have been read or written
 //   ERRNO   of the failure, if SIGNAL is 0; else that signal is sent before the call, which
-//   succeeds NAMED   if it is 1, files without a name cannot be created either
+//   succeeds
 
 #include <atomic>
 #include <cerrno>
@@ -26,15 +27,15 @@ struct Fault {
     char call[16];
     char path[256];
     long after;
-    int error, signal, named;
+    int error, signal;
 };
 
 const Fault& fault() {
     static const Fault set = [] {
         Fault read = {};
         const char* const text = std::getenv("FAULT");
-        std::sscanf(text != nullptr ? text : "", "%15s %255s %ld %d %d %d", read.call, read.path,
-                    &read.after, &read.error, &read.signal, &read.named);
+        std::sscanf(text != nullptr ? text : "", "%15s %255s %ld %d %d", read.call, read.path,
+                    &read.after, &read.error, &read.signal);
         return read;
     }();
     return set;
@@ -123,11 +124,8 @@ int open(const char* path, int flags, ...) {
     const bool creates = unnamed || (flags & O_CREAT) != 0;
     const mode_t mode = creates ? va_arg(arguments, mode_t) : 0;
     va_end(arguments);
-    if (unnamed && fault().named == 1) {
-        errno = EOPNOTSUPP;
-        return -1;
-    }
-    return creates && fails("create", path) ? -1 : real("open", open)(path, flags, mode);
+    const bool failed = (unnamed && fails("tmpfile", path)) || (creates && fails("create", path));
+    return failed ? -1 : real("open", open)(path, flags, mode);
 }
 
 int open64(const char* path, int flags, ...) __attribute__((alias("open")));

@@ -46,10 +46,6 @@ class TestCliImages : public QObject {
 
     Outcome run(const QString& line) const { return Program(m_folder).run(line); }
 
-    void save(const QImage& image, const char* name) const {
-        QVERIFY(image.save(m_folder.path(name)));
-    }
-
     /// Pixels from all over the colour cube, no two neighbours alike.
     static QImage colours(QImage::Format format) {
         QImage image(61, 47, QImage::Format_RGBA64);
@@ -75,21 +71,19 @@ private Q_SLOTS:
     }
 
     void appliesTables() {
-        constexpr QImage::Format rows[][2] = {// an image and what tables with a hue make of it
-                                              {QImage::Format_RGB32, QImage::Format_RGB32},
-                                              {QImage::Format_ARGB32, QImage::Format_ARGB32},
-                                              {QImage::Format_RGBX64, QImage::Format_RGBX64},
-                                              {QImage::Format_RGBA64, QImage::Format_RGBA64},
-                                              {QImage::Format_Grayscale8, QImage::Format_RGB32},
-                                              {QImage::Format_Grayscale16, QImage::Format_RGBX64},
-                                              {QImage::Format_Indexed8, QImage::Format_ARGB32}};
+        using enum QImage::Format; // an image's, and what tables with a hue make of it
+        constexpr QImage::Format rows[][2] = {
+            {Format_RGB32, Format_RGB32},      {Format_ARGB32, Format_ARGB32},
+            {Format_RGBX64, Format_RGBX64},    {Format_RGBA64, Format_RGBA64},
+            {Format_Grayscale8, Format_RGB32}, {Format_Grayscale16, Format_RGBX64},
+            {Format_Indexed8, Format_ARGB32}};
         for (const QString table : {"0.cube", "15.nvx1d", "13.spi3d"}) {
             const int code = table.section('.', 0, 0).toInt();
             Read_LUTFile lut(nullptr);
             samples::read(m_folder.path(table), code, lut);
             for (const auto& [format, tinted] : rows) {
                 const QImage image = colours(format);
-                save(image, "in.png");
+                QVERIFY(image.save(m_folder.path("in.png")));
                 const Outcome outcome = run("apply --force " + table + " in.png in.png");
                 QCOMPARE(outcome.status, 0);
                 QCOMPARE(outcome.errors.contains("samples are clamped to the domain"), code == 0);
@@ -117,7 +111,7 @@ private Q_SLOTS:
 
     void notesWhatIsLost() {
         const auto notes = [this](QImage::Format format, const char* out) {
-            save(colours(format), "lost.png");
+            colours(format).save(m_folder.path("lost.png"));
             return run(QString("apply --force 13.spi3d lost.png ") + out).errors;
         };
         QCOMPARE(notes(QImage::Format_RGBA64, "lost.bmp"),
@@ -158,26 +152,21 @@ private Q_SLOTS:
     }
 
     void drawsSlices() {
-        const struct {
-            int size;
-            int side; ///< of a slice, in pixels
-            int columns;
-            int count;
-        } rows[] = {{1, 590, 1, 1}, {2, 374, 2, 2}, {17, 119, 6, 17}, {129, 129, 5, 20}};
+        // Points per axis; pixels of a slice; columns of slices; slices
+        const int rows[][4] = {{1, 590, 1, 1}, {2, 374, 2, 2}, {17, 119, 6, 17}, {129, 129, 5, 20}};
         for (const auto& [size, side, columns, count] : rows) {
             Read_LUTFile lut(nullptr);
             fill(lut, size);
             const QImage drawn = drawTable(lut, {}, {});
             const int last = std::max(size - 1, 1);
             for (int n = 0; n < count; ++n) {
-                const int blue = count > 1 ? n * (size - 1) / (count - 1) : 0;
+                const double blue = count > 1 ? n * (size - 1) / (count - 1) : 0;
                 const QPoint corner(40 + n % columns * (side + 8), 132 + n / columns * (side + 22));
                 for (int x = 0; x < side; ++x) {
                     const int y = x * 31 % side;
                     QCOMPARE(drawn.pixel(corner + QPoint(x, y)),
                              qRgb(toCode(double(x * size / side) / last),
-                                  toCode(double(y * size / side) / last),
-                                  toCode(double(blue) / last)));
+                                  toCode(double(y * size / side) / last), toCode(blue / last)));
                 }
             }
             QCOMPARE(drawn.pixel(875, 660), drawn.pixel(0, 0)); // to the left of the grey axis
@@ -191,10 +180,8 @@ private Q_SLOTS:
         samples::fill1D(lut, 2, [](int n) {
             return n == 0 ? QVector<float>{0.25F, 0, 1.75F} : QVector<float>{0.75F, 2, -0.5F};
         });
-        const float mins[] = {-1, -1, -0.5F};
-        const float maxs[] = {3, 2, 3};
-        std::copy_n(mins, 3, lut.domainMin1D);
-        std::copy_n(maxs, 3, lut.domainMax1D);
+        lut.domainMin1D[0] = lut.domainMin1D[1] = -1;
+        lut.domainMax1D[0] = lut.domainMax1D[2] = 3;
         const QImage drawn = drawTable(lut, {}, {});
         const QRgb paper = drawn.pixel(77, 133);
         const QRect plot(76, 132, 1164, 482); // -1 to 3 across, -0.5 to 2 upwards
