@@ -2,6 +2,7 @@
 #include "program.h"
 
 #include <QDir>
+#include <QImage>
 #include <QJsonArray>
 #include <QJsonDocument>
 
@@ -187,6 +188,23 @@ constexpr Run runs[] = {
      "lattice.itx: note: the 1D tables become a lattice of 9 points per axis"},
     {"info lattice.itx", 0, "", "\n  identity  yes\n"},
 
+    // Images
+    {"apply look.cube none.png o.png", 1, "none.png: No such file or directory"},
+    {"apply look.cube noise.png o.png", 1, "noise.png: is not an image of a known type"},
+    {"apply look.cube . o.png", 1, ".: is a folder, expected a file"},
+    {"apply short.cube good.png o.png", 1, "short.cube:7: the file ends"},
+    {"apply look.cube good.png no/o.png", 1, "no/o.png: not written: No such file"},
+    {"apply look.cube good.png good.png", 1, "good.png: exists already"},
+    {"apply look.cube good.png o.txt", 2, "o.txt: found the extension \"txt\", expected one of"},
+    {"apply look.cube good.png", 2, "found 2 operands, expected LUT IN-IMAGE OUT-IMAGE"},
+    {"apply look.cube --in-order gbr good.png o.png", 2, "found --in-order gbr, expected rgb"},
+    {"picture look.cube good.png", 1, "good.png: exists already"},
+    {"apply look.cube deep.png deep.bmp", 0,
+     "deep.bmp: note: stores only 8 of the 16 bits per channel|"
+     "deep.bmp: note: stores no alpha channel"},
+    {"apply look.cube good.png good.bmp", 0, ""},
+    {"apply look.cube deep.png same.png", 0, ""},
+
     // What tables hold
     {"info curve.nvx1d", 0, "", R"(curve.nvx1d
   format    nvx1d (.nvx1d norvane专用格式1D)
@@ -256,6 +274,10 @@ private Q_SLOTS:
         // 12 bytes before the end of the head that is looked at
         m_folder.file("long.cube", QByteArray("#\n").repeated((16'384 - 12) / 2) +
                                        "TITLE a\nTITLE b\nLUT_3D_SIZE 1\n0 0 0\n");
+        QImage image(2, 2, QImage::Format_RGBA64);
+        image.fill(Qt::transparent);
+        QVERIFY(image.save(m_folder.path("deep.png")));
+        QVERIFY(QFile::copy(TINTWELL_TEST_DATA "/texture.png", m_folder.path("good.png")));
         QCOMPARE(mkfifo(qPrintable(m_folder.path("pipe.cube")), 0600), 0);
         QVERIFY(QFile::link(m_folder.path("gone.cube"), m_folder.path("nowhere.cube")));
         QVERIFY(QFile::link(TINTWELL_TEST_DATA, m_folder.path("data")));

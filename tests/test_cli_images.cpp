@@ -109,18 +109,6 @@ private Q_SLOTS:
         }
     }
 
-    void notesWhatIsLost() {
-        const auto notes = [this](QImage::Format format, const char* out) {
-            colours(format).save(m_folder.path("lost.png"));
-            return run(QString("apply --force 13.spi3d lost.png ") + out).errors;
-        };
-        QCOMPARE(notes(QImage::Format_RGBA64, "lost.bmp"),
-                 QString("tintwell-cli: lost.bmp: note: stores only 8 of the 16 bits per channel\n"
-                         "tintwell-cli: lost.bmp: note: stores no alpha channel\n"));
-        QCOMPARE(notes(QImage::Format_RGB32, "lost.bmp"), QString());
-        QCOMPARE(notes(QImage::Format_RGBA64, "kept.png"), QString());
-    }
-
     void drawsWhatIsRead() {
         for (const int code : {0, 15}) {
             const QString file = code == 0 ? "0.cube" : "15.nvx1d";
