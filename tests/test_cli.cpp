@@ -105,7 +105,7 @@ constexpr Run runs[] = {
     {"identity --force pipe.cube", 1, "pipe.cube: is a pipe or socket, expected a file"},
     {"identity --force nowhere.cube", 1, "nowhere.cube: is a link that leads nowhere"},
     {"identity --to cube /dev/full", 1, "/dev/full: not written: No space left on device"},
-    {"identity --to cube --size 2 /dev/stdout", 0, "", "LUT_3D_SIZE 2\n0.000000 0.000000 0.000000"},
+    {"identity --to cube --size 2 /dev/stdout", 0, "", "LUT_3D_SIZE 2\n"},
 
     // Sizes and kinds
     {"identity o.cube --size many", 2, "found --size many, expected a whole number from 2 to 1048"},
@@ -118,10 +118,10 @@ constexpr Run runs[] = {
     {"identity --to nvx1d -", 0, "", "Length 1024\n0 0 0 \n"},
     {"identity --to 7 -", 0, "", "\n255\t1\t1\t1"},
     {"convert look.cube --to spi3d --size 3 -", 0, "", "\n1 1 1 0.500000 0.250000 0.125000\n"},
-    {"convert bend.nvx1d --to spi3d --size 2 -", 0, "bend.nvx1d: note: the 1D table becomes a ",
+    {"convert bend.nvx1d --to spi3d --size 2 -", 0,
+     "bend.nvx1d: note: the 1D table becomes a lattice of 2 points per axis",
      "0 1 1 0.000000 1.000000 0.750000\n1 0 0 0.500000 0.500000 0.250000\n"},
-    {"convert bend.nvx1d --to nvx3d -", 0,
-     "bend.nvx1d: note: the 1D table becomes a lattice of 33 points per axis", "Length 33\n"},
+    {"convert up.nvx1d --to nvx3d -", 0, "up.nvx1d: note: the 1D table becomes", "Length 33\n"},
     {"convert look.cube --to nvx1d -", 0,
      "look.cube: note: only the grey axis of the 3D table is kept, in 1024 entries", "gth 1024\n"},
     {"convert look.cube --to nvx1d --size 3 -", 0, "look.cube: note: only the grey axis",
@@ -130,8 +130,7 @@ constexpr Run runs[] = {
      "\n1 1 1 1.000000 0.500000 0.250000\n"},
     {"convert both.cube --to nvx1d -", 0, "both.cube: note: only the 1D table is used; the file",
      "Length 3\n0 0 0 \n0.5 0.5 0.5 \n1 1 0.75 \n"},
-    {"convert wide.cube --to spi3d -", 0, "wide.cube: note: samples are clamped to the domain",
-     "SPILUT 1.0\n"},
+    {"convert wide.cube --to itx -", 0, "wide.cube: note: samples are clamped to the ", "3D_SIZE"},
 
     // Orders
     {"convert look.cube o.cube --in-order gbr", 2, "found --in-order gbr, expected rgb, bgr, "},
@@ -153,10 +152,9 @@ constexpr Run runs[] = {
     // Scales
     {"convert look.cube --to mga --scale 1023 -", 0, "", "\n7\t1023\t511\t255\t\n"},
     {"convert look.cube --to itx --scale 9 -", 0, "-: note: --scale has no effect", "1.00"},
-    {"convert look.cube --to itx --scale 1 -", 0, "", "1.000000"},
     {"convert look.cube --to cube --scale 9 -", 0, "-: note: the file does not", "\n9 4 2 \n"},
     {"identity --to csv --size 2 -", 0, "", "0,\t0\n1,\t65535"},
-    {"identity --to csv --size 2 --scale 3 -", 0, "", "0,\t0\n1,\t3"},
+    {"identity --to csv --size 2 --scale 3 -", 0, "", "1,\t3"},
     {"identity --to csv --size 2 --scale 16777215 -", 0, "", "1,\t16777215"},
     {"identity --to csv --scale 33554431 -", 2, "found --scale 33554431, expected a power of two"},
     {"identity --to csv --scale 1000 -", 2, "found --scale 1000, expected a power of two less one"},
