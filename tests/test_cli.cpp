@@ -145,7 +145,6 @@ constexpr Run runs[] = {
      "\n0.000000 1.000000 1.000000\n1.000000 0.500000 0.250000\n"},
     {"convert order.spi1d --to nvx1d --in-order rgb -", 0, "", "\n0 0.1 0.2 \n"},
     {"convert order.spi1d --to nvx1d --in-order bgr -", 0, "", "\n0.2 0.1 0 \n"},
-    {"convert order.spi1d --to nvx1d --out-order red-fastest -", 0, "", "\n0 0.1 0.2 \n"},
     {"convert order.spi1d --to nvx1d --out-order bgr,blue-fastest -", 0, "", "\n0.2 0.1 0 \n"},
     {"info look.cube --in-order bgr,blue-fastest", 0, "", "\n  order     bgr,blue-fastest\n"},
 
@@ -310,7 +309,8 @@ private Q_SLOTS:
 
     void printsJson() {
         const auto parsed = [](const Outcome& outcome) {
-            return QJsonDocument::fromJson(outcome.output.toUtf8());
+            const bool whole = outcome.output.endsWith("]\n");
+            return whole ? QJsonDocument::fromJson(outcome.output.toUtf8()) : QJsonDocument();
         };
         QCOMPARE(parsed(run("formats --json")).array().size(), tintwell::formatCount);
         const Outcome outcome = run("info --json curve.nvx1d none.cube");
