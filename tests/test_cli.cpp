@@ -195,7 +195,6 @@ constexpr Run runs[] = {
     {"apply look.cube good.png o.txt", 2, "o.txt: found the extension \"txt\", expected one of"},
     {"apply look.cube good.png", 2, "found 2 operands, expected LUT IN-IMAGE OUT-IMAGE"},
     {"apply look.cube --in-order gbr good.png o.png", 2, "found --in-order gbr, expected rgb"},
-    {"picture look.cube good.png", 1, "good.png: exists already"},
     {"apply look.cube deep.png deep.bmp", 0,
      "deep.bmp: note: stores only 8 of the 16 bits per channel|"
      "deep.bmp: note: stores no alpha channel"},

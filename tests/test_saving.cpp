@@ -43,6 +43,7 @@ constexpr struct {
     const char* told;
 } failures[] = {
     {"convert --force in.cube disk/o.cube", {"write", ENOSPC, "/disk", 300'000}, "disk/o.cube: "},
+    {"convert --force in.cube disk/o.cube", {"create", ENOSPC}, "disk/o.cube: not written: No sp"},
     {"convert --force in.cube disk/o.cube", {"fsync", EIO}, "disk/o.cube: not written: Input"},
     {"convert --force in.cube disk/o.cube", {"close", EDQUOT}, "disk/o.cube: not written: Disk"},
     {"convert --to spi3d in.cube -", {"write", ENOSPC, "pipe:", 99'999}, "-: not written: No sp"},
