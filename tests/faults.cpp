@@ -1,15 +1,17 @@
-// Preloaded into a program under test: makes calls on certain files fail. Set by the environment:
-//   FAULT=CALL       read, write, close, fsync, create, rename, or thread (to start one)
-//   FAULT_PATH=TEXT  for files whose path contains TEXT
-//   FAULT_AFTER=N    once N bytes have been read or written
-//   FAULT_ERRNO=N    the errno of the failure, or
-//   FAULT_SIGNAL=N   a signal sent before the call, which then succeeds
-//   FAULT_NO_TMPFILE files without a name cannot be created either
+// Preloaded into a program under test: makes calls on certain files fail. Set by the environment as
+// FAULT="CALL TEXT AFTER ERRNO SIGNAL":
+//   CALL    read, write, close, fsync, fchown, create, tmpfile (to create a file without a name),
+//           rename, or thread (to start one)
+//   TEXT    for files whose path contains TEXT
+//   AFTER   once this many bytes have been read or written
+//   ERRNO   of the failure, if SIGNAL is 0; else that signal is sent before the call, which
+//   succeeds
 
 #include <atomic>
 #include <cerrno>
 #include <csignal>
 #include <cstdarg>
+#include <cstdio>
 #include <cstdlib>
 #include <cstring>
 #include <string>
@@ -21,9 +23,22 @@
 
 namespace {
 
-const char* setting(const char* name) {
-    const char* const value = std::getenv(name);
-    return value != nullptr ? value : "";
+struct Fault {
+    char call[16];
+    char path[256];
+    long after;
+    int error, signal;
+};
+
+const Fault& fault() {
+    static const Fault set = [] {
+        Fault read = {};
+        const char* const text = std::getenv("FAULT");
+        std::sscanf(text != nullptr ? text : "", "%15s %255s %ld %d %d", read.call, read.path,
+                    &read.after, &read.error, &read.signal);
+        return read;
+    }();
+    return set;
 }
 
 std::string pathOf(int file) {
@@ -34,22 +49,20 @@ std::string pathOf(int file) {
 }
 
 bool isMeant(const char* call, const std::string& path) {
-    return std::strcmp(call, setting("FAULT")) == 0 &&
-           path.find(setting("FAULT_PATH")) != std::string::npos;
+    return std::strcmp(call, fault().call) == 0 && path.find(fault().path) != std::string::npos;
 }
 
 /// Sends the signal; else sets errno and returns true.
-bool fails() {
-    if (const int signal = std::atoi(setting("FAULT_SIGNAL")); signal != 0) {
-        raise(signal);
+bool fails(const char* call, const std::string& path) {
+    if (!isMeant(call, path)) {
         return false;
     }
-    errno = std::atoi(setting("FAULT_ERRNO"));
+    if (fault().signal != 0) {
+        raise(fault().signal);
+        return false;
+    }
+    errno = fault().error;
     return true;
-}
-
-bool fails(const char* call, const std::string& path) {
-    return isMeant(call, path) && fails();
 }
 
 template <typename Function>
@@ -58,36 +71,20 @@ Function real(const char* name, Function /*same type*/) {
 }
 
 /// Passes on what may succeed, which can be part of a call.
-template <typename Call>
-ssize_t transfer(const char* name, int file, std::size_t size, Call&& call) {
-    static std::atomic<long> left = std::atol(setting("FAULT_AFTER"));
-    const int before = errno;
-    if (!isMeant(name, pathOf(file))) {
-        errno = before;
-        return call(size);
+template <typename Function, typename Data>
+ssize_t transfer(const char* name, Function same, int file, Data data, std::size_t size) {
+    static std::atomic<long> left = fault().after;
+    const std::string path = pathOf(file);
+    if (!isMeant(name, path)) {
+        return real(name, same)(file, data, size);
     }
-    if (left <= 0 && fails()) {
+    if (left <= 0 && fails(name, path)) {
         return -1;
     }
     const std::size_t most = left > 0 ? static_cast<std::size_t>(left) : size;
-    const ssize_t count = call(size < most ? size : most);
+    const ssize_t count = real(name, same)(file, data, size < most ? size : most);
     left -= count;
     return count;
-}
-
-int openAs(const char* name, const char* path, int flags, mode_t mode) {
-    const bool unnamed = (flags & O_TMPFILE) == O_TMPFILE;
-    if (unnamed && *setting("FAULT_NO_TMPFILE") != '\0') {
-        errno = EOPNOTSUPP;
-        return -1;
-    }
-    return (unnamed || (flags & O_CREAT) != 0) && fails("create", path)
-               ? -1
-               : real(name, open)(path, flags, mode);
-}
-
-mode_t modeOf(va_list arguments, int flags) {
-    return (flags & (O_CREAT | O_TMPFILE)) != 0 ? va_arg(arguments, mode_t) : 0;
 }
 
 } // namespace
@@ -95,25 +92,25 @@ mode_t modeOf(va_list arguments, int flags) {
 extern "C" {
 
 ssize_t read(int file, void* data, std::size_t size) {
-    return transfer("read", file, size,
-                    [&](std::size_t most) { return real("read", read)(file, data, most); });
+    return transfer("read", read, file, data, size);
 }
 
 ssize_t write(int file, const void* data, std::size_t size) {
-    return transfer("write", file, size,
-                    [&](std::size_t most) { return real("write", write)(file, data, most); });
+    return transfer("write", write, file, data, size);
 }
 
 int close(int file) {
-    const bool failed = fails("close", pathOf(file));
-    const int reason = errno;
+    const std::string path = pathOf(file);
     const int closed = real("close", close)(file);
-    errno = failed ? reason : errno;
-    return failed ? -1 : closed;
+    return fails("close", path) ? -1 : closed;
 }
 
 int fsync(int file) {
     return fails("fsync", pathOf(file)) ? -1 : real("fsync", fsync)(file);
+}
+
+int fchown(int file, uid_t owner, gid_t group) {
+    return fails("fchown", pathOf(file)) ? -1 : real("fchown", fchown)(file, owner, group);
 }
 
 int rename(const char* from, const char* to) {
@@ -123,22 +120,19 @@ int rename(const char* from, const char* to) {
 int open(const char* path, int flags, ...) {
     va_list arguments;
     va_start(arguments, flags);
-    const mode_t mode = modeOf(arguments, flags);
+    const bool unnamed = (flags & O_TMPFILE) == O_TMPFILE;
+    const bool creates = unnamed || (flags & O_CREAT) != 0;
+    const mode_t mode = creates ? va_arg(arguments, mode_t) : 0;
     va_end(arguments);
-    return openAs("open", path, flags, mode);
+    const bool failed = (unnamed && fails("tmpfile", path)) || (creates && fails("create", path));
+    return failed ? -1 : real("open", open)(path, flags, mode);
 }
 
-int open64(const char* path, int flags, ...) {
-    va_list arguments;
-    va_start(arguments, flags);
-    const mode_t mode = modeOf(arguments, flags);
-    va_end(arguments);
-    return openAs("open64", path, flags, mode);
-}
+int open64(const char* path, int flags, ...) __attribute__((alias("open")));
 
 int pthread_create(pthread_t* thread, const pthread_attr_t* attributes, void* (*run)(void*),
                    void* argument) {
-    return fails("thread", "")
+    return fails("thread", "/")
                ? EAGAIN
                : real("pthread_create", pthread_create)(thread, attributes, run, argument);
 }

@@ -4,6 +4,7 @@
 
 #include <QProcess>
 
+#include <cmath>
 #include <functional>
 
 namespace samples {
@@ -15,26 +16,52 @@ struct Outcome {
     QString errors;
 };
 
-/// A process in which \a inChild is called before the program starts.
-class PreparedProcess : public QProcess {
+/// The command-line program in a folder, which relative paths begin at.
+class Program : public QProcess {
 public:
-    std::function<void()> inChild = [] {};
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    std::function<void()> inChild = [] {}; ///< called before the program starts
+
+    explicit Program(const Folder& folder) {
+        setWorkingDirectory(folder.path(QString()));
+        environment.remove(QStringLiteral("QT_LOGGING_RULES"));
+    }
+
+    /// \a line has the arguments, which must not contain blanks.
+    void begin(const QString& line) {
+        setProcessEnvironment(environment);
+        start(QStringLiteral(TINTWELL_CLI), line.split(QLatin1Char(' '), Qt::SkipEmptyParts));
+    }
+
+    Outcome run(const QString& line) {
+        begin(line);
+        const bool ended = waitForFinished(120'000) && exitStatus() == NormalExit;
+        return {ended ? exitCode() : -1, QString::fromUtf8(readAllStandardOutput()),
+                QString::fromUtf8(readAllStandardError())};
+    }
 
 protected:
     void setupChildProcess() override { inChild(); }
 };
 
-inline Outcome finish(PreparedProcess& process, const QStringList& arguments) {
-    process.start(QStringLiteral(TINTWELL_CLI), arguments);
-    const bool ended =
-        process.waitForFinished(120'000) && process.exitStatus() == QProcess::NormalExit;
-    return {ended ? process.exitCode() : -1, QString::fromUtf8(process.readAllStandardOutput()),
-            QString::fromUtf8(process.readAllStandardError())};
+/// Reads into R, G, B cells, as the file means them.
+inline void read(const QString& path, int code, Read_LUTFile& lut) {
+    const bool lattice = Read_LUTFile::formatIs3D(code);
+    QVERIFY(lut.ReadFile(lattice ? request(path, code) : request(path, code, true, true), false));
 }
 
-inline Outcome run(const QStringList& arguments) {
-    PreparedProcess process;
-    return finish(process, arguments);
+/// Whether two tables of one kind have the same size, and no numbers are further apart.
+inline bool agree(const Read_LUTFile& a, const Read_LUTFile& b, float tolerance) {
+    const int n = a.size3D;
+    const auto cellOf = [n](const Read_LUTFile& lut, int cell) {
+        return n > 0 ? lut.data3D[cell / n / n][cell / n % n][cell % n] : lut.data1D[cell];
+    };
+    bool agree = b.size3D == n && (n > 0 || a.size1D == b.size1D);
+    for (int m = 0; agree && m < 3 * (n > 0 ? n * n * n : a.size1D); ++m) {
+        const float apart = cellOf(a, m / 3)[m % 3] - cellOf(b, m / 3)[m % 3];
+        agree = std::fabs(apart) <= tolerance;
+    }
+    return agree;
 }
 
 } // namespace samples

@@ -14,286 +14,216 @@
 // the whole new one, a message, and an exit status to match.
 
 using samples::Outcome;
-using samples::run;
 
-using Fault = QMap<QString, QString>; ///< the environment of faults.cpp
-Q_DECLARE_METATYPE(Fault)
+namespace {
+
+/// What goes wrong; see faults.cpp.
+struct Fault {
+    const char* call = "nothing";
+    int error = 0;
+    const char* path = "/disk";
+    int after = 0;
+    int signal = 0;
+};
+
+struct Program : samples::Program {
+    explicit Program(const samples::Folder& folder, const Fault& fault = {})
+        : samples::Program(folder) {
+        const QString sanitizer = environment.value("ASAN_OPTIONS") + ":verify_asan_link_order=0";
+        environment.insert("ASAN_OPTIONS", sanitizer);
+        environment.insert("LD_PRELOAD", TINTWELL_FAULTS);
+        environment.insert("FAULT", QString::asprintf("%s %s %d %d %d", fault.call, fault.path,
+                                                      fault.after, fault.error, fault.signal));
+    }
+};
+
+constexpr struct {
+    const char* line;
+    Fault fault;
+    const char* told;
+} failures[] = {
+    {"convert --force in.cube disk/o.cube", {"write", ENOSPC, "/disk", 300'000}, "disk/o.cube: "},
+    {"convert --force in.cube disk/o.cube", {"create", ENOSPC}, "disk/o.cube: not written: No sp"},
+    {"convert --force in.cube disk/o.cube", {"fsync", EIO}, "disk/o.cube: not written: Input"},
+    {"convert --force in.cube disk/o.cube", {"close", EDQUOT}, "disk/o.cube: not written: Disk"},
+    {"convert --to spi3d in.cube -", {"write", ENOSPC, "pipe:", 99'999}, "-: not written: No sp"},
+    {"convert --to spi3d in.cube -", {"close", EDQUOT, "pipe:"}, "-: not written: Disk quota ex"},
+    {"info in.cube", {"close", EDQUOT, "pipe:"}, "standard output: not written: Disk quota exc"},
+    {"convert --force in.cube disk/o.cube", {"read", EIO, "in.cube", 300'000}, "in.cube: Input/"},
+    {"convert --force in.look disk/o.cube", {"read", EIO, "in.look", 100}, "in.look: Input/outp"},
+    {"apply in.cube in.bmp disk/o.bmp", {"read", EIO, "in.bmp", 9000}, "in.bmp: "},
+    {"apply in.cube in.bmp disk/o.bmp", {"write", ENOSPC, "/disk", 3000}, "disk/o.bmp: not writ"},
+    {"apply in.cube in.bmp disk/o.bmp", {"thread", EAGAIN, "/"}, "in.bmp: cannot start the thre"},
+    {"convert --from texture in.bmp disk/p.cube", {"thread", EAGAIN, "/"}, "in.bmp: cannot star"},
+};
+
+} // namespace
 
 class TestSaving : public QObject {
     Q_OBJECT
 
     samples::Folder m_folder;
-    const QString m_target = path("disk/big.cube");
-    const QStringList m_write = {"identity", "--force", "--size", "33", m_target};
 
-    QString path(const QString& name) const { return m_folder.path(name); }
-
-    QStringList entries(const QString& folder = "disk") const {
-        return QDir(path(folder)).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot);
+    Outcome run(const QString& line, const Fault& fault = {}) const {
+        return Program(m_folder, fault).run(line);
     }
 
-    QByteArray saved() const { return m_folder.content("disk/big.cube"); }
-
-    static bool isWhole(const QByteArray& cube) {
-        return cube.startsWith("TITLE \nLUT_3D_SIZE 33\n") && cube.endsWith(" 1.000000\n") &&
-               cube.count('\n') == 33 * 33 * 33 + 2;
+    QStringList entries() const {
+        return QDir(m_folder.path("disk")).entryList(QDir::Files | QDir::Hidden);
     }
 
-    static QProcessEnvironment environmentWith(const Fault& fault) {
-        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-        environment.insert("LD_PRELOAD", TINTWELL_FAULTS);
-        environment.insert("ASAN_OPTIONS",
-                           environment.value("ASAN_OPTIONS") + ":verify_asan_link_order=0");
-        for (auto setting = fault.cbegin(); setting != fault.cend(); ++setting) {
-            environment.insert(setting.key(), setting.value());
-        }
-        return environment;
+    bool isWhole(const QString& name = "disk/o.cube") const {
+        return m_folder.content(name) == m_folder.content("in.cube");
     }
 
-    static Outcome runWith(const Fault& fault, const QStringList& arguments) {
-        samples::PreparedProcess process;
-        process.setProcessEnvironment(environmentWith(fault));
-        return samples::finish(process, arguments);
-    }
-
-    static Fault failing(const char* call, int error, const QString& path = "/disk",
-                         int after = 0) {
-        return {{"FAULT", call},
-                {"FAULT_PATH", path},
-                {"FAULT_AFTER", QString::number(after)},
-                {"FAULT_ERRNO", QString::number(error)}};
-    }
-
-    static Fault interrupted(const char* call, int signal) {
-        return {
-            {"FAULT", call}, {"FAULT_PATH", "/disk"}, {"FAULT_SIGNAL", QString::number(signal)}};
+    void expectOldFile() const {
+        QCOMPARE(m_folder.content("disk/o.cube"), QByteArray("old"));
+        QCOMPARE(entries(), QStringList("o.cube"));
     }
 
 private Q_SLOTS:
-    void initTestCase() { QCOMPARE(run({"identity", "--size", "33", path("in.cube")}).status, 0); }
-
-    void init() {
-        QDir(path("disk")).removeRecursively();
-        QDir(path("")).mkpath("disk");
-        m_folder.file("disk/big.cube", "old");
-    }
-
-    void faults_data() {
-        QTest::addColumn<Fault>("fault");
-        QTest::addColumn<QString>("arguments"); // % stands for the folder, @ for the output
-        QTest::addColumn<QString>("message");
+    void initTestCase() {
+        QCOMPARE(run("identity --size 33 in.cube").status, 0);
         m_folder.file("in.look", "<look><LUT><size>2</size><data>" + QByteArray(192, '0') +
                                      "</data></LUT></look>");
-        QImage noise(64, 64, QImage::Format_RGB32);
-        for (int n = 0; n < 64 * 64; ++n) {
-            noise.setPixel(n / 64, n % 64, QRgb(n * n) * 2654435761U);
-        }
-        QVERIFY(noise.save(path("in.png")));
-
-        const auto row = [](const char* name, const Fault& fault, const char* arguments,
-                            const char* message) {
-            QTest::newRow(name) << fault << arguments << message;
-        };
-        const QString pipe = "pipe:";
-        row("write", failing("write", ENOSPC, "/disk", 300'000), "convert --force %/in.cube @",
-            "@: not written: No space left on device");
-        row("write of an image", failing("write", ENOSPC, "/disk", 3000),
-            "apply --force %/in.cube %/in.png %/disk/o.png",
-            "%/disk/o.png: not written: No space left on device");
-        row("sync", failing("fsync", EIO), "convert --force %/in.cube @",
-            "@: not written: Input/output error");
-        row("close", failing("close", EDQUOT), "convert --force %/in.cube @",
-            "@: not written: Disk quota exceeded");
-        row("write to a pipe", failing("write", ENOSPC, pipe, 99'999),
-            "convert --to spi3d %/in.cube -", "-: not written: No space left on device");
-        row("close of a pipe", failing("close", EDQUOT, pipe), "convert --to spi3d %/in.cube -",
-            "-: not written: Disk quota exceeded");
-        row("close after printing", failing("close", EDQUOT, pipe), "info %/in.cube",
-            "standard output: not written: Disk quota exceeded");
-        row("read", failing("read", EIO, "in.cube", 300'000), "convert --force %/in.cube @",
-            "%/in.cube: Input/output error");
-        row("read of XML", failing("read", EIO, "in.look", 100), "convert --force %/in.look @",
-            "%/in.look: Input/output error");
-        row("read of an image", failing("read", EIO, "in.png", 9000),
-            "apply --force %/in.cube %/in.png %/disk/o.png", "%/in.png: ");
-        row("read of a table in an image", failing("read", EIO, "in.png", 9000),
-            "convert --force --from texture %/in.png @", "%/in.png: ");
-        row("no thread", failing("thread", EAGAIN, ""), "convert --force --from texture %/in.png @",
-            "%/in.png: cannot start the thread that images need");
+        QImage image(64, 64, QImage::Format_RGB32); // 12 KB
+        image.fill(Qt::red);
+        QVERIFY(image.save(m_folder.path("in.bmp")));
+        QVERIFY(QFile::copy(m_folder.path("in.cube"), m_folder.path("in2.cube")));
     }
+
+    void init() {
+        QDir(m_folder.path("disk")).removeRecursively();
+        QDir(m_folder.path("")).mkpath("disk");
+        m_folder.file("disk/o.cube", "old");
+    }
+
     void faults() {
-        QFETCH(Fault, fault);
-        QFETCH(QString, arguments);
-        QFETCH(QString, message);
-        const auto expanded = [this](QString text) {
-            return text.replace('%', path("")).replace("@", m_target);
-        };
-        const Outcome outcome = runWith(fault, expanded(arguments).split(' '));
-        QVERIFY2(outcome.errors.contains("tintwell-cli: " + expanded(message)),
-                 qPrintable(outcome.errors));
-        QCOMPARE(outcome.status, 1);
-        QCOMPARE(saved(), QByteArray("old"));
-        QCOMPARE(entries(), QStringList("big.cube"));
+        for (const auto& [line, fault, told] : failures) {
+            const Outcome outcome = run(line, fault);
+            QVERIFY2(outcome.errors.contains(QString("tintwell-cli: ") + told),
+                     qPrintable(line + (": " + outcome.errors)));
+            QCOMPARE(outcome.status, 1);
+            expectOldFile();
+        }
     }
 
     /// Fallbacks for what file systems and folders do not allow.
-    void savesByOtherMeans_data() {
-        QTest::addColumn<Fault>("fault");
-        QTest::addColumn<bool>("inPlace");
-        const Fault named = {{"FAULT_NO_TMPFILE", "1"}};
-        QTest::newRow("everything allowed") << Fault() << false;
-        QTest::newRow("no files without a name") << named << false;
-        QTest::newRow("no new file in the folder") << failing("create", EACCES) << true;
-        QTest::newRow("mounted file") << failing("rename", EBUSY) << true;
-    }
     void savesByOtherMeans() {
-        QFETCH(Fault, fault);
-        QFETCH(bool, inPlace);
-        m_folder.file("disk/big.cube", QByteArray(3'000'000, '#')); // to be shortened in place
-        struct stat before {};
-        struct stat after {};
-        const uid_t owner = getuid() == 0 ? 4321 : getuid();
-        QCOMPARE(chown(qPrintable(m_target), owner, static_cast<gid_t>(-1)), 0);
-        QCOMPARE(chmod(qPrintable(m_target), 04640), 0);
-        QCOMPARE(stat(qPrintable(m_target), &before), 0);
-        QVERIFY(QFile::link(m_target, path("disk/link.cube")));
-        const Outcome outcome =
-            runWith(fault, {"convert", "--force", path("in.cube"), path("disk/link.cube")});
-        QCOMPARE(outcome.errors, QString());
-        QCOMPARE(outcome.status, 0);
-        QVERIFY(isWhole(saved()));
-        QCOMPARE(entries(), QStringList({"big.cube", "link.cube"}));
-        QVERIFY(QFileInfo(path("disk/link.cube")).isSymLink());
-        QCOMPARE(stat(qPrintable(m_target), &after), 0);
-        QCOMPARE(after.st_ino == before.st_ino, inPlace);
-        QCOMPARE(after.st_uid, owner);
-        QCOMPARE(after.st_mode & 0777U, 0640U);
+        const uid_t other = getuid() == 0 ? 4321 : getuid();
+        for (const Fault& fault : {Fault{}, Fault{"tmpfile", EOPNOTSUPP}, Fault{"create", EACCES},
+                                   Fault{"rename", EBUSY}, Fault{"fchown", EPERM}}) {
+            const bool inPlace = fault.error == EACCES || fault.error == EBUSY;
+            const bool disowned = fault.error == EPERM && getuid() == 0;
+            init();
+            const QString file = m_folder.file("disk/o.cube", QByteArray(3'000'000, '#'));
+            struct stat before {};
+            struct stat after {};
+            QCOMPARE(chown(qPrintable(file), other, getuid() == 0 ? other : getgid()), 0);
+            QCOMPARE(chmod(qPrintable(file), 04640), 0);
+            QCOMPARE(stat(qPrintable(file), &before), 0);
+            QVERIFY(QFile::link(file, m_folder.path("disk/link.cube")));
+            QCOMPARE(run("convert --force in.cube disk/link.cube", fault).errors, QString());
+            QVERIFY(isWhole());
+            QCOMPARE(entries(), QStringList({"link.cube", "o.cube"}));
+            QCOMPARE(stat(qPrintable(file), &after), 0);
+            QCOMPARE(after.st_ino == before.st_ino, inPlace);
+            QCOMPARE(after.st_uid, disowned ? 0 : other);
+            const mode_t compared = inPlace ? 0777 : 07777; // writing may clear the rest
+            QCOMPARE(after.st_mode & compared, (disowned ? 0600U : 04640U) & compared);
+        }
     }
 
-    void replacesOnlyWhenAsked() {
-        QCOMPARE(run({"identity", m_target}).errors,
-                 "tintwell-cli: " + m_target + ": exists already (--force replaces it)\n");
-        QCOMPARE(saved(), QByteArray("old"));
-        QCOMPARE(run({"convert", path("in.cube"), path("disk/new.cube")}).status, 0);
-        QVERIFY(isWhole(m_folder.content("disk/new.cube")));
-        QCOMPARE(
-            run({"convert", "--force", "--size", "2", path("disk/new.cube"), path("disk/new.cube")})
-                .status,
-            0);
-        QVERIFY(m_folder.content("disk/new.cube").contains("LUT_3D_SIZE 2"));
+    void makesNewFiles() {
+        const QString line = "convert in.cube disk/new.cube";
+        for (const Fault& fault : {Fault{}, Fault{"tmpfile", EOPNOTSUPP}}) {
+            init();
+            QCOMPARE(run(line, fault).errors, QString());
+            QVERIFY(isWhole("disk/new.cube"));
+            QCOMPARE(QFile::permissions(m_folder.path("disk/new.cube")),
+                     QFile::permissions(m_folder.path("in.cube")));
+            QCOMPARE(run(line, fault).status, 1);
+            QCOMPARE(entries().size(), 2);
+        }
     }
 
-    void signalsLeaveNothing_data() {
-        QTest::addColumn<int>("signal");
-        QTest::addColumn<QString>("call");
-        QTest::newRow("interrupt") << SIGINT << "rename";
-        QTest::newRow("terminate") << SIGTERM << "write";
-        QTest::newRow("hang up") << SIGHUP << "write";
-    }
     void signalsLeaveNothing() {
-        QFETCH(int, signal);
-        QFETCH(QString, call);
-        Fault fault = interrupted(qPrintable(call), signal);
-        fault.insert("FAULT_NO_TMPFILE", "1");
-        samples::PreparedProcess process;
-        process.setProcessEnvironment(environmentWith(fault));
-        QCOMPARE(samples::finish(process, m_write).status, -1);
-        QCOMPARE(process.exitCode(), signal);
-        QCOMPARE(saved(), QByteArray("old"));
-        QCOMPARE(entries(), QStringList("big.cube"));
+        for (const int signal : {SIGINT, SIGTERM, SIGHUP}) {
+            Program program(m_folder, {.call = "rename", .signal = signal});
+            QCOMPARE(program.run("convert --force in.cube disk/o.cube").status, -1);
+            QCOMPARE(program.exitCode(), signal);
+            expectOldFile();
+        }
     }
 
     void clearsLeftOversOfDeadProcessesOnly() {
-        const QString own = m_folder.file("disk/.tintwell-settings", "mine");
-        runWith(interrupted("rename", SIGKILL), m_write);
+        const QString line = "convert --force in.cube disk/o.cube";
+        m_folder.file("disk/.tintwell-settings", "mine");
+        run(line, {.call = "rename", .signal = SIGKILL});
         QCOMPARE(entries().size(), 3);
 
-        samples::PreparedProcess stopped;
-        stopped.setProcessEnvironment(environmentWith(interrupted("rename", SIGSTOP)));
-        stopped.start(TINTWELL_CLI, m_write);
-        const QString live = QString("disk/.tintwell-%1-0").arg(stopped.processId());
-        QTRY_VERIFY(QFile::exists(path(live)));
-        QCOMPARE(run({"identity", "--size", "2", path("disk/other.cube")}).status, 0);
-        QCOMPARE(entries().size(), 4); // the dead program's file is gone
-        QVERIFY(QFile::exists(path(live)));
+        Program stopped(m_folder, {.call = "rename", .signal = SIGSTOP});
+        stopped.begin(line);
+        const QString live = QString(".tintwell-%1-0").arg(stopped.processId());
+        QTRY_VERIFY(entries().contains(live));
+        QCOMPARE(run("identity --size 2 disk/other.cube").status, 0);
+        // The dead program's file is gone.
+        QCOMPARE(entries().size(), 4);
+        QVERIFY(entries().contains(live) && entries().contains(".tintwell-settings"));
 
         QTRY_COMPARE(kill(pid_t(stopped.processId()), SIGCONT), 0);
         QVERIFY(stopped.waitForFinished());
         QCOMPARE(stopped.exitCode(), 0);
-        QVERIFY(isWhole(saved()));
-        QVERIFY(QFile::exists(own));
+        QVERIFY(isWhole());
     }
 
-    void smallDisks_data() {
-        QTest::addColumn<QString>("limit");
-        QTest::addColumn<QString>("arguments");
-        QTest::addColumn<QString>("message");
-        for (const char* limit :
-             {"mount -t tmpfs -o size=8k tmpfs .", "trap '' XFSZ; ulimit -f 8"}) {
-            const auto row = [limit](const char* what, const char* arguments, const char* told) {
-                QTest::addRow("%.5s: %s", limit, what) << limit << arguments << told;
-            };
-            row("file", "identity --force big.cube", "big.cube: not written: ");
-            row("standard output", "identity --to cube --size 9 -", "-: not written: ");
-            row("printing", "formats --json", "standard output: not written: ");
-        }
-    }
+    /// On a full disk, where no new file can be made either.
     void smallDisks() {
-        QFETCH(QString, limit);
-        QFETCH(QString, arguments);
-        QFETCH(QString, message);
-        QStringList shell = {"sh", "-c"};
-        if (limit.startsWith("mount")) {
-            const auto mounts = [this](const char* rights) {
-                return QProcess::execute(
-                           "unshare", {rights, "mount", "-t", "tmpfs", "tmpfs", path("disk")}) == 0;
-            };
-            const char* const rights = mounts("-Urm") ? "-Urm" : "-m";
-            if (!mounts(rights)) {
-                QSKIP("no file system of a limited size can be mounted here");
-            }
-            shell = QStringList{"unshare", rights} + shell;
+        const char* const lines[][2] = {{"identity --force o.cube", "o.cube: not written: "},
+                                        {"identity --to cube --size 9 -", "-: not written: "},
+                                        {"formats --json", "standard output: not written: "}};
+        const QStringList shell = {getuid() == 0 ? "-m" : "-Urm", "sh", "-c"};
+        const QString mount = "mount -t tmpfs -o size=8k tmpfs /mnt && cd /mnt";
+        if (QProcess::execute("unshare", shell + QStringList(mount)) != 0) {
+            QSKIP("no file system of a limited size can be mounted here");
         }
-        const QString script = limit + "; cd \"$PWD\"; printf old >big.cube; " TINTWELL_CLI " " +
-                               arguments +
-                               " >out; status=$?; cat big.cube; echo; ls -A; exit $status";
-        QProcess process;
-        process.setWorkingDirectory(path("disk"));
-        const QString program = shell.takeFirst();
-        process.start(program, shell + QStringList{script});
-        QVERIFY(process.waitForFinished());
-        const QString errors = process.readAllStandardError();
-        QVERIFY2(errors.startsWith("tintwell-cli: " + message), qPrintable(errors));
-        QCOMPARE(process.readAllStandardOutput(), QByteArray("old\nbig.cube\nout\n"));
-        QCOMPARE(process.exitCode(), 1);
+        for (const auto& [line, told] : lines) {
+            QProcess process;
+            process.setProcessEnvironment(
+                Program(m_folder, {"create", EACCES, "/mnt/"}).environment);
+            const QString script = "; printf old >o.cube; " TINTWELL_CLI " %1 >out; status=$?; "
+                                   "cat o.cube; echo; ls -A; exit $status";
+            process.start("unshare", shell + QStringList(mount + script.arg(line)));
+            QVERIFY(process.waitForFinished());
+            const QString errors = process.readAllStandardError();
+            QVERIFY2(errors.startsWith(QString("tintwell-cli: ") + told), qPrintable(errors));
+            QCOMPARE(process.readAllStandardOutput(), QByteArray("old\no.cube\nout\n"));
+            QCOMPARE(process.exitCode(), 1);
+        }
     }
 
-    void batches_data() {
-        QTest::addColumn<bool>("closed"); // the descriptors 0 to 2
-        QTest::addColumn<Fault>("fault");
-        QTest::newRow("descriptors missing") << true << Fault();
-        QTest::newRow("no thread starts") << false << failing("thread", EAGAIN, "");
-    }
     void batches() {
-        QFETCH(bool, closed);
-        QFETCH(Fault, fault);
-        QStringList command = {"convert",        "--to",   "nvx3d", "--output-directory",
-                               path("disk/out"), "--jobs", "4"};
+        QString line = "convert --to nvx3d --output-directory disk/out --jobs 4";
         for (int n = 0; n < 8; ++n) { // each gives a note
-            command += m_folder.file(QString("disk/in%1.cube").arg(n),
-                                     "DOMAIN_MAX 2 2 2\nLUT_3D_SIZE 1\n2 2 2\n");
+            const QString name = QString("disk/in%1.cube").arg(n);
+            line += " --force " + name;
+            m_folder.file(name, "DOMAIN_MAX 2 2 2\nLUT_3D_SIZE 1\n2 2 2\n");
         }
-        samples::PreparedProcess process;
-        process.setProcessEnvironment(environmentWith(fault));
-        process.inChild = [closed] {
-            for (int descriptor = 0; closed && descriptor < 3; ++descriptor) {
-                close(descriptor);
+        for (const bool closed : {true, false}) { // the descriptors 0 to 2; or no thread starts
+            Program program(m_folder, closed ? Fault{} : Fault{"thread", EAGAIN, "/"});
+            program.inChild = [closed] {
+                for (int descriptor = 0; closed && descriptor < 3; ++descriptor) {
+                    close(descriptor);
+                }
+            };
+            QCOMPARE(program.run(line).status, 0);
+            QDir out(m_folder.path("disk/out"));
+            QCOMPARE(out.entryList(QDir::Files | QDir::Hidden).size(), 8);
+            for (const QString& name : out.entryList(QDir::Files)) {
+                const QByteArray content = m_folder.content("disk/out/" + name);
+                QVERIFY(content.startsWith("From 0.0 1.0\nLength 1\n"));
             }
-        };
-        QCOMPARE(samples::finish(process, command).status, 0);
-        QCOMPARE(entries("disk/out").size(), 8);
-        for (const QString& name : entries("disk/out")) {
-            QVERIFY(m_folder.content("disk/out/" + name).startsWith("From 0.0 1.0\nLength 1\n"));
+            out.removeRecursively();
         }
     }
 
@@ -301,24 +231,18 @@ private Q_SLOTS:
 #ifdef __SANITIZE_ADDRESS__
         QSKIP("the sanitizer needs more memory than is left");
 #endif
-        constexpr int notLoaded = 127; // the dynamic loader gave up
-        QStringList command = {"convert",        "--force", "--to", "spi3d", "--output-directory",
-                               path("disk/out"), "--jobs",  "3",    m_target};
-        for (const char* name : {"disk/1.cube", "disk/2.cube", "disk/3.cube"}) {
-            QVERIFY(QFile::copy(path("in.cube"), path(name)));
-            command += path(name);
-        }
         int failures = 0;
         for (rlim_t mebibytes = 60; mebibytes < 120; mebibytes += 3) {
-            samples::PreparedProcess process;
-            process.inChild = [mebibytes] {
+            Program program(m_folder);
+            program.inChild = [mebibytes] {
                 const rlimit little = {mebibytes << 20U, mebibytes << 20U};
                 setrlimit(RLIMIT_AS, &little);
             };
-            const Outcome outcome = samples::finish(process, command);
+            const Outcome outcome = program.run("convert --force --to spi3d --output-directory "
+                                                "disk/out --jobs 2 in.cube in2.cube");
             const bool failed = outcome.status == 1 && outcome.errors.startsWith("tintwell-cli: ");
-            QVERIFY2(failed || outcome.status == 0 || outcome.status == notLoaded,
-                     qPrintable(outcome.errors));
+            const bool loaded = outcome.status != 127; // else the dynamic loader gave up
+            QVERIFY2(failed || outcome.status == 0 || !loaded, qPrintable(outcome.errors));
             failures += failed ? 1 : 0;
         }
         QVERIFY(failures > 0);
