@@ -53,28 +53,29 @@ public:
         return written(lut, request(path, m_code, dataOrder, tableOrder), scale);
     }
 
-    /// What the reader makes of a text: "SIZE: NUMBERS" with sample (0, 0, 1) of a lattice or all
-    /// cells of a curve, and where the domain ends if not at 1; or "fails, SIZE".
-    QString outcomeOf(const QByteArray& text, tintwell::TableKind kind) const {
-        const bool lattice = kind == tintwell::TableKind::ThreeD;
+    /// What the reader makes of a text: "SIZE^3: NUMBERS" with sample (0, 0, 1) of a lattice, or
+    /// the only one, "SIZE: NUMBERS" with all cells of a curve, both, or "nothing"; and where a
+    /// domain ends if not at 1. If it fails, "fails" with the sizes.
+    QString outcomeOf(const QByteArray& text) const {
         Read_LUTFile lut(nullptr);
-        const bool reads = read(lut, text);
-        const QString size = QString::number(lattice ? lut.size3D : lut.size1D);
-        if (!reads) {
-            return (lut.lastError.isEmpty() ? "fails silently, " : "fails, ") + size;
+        QStringList parts;
+        if (!read(lut, text)) {
+            parts += lut.lastError.isEmpty() ? "fails silently" : "fails";
         }
-        const QVector<float> values = !lattice           ? curve(lut)
-                                      : lut.hasTable3D() ? sampleAt(lut, 0, 0, lut.size3D > 1)
-                                                         : QVector<float>();
-        const QVector<float> end = cell(lattice ? lut.domainMax3D : lut.domainMax1D);
-        return size + ':' + inWords(values) +
-               (end == QVector<float>{1, 1, 1} ? QString() : " to" + inWords(end));
+        if (lut.size3D != 0) {
+            const QVector<float> sample =
+                lut.hasTable3D() ? sampleAt(lut, 0, 0, lut.size3D > 1) : QVector<float>();
+            parts += QStringLiteral("%1^3").arg(lut.size3D) + inWords(sample, lut.domainMax3D);
+        }
+        if (lut.size1D != 0) {
+            parts += QString::number(lut.size1D) + inWords(curve(lut), lut.domainMax1D);
+        }
+        return parts.isEmpty() ? QStringLiteral("nothing") : parts.join(", ");
     }
 
-    /// Each of these texts has this outcome.
-    void expect(tintwell::TableKind kind, const char* outcome, const QByteArrayList& texts) const {
+    void expect(const char* outcome, const QByteArrayList& texts) const {
         for (const QByteArray& text : texts) {
-            const QString found = outcomeOf(text, kind);
+            const QString found = outcomeOf(text);
             QVERIFY2(found == QString::fromUtf8(outcome),
                      qPrintable(QString::fromUtf8(text.left(400)) + "\nis read as " + found +
                                 "\nexpected " + outcome));
@@ -82,10 +83,16 @@ public:
     }
 
 private:
-    static QString inWords(const QVector<float>& values) {
-        QString words;
+    static QString inWords(const QVector<float>& values, const float* domainEnd) {
+        QString words = values.isEmpty() ? "" : ":";
         for (const float value : values) {
             words += ' ' + QString::number(double(value), 'g', 5);
+        }
+        if (!values.isEmpty() && cell(domainEnd) != QVector<float>{1, 1, 1}) {
+            words += QStringLiteral(" to %1 %2 %3")
+                         .arg(double(domainEnd[0]))
+                         .arg(double(domainEnd[1]))
+                         .arg(double(domainEnd[2]));
         }
         return words;
     }

@@ -1,8 +1,6 @@
 #include "formats/hex_float.h"
 #include "one_format.h"
 
-using tintwell::TableKind;
-
 namespace {
 
 QByteArray hex(float value) {
@@ -40,7 +38,7 @@ QByteArray look(const QByteArray& content) {
 
 const QByteArray plain = table("2", points(0, 8));
 const QByteArray unread = table("7", "");
-const char* const second = "2: 0.03125 0.5 0.25";
+const char* const second = "2^3: 0.03125 0.5 0.25";
 
 } // namespace
 
@@ -50,7 +48,7 @@ class TestLook : public QObject {
     const samples::OneFormat m_format{tintwell::FormatCode::Look};
 
     void expect(const char* outcome, const QByteArrayList& texts) const {
-        m_format.expect(TableKind::ThreeD, outcome, texts);
+        m_format.expect(outcome, texts);
     }
 
 private Q_SLOTS:
@@ -80,29 +78,26 @@ private Q_SLOTS:
                {plain, "\xEF\xBB\xBF" + look(table("\" 2\"\r\n", spread)),
                 table("2", points(0, 9) + "xyz"), // more than the table needs
                 look(table("2", points(5, 13)) + "<LUT><data>" + points(0, 8) + "</data></LUT>")});
-        expect("3: 0.03125 0.5 0.25", {look(plain + table("3", points(0, 27)))});
-        expect("2: 0.5 0.25 0", // each channel is divided by its own maximum
+        expect("3^3: 0.03125 0.5 0.25", {look(plain + table("3", points(0, 27)))});
+        expect("2^3: 0.5 0.25 0", // each channel is divided by its own maximum
                {table("2", points(0, 1) + hex(2) + hex(0.5F) + hex(-1) + points(2, 7) + hex(4) +
                                hex(2) + hex(0))});
-        expect("2: 0 0 0", {"<LUT><size>2</size></LUT>", table("2", "\" \""),
-                            "<LUT><data>" + points(0, 8) + "</data><size>2</size></LUT>"});
-        expect("1: 0 0.5 0.25", {look(plain + table("1", points(0, 1)))});
-        expect("fails, 2", {table("2", points(0, 8).chopped(1)),
-                            table("2", points(0, 7) + "0000803G" + points(0, 1))});
-        expect("fails, 0", {table("two", points(0, 8)), ""});
-        expect("fails, -2", {table("-2", points(0, 8))});
-        expect("fails, 257", {table("257", points(0, 8))});
-        expect("fails, 256", {table("256", points(0, 8)), "<LUT><size>256</size></LUT>"});
+        expect("2^3: 0 0 0", {"<LUT><size>2</size></LUT>", table("2", "\" \""),
+                              "<LUT><data>" + points(0, 8) + "</data><size>2</size></LUT>"});
+        expect("1^3: 0 0.5 0.25", {look(plain + table("1", points(0, 1)))});
+        expect("fails, 2^3", {table("2", points(0, 8).chopped(1)),
+                              table("2", points(0, 7) + "0000803G" + points(0, 1))});
+        expect("fails", {table("two", points(0, 8)), ""});
+        expect("fails, -2^3", {table("-2", points(0, 8))});
+        expect("fails, 257^3", {table("257", points(0, 8))});
+        expect("fails, 256^3", {table("256", points(0, 8)), "<LUT><size>256</size></LUT>"});
 
         const QByteArray two = hex(0) + hex(0.5F) + hex(1) + hex(4) + hex(1) + hex(-1);
-        const auto curve = [this](const char* outcome, const QByteArray& text) {
-            m_format.expect(TableKind::OneD, outcome, {text});
-        };
-        curve("2: 1 0.5 0 0 1 1", table("2", two, "LUT1D")); // stored as B, G, R
-        curve("2: 1 0.5 0 0 1 1", look(table("2", two, "LUT1D") + plain));
-        curve("1: 0 0 0", "<LUT1D><size>1</size></LUT1D>");
-        curve("fails, 3", table("3", two, "LUT1D"));
-        curve("fails, 99999999", table("99999999", two, "LUT1D"));
+        expect("2: 1 0.5 0 0 1 1", {table("2", two, "LUT1D")}); // stored as B, G, R
+        expect("2^3: 0.03125 0.5 0.25, 2: 1 0.5 0 0 1 1", {look(table("2", two, "LUT1D") + plain)});
+        expect("1: 0 0 0", {"<LUT1D><size>1</size></LUT1D>"});
+        expect("fails, 3", {table("3", two, "LUT1D")});
+        expect("fails, 99999999", {table("99999999", two, "LUT1D")});
     }
 
     /// Tables are read at any depth, but not inside shaders and colour corrections.
@@ -114,7 +109,7 @@ private Q_SLOTS:
                              "]]></data></LUT>"),
                         "<p:LUT xmlns:p='u'><p:size>2</p:size><p:data>" + points(0, 8) +
                             "</p:data></p:LUT>"});
-        expect("fails, 0", {"<shaders>" + plain + "</shaders>", "<ASC>" + plain + "</ASC>"});
+        expect("fails", {"<shaders>" + plain + "</shaders>", "<ASC>" + plain + "</ASC>"});
     }
 
     /// What is complete counts; an element that the document breaks off in does not.
@@ -122,8 +117,8 @@ private Q_SLOTS:
         expect(second, {plain.chopped(6), "<x>" + plain + table("2", "00", "LUT1D").chopped(20),
                         plain + look("<LUT><data>00").chopped(15), "<x>" + plain + "<LUT><size>3",
                         look(plain + "</x>" + table("1", ""))});
-        expect("fails, 0", {plain.chopped(7), plain.chopped(40), "<look><LUT><size>3",
-                            "<LUT><size>3&am", "<LUT><size>3</x>"});
+        expect("fails", {plain.chopped(7), plain.chopped(40), "<look><LUT><size>3",
+                         "<LUT><size>3&am", "<LUT><size>3</x>"});
         Read_LUTFile lut(nullptr); // of what does not decode, nothing is kept
         QVERIFY(!m_format.read(lut, table("2", (hex(4) + points(0, 8)).left(191) + 'g')));
         QCOMPARE(lut.domainMax3D[0], 1.0F);
@@ -147,7 +142,7 @@ private Q_SLOTS:
              look("<shaders><![CDATA[" + noTags + "]]></shaders><!-- " + noTags + " --><?x " +
                   noTags + "?>" + plain),
              look(plain) + "<x " + attributes(65) + "/>"}); // where nobody reads
-        expect("fails, 0",
+        expect("fails",
                {"<!DOCTYPE LUT [<!ENTITY e \"" + points(0, 8) + "\">]>" + table("2", "&e;"),
                 "<!DOCTYPE LUT SYSTEM 'e'>" + table("2", "&e;"),
                 look("<x " + attributes(65) + "/>" + plain), look(nested(256) + plain)});
