@@ -6,7 +6,6 @@
 #include <QDir>
 #include <QTextCodec>
 
-#include <atomic>
 #include <ctime>
 #include <thread>
 
@@ -66,21 +65,19 @@ class TestHostile : public QObject {
 
 private Q_SLOTS:
     void costlyFiles() {
-        const QDir once(data.filePath("regressions")); // files that once broke a reader
+        const QByteArrayList units = {
+            "",  "\xE2\x80\xA8", "\xE3\x80\x80",        "\xE3\x80",
+            "1", "nan nan nan",  "0x1.8p1 0x1p1 0x0.1", QByteArray(1, '\0')};
         for (const samples::FormatSample& sample : samples::formatSamples) {
             const int code = int(sample.code);
+            const QDir once(data.filePath("regressions")); // files that once broke a reader
             for (const QString& name : once.entryList(QDir::Files)) {
                 verifyPrompt(code, contentOf(once.filePath(name)));
             }
-            for (const char* const unit : {"\n", " ", "\xE2\x80\xA8", "\xE3\x80\x80\n", "\xE3\x80",
-                                           "1", "nan nan nan\n", "0x1.8p1 0x1p1 0x0.1\n"}) {
-                verifyPrompt(code, swollen("", unit));
-            }
-            verifyPrompt(code, QByteArray(1 << 20, '\0'));
             verifyPrompt(code, utf16->fromUnicode(swollen("", "1\n").left(1 << 19)));
-            QByteArray before; // the lines of a sample, each in turn repeated as a line or in a row
+            QByteArray before;
             for (const QByteArray& line :
-                 contentOf(data.filePath(sample.file)).split('\n').mid(0, 10)) {
+                 contentOf(data.filePath(sample.file)).split('\n').mid(0, 9) + units) {
                 verifyPrompt(code, swollen(before, line + '\n'));
                 verifyPrompt(code, swollen(before, line + ' '));
                 before += line + '\n';
@@ -96,25 +93,18 @@ private Q_SLOTS:
 
     /// A document ends before the first tag that is too costly, whatever comes before it.
     void costlyTags() {
-        const QByteArray noTags = tag("x", 99) + QByteArray("<x>").repeated(300) + "<!- ] ";
+        const QByteArray noTags = "<!- ]" + tag("x", 99) + QByteArray("<x>").repeated(300);
         const QByteArray deep = QByteArray("<a>").repeated(255);
         const QByteArray names = QByteArray("<a xmlns:b=''>").repeated(64);
         const QByteArray type =
-            "<!DOCTYPE a [<!ATTLIST b c CDATA ']>'>\n<?x ]\" ?><!ENTITY e \"]>\">\n]>";
-        const QByteArrayList befores = {
-            "",
-            "<!-- don't --><!-- \" --><!--->-->",
-            "<!--" + noTags + "-->",
-            "<?x <!-- " + noTags + "?>",
-            "<![CDATA[<!-- " + noTags + "]]>",
-            "<a b='>' c=\"'>\"/>",
-            "<!DOCTYPE a PUBLIC \"<!--\" '[' [<!-- ' -->]>",
-            "<!DOCTYPE a SYSTEM '<!--'>",
-            type,
-            names,
-            "</a>",
-            deep + QByteArray("<a/><a></a><a xmlns=''></a>").repeated(300)};
-        for (const QByteArray& before : befores) {
+            "<!DOCTYPE a [<!ATTLIST b c CDATA ']>'>\n<?x ]\" ?><!ENTITY e \"]>\">]>";
+        const QByteArray skipped = "<!-- don't --><!-- \" --><!--->--><!--" + noTags +
+                                   "--><?x <!-- " + noTags +
+                                   "?></a><a b='>' c=\"'>\"/><!DOCTYPE a PUBLIC \"<!--\" '[' [<!-- "
+                                   "' -->]><!DOCTYPE a SYSTEM '<!--'>" +
+                                   type + "<![CDATA[<!-- " + noTags + "]]>";
+        const QByteArray closed = QByteArray("<a/><a></a><a xmlns=''></a>").repeated(300);
+        for (const QByteArray& before : {QByteArray(), skipped, names, deep + closed}) {
             QCOMPARE(cutAt(before + tag("a", 64)), -1);
             QCOMPARE(cutAt(before + tag("a", 65)), before.size());
         }
@@ -124,9 +114,7 @@ private Q_SLOTS:
         QCOMPARE(cutAt(utf16->fromUnicode(tag("a", 65))), 0);
         const QByteArray utf7 = "<?xml version='1.0' encoding='UTF-7'?>";
         QCOMPARE(cutAt(utf7 + tag("a", 65).replace("=", "+AD0-")), utf7.size());
-        const QString text = tintwell::readableXml(type + "<a/>").text;
-        QCOMPARE(text.simplified(), "<!DOCTYPE a ><a/>");
-        QCOMPARE(text.count('\n'), 2);
+        QCOMPARE(tintwell::readableXml(type).text.remove(' '), "<!DOCTYPEa\n>");
     }
 
     void oddPaths() {
@@ -148,16 +136,15 @@ private Q_SLOTS:
                 Read_LUTFile lut(nullptr);
                 QVERIFY2(!lut.ReadFile(samples::request(path, code), false), qPrintable(path));
                 QVERIFY2(lut.lastError.contains(reason), qPrintable(lut.lastError));
-                QVERIFY(lut.data3D == nullptr);
             }
         }
         QCOMPARE(QDir("/proc/self/fd").entryList().size(), open);
         Read_LUTFile lut(nullptr);
         samples::empty3D(lut, 2);
-        for (int n = 3; n < paths.size(); ++n) {
+        for (const auto& [path, reason] : paths.mid(3)) {
             Write_LUTFile writer(nullptr);
-            QVERIFY(!writer.WriteFile(samples::request(paths[n].first, 0), lut));
-            QVERIFY2(!writer.lastError.isEmpty(), qPrintable(paths[n].first));
+            QVERIFY2(!writer.WriteFile(samples::request(path, 0), lut), reason);
+            QVERIFY2(!writer.lastError.isEmpty(), reason);
         }
     }
 
@@ -203,22 +190,17 @@ private Q_SLOTS:
 
     /// Another program empties and refills the file while it is read.
     void shrinkingFile() {
-        const QByteArray content(1 << 20, '1');
-        const QString path = m_folder.file("shrinking", content);
-        std::atomic<bool> done{false};
-        std::thread other([&] {
-            for (int n = 0; !done; ++n) {
-                static_cast<void>(truncate(qPrintable(path), n % 2 * content.size()));
+        const QString path = m_folder.file("shrinking", QByteArray(1 << 20, '1'));
+        std::jthread other([&](const std::stop_token& stop) {
+            for (int n = 0; !stop.stop_requested(); ++n) {
+                static_cast<void>(truncate(qPrintable(path), n % 2 << 20));
             }
         });
-        QByteArray found;
         for (int n = 0; n < 200; ++n) {
             QString error;
-            found += tintwell::readBounded(path, error).value_or("?");
+            const QByteArray found = tintwell::readBounded(path, error).value_or("?");
+            QCOMPARE(found.count('1') + found.count('\0'), found.size());
         }
-        done = true;
-        other.join();
-        QCOMPARE(found.count('1') + found.count('\0'), found.size());
     }
 };
 

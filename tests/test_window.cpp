@@ -1,4 +1,5 @@
 #include "app/main_window.h"
+#include "lut/lattice.h"
 #include "samples.h"
 
 #include <QtWidgets>
@@ -42,21 +43,17 @@ private:
     QTimer m_timer;
 };
 
-/// A file with samples that are all different, \a step apart in a lattice that is larger by so
-/// much.
+/// A file of samples that are all different: every \a step-th of a larger lattice.
 QByteArray cube(int points, int step = 1, bool swapsChannels = false, bool swapsAxes = false) {
+    const char* const line =
+        swapsChannels ? "1.000000 0.5%05d 0.%06d\n" : "0.%06d 0.5%05d 1.000000\n";
     QByteArray text = "TITLE \nLUT_3D_SIZE " + QByteArray::number(points) + '\n';
     const int size = (points - 1) * step + 1;
-    for (int i = 0; i < size; i += step) {
-        for (int j = 0; j < size; j += step) {
-            for (int k = 0; k < size; k += step) {
-                const int n = swapsAxes ? (k * size + j) * size + i : (i * size + j) * size + k;
-                const char* const line =
-                    swapsChannels ? "1.000000 0.5%05d 0.%06d\n" : "0.%06d 0.5%05d 1.000000\n";
-                text += QString::asprintf(line, n, n).toLatin1();
-            }
-        }
-    }
+    tintwell::visitLattice(points, [&](int i, int j, int k) {
+        const int n = step * (swapsAxes ? (k * size + j) * size + i : (i * size + j) * size + k);
+        text += QString::asprintf(line, n, n).toLatin1();
+        return true;
+    });
     return text;
 }
 
@@ -305,19 +302,6 @@ private Q_SLOTS:
                          cube(outputPoints, points > outputPoints ? 2 : 1, swaps & 1, swaps & 2),
                      QByteArray::number(way));
         }
-    }
-
-    void keyboard() {
-        QString visited;
-        for (int n = 0; n < 18; ++n) {
-            visited += QApplication::focusWidget()->objectName() + ' ';
-            QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
-        }
-        QCOMPARE(visited,
-                 "inputButton inputName inputType inputDimension inputSize3D inputSize1D "
-                 "inputDefaultOrder inputDataOrder inputTableOrder outputButton outputPath "
-                 "outputType outputSize3D outputDefaultOrder outputDataOrder outputTableOrder "
-                 "language startButton ");
     }
 
     void onePressCountsOnce() {
