@@ -77,7 +77,7 @@ private Q_SLOTS:
             verifyPrompt(code, utf16->fromUnicode(swollen("", "1\n").left(1 << 19)));
             QByteArray before;
             for (const QByteArray& line :
-                 contentOf(data.filePath(sample.file)).split('\n').mid(0, 9) + units) {
+                 contentOf(data.filePath(sample.file)).split('\n').mid(0, 5) + units) {
                 verifyPrompt(code, swollen(before, line + '\n'));
                 verifyPrompt(code, swollen(before, line + ' '));
                 before += line + '\n';
