@@ -99,7 +99,7 @@ private Q_SLOTS:
         const QByteArray type =
             "<!DOCTYPE a [<!ATTLIST b c CDATA ']>'>\n<?x ]\" ?><!ENTITY e \"]>\">]>";
         const QByteArray skipped = "<!-- don't --><!-- \" --><!--->--><!--" + noTags +
-                                   "--><?x <!-- " + noTags +
+                                   "--><?x?><?x <!-- " + noTags +
                                    "?></a><a b='>' c=\"'>\"/><!DOCTYPE a PUBLIC \"<!--\" '[' [<!-- "
                                    "' -->]><!DOCTYPE a SYSTEM '<!--'>" +
                                    type + "<![CDATA[<!-- " + noTags + "]]>";

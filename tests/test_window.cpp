@@ -107,13 +107,13 @@ class TestWindow : public QObject {
     Qt::DropAction drop(const QMimeData& data) const {
         auto* const field = find<QLineEdit>("outputPath");
         QDragEnterEvent enter({9, 9}, Qt::CopyAction | Qt::MoveAction, &data, Qt::LeftButton, {});
-        enter.setDropAction(Qt::MoveAction);
         enter.ignore();
         QApplication::sendEvent(field, &enter);
         if (!enter.isAccepted()) {
             return Qt::IgnoreAction;
         }
         QDropEvent released({9, 9}, enter.possibleActions(), &data, Qt::LeftButton, {});
+        released.setDropAction(Qt::MoveAction);
         QApplication::sendEvent(m_window.data(), &released);
         return released.dropAction();
     }
