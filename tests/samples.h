@@ -1,5 +1,7 @@
 #pragma once
 
+#include "calc/make_table.h"
+#include "lut/lattice.h"
 #include "lut/read_lutfile.h"
 #include "lut/write_lutfile.h"
 
@@ -56,16 +58,12 @@ inline LUTFILE_ST request(const QString& path, int code, bool dataOrder, bool ta
 /// Gives a container a table whose cell (a, b, c) is \a value of it.
 inline void fill3D(Read_LUTFile& lut, int size,
                    const std::function<QVector<float>(int, int, int)>& value) {
-    lut.setSize3D(size);
-    QVERIFY(lut.allocate3D());
-    for (int i = 0; i < size; ++i) {
-        for (int j = 0; j < size; ++j) {
-            for (int k = 0; k < size; ++k) {
-                const QVector<float> cell = value(i, j, k);
-                std::copy(cell.cbegin(), cell.cend(), lut.data3D[i][j][k]);
-            }
-        }
-    }
+    QVERIFY(tintwell::makeZeros(lut, tintwell::TableKind::ThreeD, size));
+    tintwell::visitLattice(size, [&](int i, int j, int k) {
+        const QVector<float> cell = value(i, j, k);
+        std::copy(cell.cbegin(), cell.cend(), lut.data3D[i][j][k]);
+        return true;
+    });
 }
 
 inline void fillRandom(Read_LUTFile& lut, int size, unsigned seed, float min = 0, float max = 1) {
@@ -78,18 +76,11 @@ inline void fillRandom(Read_LUTFile& lut, int size, unsigned seed, float min = 0
 
 /// The same for a 1D table.
 inline void fill1D(Read_LUTFile& lut, int size, const std::function<QVector<float>(int)>& value) {
-    lut.setSize1D(size);
-    QVERIFY(lut.allocate1D());
+    QVERIFY(tintwell::makeZeros(lut, tintwell::TableKind::OneD, size));
     for (int n = 0; n < size; ++n) {
         const QVector<float> cell = value(n);
         std::copy(cell.cbegin(), cell.cend(), lut.data1D[n]);
     }
-}
-
-/// A table of zeros.
-inline void empty3D(Read_LUTFile& lut, int size) {
-    lut.setSize3D(size);
-    QVERIFY(lut.allocate3D());
 }
 
 inline QVector<float> cell(const float* from) {

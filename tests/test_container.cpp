@@ -48,7 +48,7 @@ private Q_SLOTS:
 
     /// The container frees everything it holds and keeps no trace of it. Checked by the sanitizer.
     void tablesLeaveTheContainer() {
-        float**** taken = nullptr;
+        Read_LUTFile owner(nullptr);
         for (const int size : {9, 2, 5}) { // often at the same address
             Read_LUTFile lut(nullptr);
             lut.setSize3D(size + 3);
@@ -58,13 +58,11 @@ private Q_SLOTS:
             lut.size3D = size;
             lut.data3D[size - 1][size - 1][size - 1][2] = 1;
             if (size == 5) {
-                taken = lut.data3D;
-                lut.size3D = 0;
+                owner.data3D = lut.data3D;
+                owner.size3D = size;
+                lut.size3D = 0; // not its own any more
             }
         }
-        Read_LUTFile owner(nullptr);
-        owner.data3D = taken;
-        owner.size3D = 5;
         QCOMPARE(owner.data3D[4][4][4][2], 1.0F);
     }
 };

@@ -32,16 +32,15 @@ private Q_SLOTS:
         };
         for (const auto& row : rows) {
             Read_LUTFile lut(nullptr);
-            samples::empty3D(lut, 1);
+            tintwell::makeZeros(lut, tintwell::TableKind::ThreeD, 1);
             samples::fill1D(lut, 1, [&](int) { return QVector<float>(3, row.sample); });
             std::copy_n(lut.data1D[0], 3, lut.data3D[0][0][0]);
-            unsigned short words[3] = {};
-            m_calc.Lut1D_to_Uart(words, row.bits, lut);
-            QCOMPARE(int(words[2]), row.word);
-            m_calc.Lut3D_to_Uart(words, row.bits, lut);
-            QCOMPARE(int(words[1]), row.word);
-            m_calc.Gamma_to_Uart(words, row.bits, lut);
-            QCOMPARE(int(words[0]), row.word);
+            for (const auto pack :
+                 {&LutCalc::Lut1D_to_Uart, &LutCalc::Lut3D_to_Uart, &LutCalc::Gamma_to_Uart}) {
+                unsigned short words[3] = {};
+                (m_calc.*pack)(words, row.bits, lut);
+                QCOMPARE(int(words[0]), row.word);
+            }
         }
     }
 
@@ -52,7 +51,7 @@ private Q_SLOTS:
             given.push_back(static_cast<unsigned short>(n * 49));
         }
         Read_LUTFile lut(nullptr);
-        samples::empty3D(lut, 3);
+        tintwell::makeZeros(lut, tintwell::TableKind::ThreeD, 3);
         samples::fill1D(lut, 27, [](int) { return QVector<float>(3, 9); });
         m_calc.Uart_to_Lut3D(given.data(), 12, lut);
         m_calc.Uart_to_Lut1D(given.data(), 12, lut);

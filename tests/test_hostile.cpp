@@ -140,7 +140,7 @@ private Q_SLOTS:
         }
         QCOMPARE(QDir("/proc/self/fd").entryList().size(), open);
         Read_LUTFile lut(nullptr);
-        samples::empty3D(lut, 2);
+        tintwell::makeZeros(lut, tintwell::TableKind::ThreeD, 2);
         for (const auto& [path, reason] : paths.mid(3)) {
             Write_LUTFile writer(nullptr);
             QVERIFY2(!writer.WriteFile(samples::request(path, 0), lut), reason);

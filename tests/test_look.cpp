@@ -20,18 +20,6 @@ QByteArray table(const QByteArray& size, const QByteArray& data, const QByteArra
     return '<' + name + "><size>" + size + "</size><data>" + data + "</data></" + name + '>';
 }
 
-QByteArray attributes(int count) {
-    QByteArray text;
-    for (int n = 0; n < count; ++n) {
-        text += 'a' + QByteArray::number(n) + "='>' ";
-    }
-    return text;
-}
-
-QByteArray nested(int depth) {
-    return QByteArray("<x>").repeated(depth) + QByteArray("</x>").repeated(depth);
-}
-
 QByteArray look(const QByteArray& content) {
     return "<?xml version=\"1.0\"?>\n<look>" + content + "</look>\n";
 }
@@ -126,26 +114,24 @@ private Q_SLOTS:
         QCOMPARE(lut.domainMax1D[0], 1.0F);
     }
 
+    /// Markup within markup, encodings, and tags beyond the limits, which end the reading.
     void markup() {
         const QByteArray noTags = QByteArray("if (a<b) x=1; <y xmlns=' ").repeated(300);
         const QString wide = QString::fromLatin1(look(plain));
+        const QByteArray deep = QByteArray("<x>").repeated(300);
         expect(
             second,
-            {"<!DOCTYPE look SYSTEM 'look.dtd'>" + plain,
-             "<!DOCTYPE LUT [<!-- ]' --><?x ]\" ?><!ELEMENT LUT ANY>\n"
+            {"<!DOCTYPE LUT [<!-- ]' --><?x ]\" ?><!ELEMENT LUT ANY>\n"
              "<!ATTLIST LUT a CDATA ']>'>\n<!ENTITY e \"]>\">]>" +
                  plain,
              "\xFF\xFE" + QByteArray(reinterpret_cast<const char*>(wide.utf16()), 2 * wide.size()),
              "<?xml version='1.0' encoding='ISO-8859-1'?><gr\xFCn>" + plain + "</gr\xFCn>",
-             look("<x " + attributes(64) + "/>" + nested(255) + plain),
-             look(QByteArray("<x/><y b='/'></y>").repeated(999) + plain),
              look("<shaders><![CDATA[" + noTags + "]]></shaders><!-- " + noTags + " --><?x " +
                   noTags + "?>" + plain),
-             look(plain) + "<x " + attributes(65) + "/>"}); // where nobody reads
+             look(plain) + deep}); // where nobody reads
         expect("fails",
                {"<!DOCTYPE LUT [<!ENTITY e \"" + points(0, 8) + "\">]>" + table("2", "&e;"),
-                "<!DOCTYPE LUT SYSTEM 'e'>" + table("2", "&e;"),
-                look("<x " + attributes(65) + "/>" + plain), look(nested(256) + plain)});
+                "<!DOCTYPE LUT SYSTEM 'e'>" + table("2", "&e;"), look(deep + plain)});
     }
 
     void ordersAndProbes() {

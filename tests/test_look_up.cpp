@@ -89,11 +89,8 @@ Codes lookedUp(const Read_LUTFile& lut, const Codes& in) {
 
 void fillRandom(Read_LUTFile& lut, int size, unsigned seed) {
     samples::fillRandom(lut, size, seed, -0.5F, 1.5F);
-    std::mt19937 random(seed);
-    std::uniform_real_distribution<float> real(-0.5F, 1.5F);
-    samples::fill1D(lut, size, [&](int) {
-        return QVector<float>{real(random), real(random), real(random)};
-    });
+    samples::fill1D(lut, size,
+                    [&](int n) { return samples::cell(lut.data3D[n][size - 1 - n][0]); });
 }
 
 void setDomains(Read_LUTFile& lut, const QVector<float>& minima, const QVector<float>& maxima) {
@@ -198,48 +195,38 @@ private Q_SLOTS:
                 QCOMPARE(samples::cell(grey.data1D[at[2]]), throughLattice(source, level));
             }
             QCOMPARE(made.domainMax3D[0], 1.0F);
-            m_calc.Lut3D_OnebyOne(made);
+            m_calc.Lut3D_OnebyOne(merged);
             m_calc.Lut1D_OnebyOne(made);
-            QCOMPARE(samples::cell(made.data3D[to - 1][to / 3][0]),
-                     QVector<float>({unit(to - 1, to), unit(to / 3, to), 0}));
-            QCOMPARE(samples::cell(made.data1D[to / 3]), QVector<float>(3, unit(to / 3, to)));
+            m_calc.Lut1D_to_Lut3D(source.data1D, from, made);
+            m_calc.Lut1D_to_Lut3D(second.data1D, 0, made); // no entries
+            for (int n = 0; n < to; ++n) {
+                const float position = unit(n, to);
+                const float* const below = source.data1D[int(position * float(from - 1))];
+                const float first = source.data1D[0][0];
+                QCOMPARE(samples::cell(made.data1D[n]), QVector<float>(3, position));
+                QCOMPARE(samples::cell(merged.data3D[n][0][n]),
+                         QVector<float>({position, 0, position}));
+                QCOMPARE(samples::cell(made.data3D[0][n][n]),
+                         QVector<float>({first, below[1], below[2]}));
+            }
         }
     }
 
-    void expansionUsesTheEntryBelow() {
-        Read_LUTFile curve(nullptr);
-        Read_LUTFile lut(nullptr);
-        samples::fill1D(curve, 1024, [](int i) {
-            return QVector<float>({float(i), float(i) + 0.25F, float(i) + 0.5F});
-        });
-        samples::empty3D(lut, 33);
-        m_calc.Lut1D_to_Lut3D(curve.data1D, 1024, lut);
-        QCOMPARE(samples::cell(lut.data3D[1][2][3]), QVector<float>({31, 63.25F, 95.5F}));
-        QCOMPARE(samples::cell(lut.data3D[32][0][31]), QVector<float>({1023, 0.25F, 991.5F}));
-        m_calc.Lut1D_to_Lut3D(curve.data1D, 0, lut); // no entries
-        QCOMPARE(lut.data3D[1][2][3][0], 31.0F);
-        m_calc.Lut1D_to_Lut3D(curve.data1D, 1, lut);
-        QCOMPARE(samples::cell(lut.data3D[32][32][32]), QVector<float>({0, 0.25F, 0.5F}));
-    }
-
-    /// Nor is a size alone, as after a probe, a table.
+    /// A size alone, as after a probe, is not a table.
     void missingTables() {
         Read_LUTFile none(nullptr);
         Read_LUTFile lut(nullptr);
         none.size3D = none.size1D = 3;
         fillRandom(lut, 3, 8);
         const float before[] = {lut.data3D[0][0][0][0], lut.data1D[0][0]};
-        for (Read_LUTFile* const to : {&lut, &none}) {
-            m_calc.Lut3D_Out(none, *to);
-            m_calc.Lut1D_Out(none, *to);
-            m_calc.Lut3D_Merge(none, lut, *to);
-            m_calc.Lut3D_Merge(lut, none, *to);
-            m_calc.Lut3D_to_Lut1D(none, *to);
+        for (const auto make :
+             {&LutCalc::Lut3D_Out, &LutCalc::Lut1D_Out, &LutCalc::Lut3D_to_Lut1D}) {
+            (m_calc.*make)(none, lut);
+            (m_calc.*make)(lut, none);
         }
-        m_calc.Lut3D_Out(lut, none);
-        m_calc.Lut1D_Out(lut, none);
+        m_calc.Lut3D_Merge(none, lut, lut);
+        m_calc.Lut3D_Merge(lut, none, lut);
         m_calc.Lut3D_Merge(lut, lut, none);
-        m_calc.Lut3D_to_Lut1D(lut, none);
         m_calc.Lut1D_to_Lut3D(lut.data1D, 3, none);
         m_calc.Lut3D_OnebyOne(none);
         m_calc.Lut1D_OnebyOne(none);
@@ -270,7 +257,7 @@ private Q_SLOTS:
         samples::fillRandom(point, 1, 9);
         QCOMPARE(lookedUp(point, {1, 2, 3}), (Codes{9999, 9999, 9999}));
         Read_LUTFile finest(nullptr);
-        samples::empty3D(finest, 256);
+        tintwell::makeZeros(finest, tintwell::TableKind::ThreeD, 256);
         m_calc.Lut3D_OnebyOne(finest);
         QCOMPARE(lookedUp(finest, {255, 90, 0}), (Codes{255, 90, 0}));
     }
