@@ -4,7 +4,6 @@
 
 #include <QProcess>
 
-#include <cmath>
 #include <functional>
 
 namespace samples {
@@ -48,20 +47,6 @@ protected:
 inline void read(const QString& path, int code, Read_LUTFile& lut) {
     const bool lattice = Read_LUTFile::formatIs3D(code);
     QVERIFY(lut.ReadFile(lattice ? request(path, code) : request(path, code, true, true), false));
-}
-
-/// Whether two tables of one kind have the same size, and no numbers are further apart.
-inline bool agree(const Read_LUTFile& a, const Read_LUTFile& b, float tolerance) {
-    const int n = a.size3D;
-    const auto cellOf = [n](const Read_LUTFile& lut, int cell) {
-        return n > 0 ? lut.data3D[cell / n / n][cell / n % n][cell % n] : lut.data1D[cell];
-    };
-    bool agree = b.size3D == n && (n > 0 || a.size1D == b.size1D);
-    for (int m = 0; agree && m < 3 * (n > 0 ? n * n * n : a.size1D); ++m) {
-        const float apart = cellOf(a, m / 3)[m % 3] - cellOf(b, m / 3)[m % 3];
-        agree = std::fabs(apart) <= tolerance;
-    }
-    return agree;
 }
 
 } // namespace samples

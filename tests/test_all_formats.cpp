@@ -106,6 +106,7 @@ private Q_SLOTS:
     void samplesRead_data() { addFormats(); }
     void samplesRead() {
         QFETCH(int, code);
+        QCOMPARE(int(samples::sampleOf(code).code), code);
         const LUTFILE_ST st = samples::request(sampleFile(code), code);
         const bool tableOrder = samples::sampleOf(code).readerIsBlueFastest;
         Read_LUTFile probed(nullptr);

@@ -9,8 +9,6 @@
 #include <ctime>
 #include <thread>
 
-#include <malloc.h>
-#include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -156,36 +154,6 @@ private Q_SLOTS:
         QCOMPARE(truncate(qPrintable(large), tintwell::MaxFileSize + 1), 0);
         QVERIFY(!tintwell::readBounded(large, error));
         QCOMPARE(error, "found 536870913 bytes, expected at most 536870912");
-    }
-
-    /// Reads and writes end in time, with a message if memory runs out at any step.
-    void littleMemory() {
-#ifdef __SANITIZE_ADDRESS__
-        QSKIP("the sanitizer needs memory of its own");
-#endif
-        const QByteArray kinds = "0 1\n" + QByteArray("0 1\n1 2 3\n4 5 x\n").repeated(200'000);
-        const LUTFILE_ST in = samples::request(m_folder.file("large.3dl", kinds), 3);
-        const LUTFILE_ST out = samples::request(m_folder.path("large.cube"), 0);
-        Read_LUTFile table(nullptr);
-        samples::fillRandom(table, 65, 1);
-        rlimit all{};
-        getrlimit(RLIMIT_AS, &all);
-        QSet<bool> reads;
-        QSet<bool> writes;
-        for (rlim_t spare = 1 << 12; spare < 1 << 25; spare += spare / 4) {
-            Read_LUTFile lut(nullptr);
-            Write_LUTFile writer(nullptr);
-            malloc_trim(0);
-            const rlim_t pages = contentOf("/proc/self/statm").split(' ').front().toULong();
-            const rlimit little = {pages * rlim_t(sysconf(_SC_PAGESIZE)) + spare, all.rlim_max};
-            setrlimit(RLIMIT_AS, &little);
-            reads += lut.ReadFile(in, false);
-            writes += writer.WriteFile(out, table);
-            setrlimit(RLIMIT_AS, &all);
-            QCOMPARE(lut.lastError.isEmpty(), lut.data3D != nullptr);
-        }
-        QCOMPARE(reads.size(), 2);
-        QCOMPARE(writes.size(), 2);
     }
 
     /// Another program empties and refills the file while it is read.

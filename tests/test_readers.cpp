@@ -180,6 +180,11 @@ constexpr struct {
     {Csv, "3: 0 0 0 1 1 1 1 1 1", "0,-5\n1,9\n2,3\n"},
     {Csv, "2: 0 0 0 0 0 0", "0\n1\n"},
     {Csv, "nothing", "Index\n,1\n#0,1\n"},
+    // The last code gives the scale; a power of two is one too many.
+    {Csv, "2: 1 1 1 0 0 0", "0,1\n1,-7\n"},
+    {Csv, "2: 1 1 1 1 1 1", "0,1\n1,2\n"},
+    {Csv, "2: 0.33333 0.33333 0.33333 1 1 1", "0,1\n1,4\n"},
+    {Csv, "2: 0.14286 0.14286 0.14286 0.71429 0.71429 0.71429", "0,1\n1,5\n"},
 };
 
 /// Sample lines numbered by their first value; with \a step 1, in integer codes.
@@ -464,26 +469,6 @@ private Q_SLOTS:
         file.expect("fails", {start + "three\n2 1 1\n"});
     }
 
-    void csvScales() {
-        const samples::OneFormat file(Csv);
-        QByteArray ramp;
-        for (int n = 0; n < 255; ++n) {
-            ramp += QByteArray::number(n) + ",\t" + QByteArray::number(n) + '\n';
-        }
-        const std::pair<const char*, float> scales[] = {
-            {"-7", 1},      {"2", 1},       {"3", 3},        {"1023", 1023},
-            {"1024", 1023}, {"1025", 2047}, {"63\n256", 63}, {"2147483647", 2147483648.0F}};
-        for (const auto& [last, scale] : scales) { // a probe leaves full scale in the domain
-            Read_LUTFile lut(nullptr);
-            QVERIFY(file.read(lut, ramp + "255," + last, true));
-            QCOMPARE(samples::cell(lut.domainMax1D), QVector<float>(3, scale));
-        }
-        Read_LUTFile lut(nullptr);
-        QVERIFY(!file.read(lut, ramp + "\nIndex\n", true)); // too few for a probe
-        QCOMPARE(lut.size1D, 255);
-        QVERIFY(!file.read(lut, QByteArray("0\n").repeated(Read_LUTFile::MaxSize1D + 1)));
-    }
-
     /// What a read of a header leaves in the container, and what an earlier one left there.
     void probes() {
         for (const auto& [code, text] :
@@ -506,10 +491,15 @@ private Q_SLOTS:
         QVERIFY(cube.read(lut, "Mesh 1 1\n" + numbered(0, 125), true) && lut.meshHeader);
         QCOMPARE(lut.size3D, 5);
         QVERIFY(cube.read(lut, "LUT_3D_SIZE 2\n", true) && !lut.meshHeader);
-        Read_LUTFile plain(nullptr);
-        QVERIFY(samples::OneFormat(Plain1D).read(plain, "", true));
-        QCOMPARE(plain.size1D, 256);
-        QVERIFY(!samples::OneFormat(Plain1D).read(plain, ""));
+        const auto read = [](auto code, const QByteArray& text, bool probe) {
+            Read_LUTFile table(nullptr);
+            return samples::OneFormat(code).read(table, text, probe) ? table.size1D : -1;
+        };
+        QCOMPARE(read(Plain1D, "", true), 256);
+        QCOMPARE(read(Plain1D, "", false), -1);
+        QCOMPARE(read(Csv, QByteArray("0\n").repeated(255), true), -1);
+        QCOMPARE(read(Csv, QByteArray("0\n").repeated(256), true), 256);
+        QCOMPARE(read(Csv, QByteArray("0\n").repeated(Read_LUTFile::MaxSize1D + 1), false), -1);
     }
 };
 

@@ -125,25 +125,14 @@ private Q_SLOTS:
             QVERIFY(QFile::link(file, m_folder.path("disk/link.cube")));
             QCOMPARE(run("convert --force in.cube disk/link.cube", fault).errors, QString());
             QVERIFY(isWhole());
-            QCOMPARE(entries(), QStringList({"link.cube", "o.cube"}));
+            QCOMPARE(run("convert in.cube disk/new.cube", fault).status, fault.error == EACCES);
+            QCOMPARE(isWhole("disk/new.cube"), fault.error != EACCES);
+            QCOMPARE(entries().size(), fault.error == EACCES ? 2 : 3);
             QCOMPARE(stat(qPrintable(file), &after), 0);
             QCOMPARE(after.st_ino == before.st_ino, inPlace);
             QCOMPARE(after.st_uid, disowned ? 0 : other);
             const mode_t compared = inPlace ? 0777 : 07777; // writing may clear the rest
             QCOMPARE(after.st_mode & compared, (disowned ? 0600U : 04640U) & compared);
-        }
-    }
-
-    void makesNewFiles() {
-        const QString line = "convert in.cube disk/new.cube";
-        for (const Fault& fault : {Fault{}, Fault{"tmpfile", EOPNOTSUPP}}) {
-            init();
-            QCOMPARE(run(line, fault).errors, QString());
-            QVERIFY(isWhole("disk/new.cube"));
-            QCOMPARE(QFile::permissions(m_folder.path("disk/new.cube")),
-                     QFile::permissions(m_folder.path("in.cube")));
-            QCOMPARE(run(line, fault).status, 1);
-            QCOMPARE(entries().size(), 2);
         }
     }
 
@@ -232,7 +221,7 @@ private Q_SLOTS:
         QSKIP("the sanitizer needs more memory than is left");
 #endif
         int failures = 0;
-        for (rlim_t mebibytes = 60; mebibytes < 120; mebibytes += 3) {
+        for (rlim_t mebibytes = 60; mebibytes < 110; ++mebibytes) {
             Program program(m_folder);
             program.inChild = [mebibytes] {
                 const rlimit little = {mebibytes << 20U, mebibytes << 20U};
