@@ -234,6 +234,13 @@ private Q_SLOTS:
         tintwell::lookUp(none, before, out);
         QCOMPARE(samples::cell(out), QVector<float>(3, 9));
         QCOMPARE(lookedUp(none, {1, 2, 3}), (Codes{9999, 9999, 9999}));
+        for (const int size : {0, Read_LUTFile::MaxSize1D + 1}) {
+            for (const auto kind : {tintwell::TableKind::OneD, tintwell::TableKind::ThreeD}) {
+                QVERIFY(!tintwell::makeIdentity(none, kind, size));
+                QVERIFY(!tintwell::reshape(lut, none, kind, size));
+                QVERIFY(!tintwell::compose(lut, lut, none, kind, size));
+            }
+        }
         QCOMPARE(lut.data3D[0][0][0][0], before[0]);
         QCOMPARE(lut.data1D[0][0], before[1]);
     }
