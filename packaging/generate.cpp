@@ -1,5 +1,6 @@
 // Prints what is generated from the commands' definitions: "bash" or "zsh" for the completions,
-// "man" for the options of the manual page. Used by scripts/generate.
+// "man" for the options of the manual page; and "readme" for the table of formats from the
+// catalogue. Used by scripts/generate.
 
 #include "cli/command.h"
 #include "lut/catalogue.h"
@@ -259,14 +260,28 @@ QString manOptions() {
     return text;
 }
 
+QString formatTable() {
+    QString text =
+        QStringLiteral("| Code | Label | Kind | Reads | Writes |\n|---|---|---|---|---|\n");
+    for (const tintwell::Format& format : tintwell::catalogue) {
+        text += QStringLiteral("| %1 | %2 | %3 | yes | %4 |\n")
+                    .arg(codeOf(format))
+                    .arg(QString::fromUtf8(format.label),
+                         QLatin1String(tintwell::kindName(format.kind)),
+                         QLatin1String(format.write != nullptr ? "yes" : "no"));
+    }
+    return text;
+}
+
 } // namespace
 
 int main(int argc, char* argv[]) {
     const QString what = QString::fromLatin1(argc > 1 ? argv[1] : "");
-    const QString text = what == QLatin1String("bash")  ? bashCompletion()
-                         : what == QLatin1String("zsh") ? zshCompletion()
-                         : what == QLatin1String("man") ? manOptions()
-                                                        : QString();
+    const QString text = what == QLatin1String("bash")     ? bashCompletion()
+                         : what == QLatin1String("zsh")    ? zshCompletion()
+                         : what == QLatin1String("man")    ? manOptions()
+                         : what == QLatin1String("readme") ? formatTable()
+                                                           : QString();
     const bool printed = std::fputs(qUtf8Printable(text), stdout) >= 0 && std::fflush(stdout) == 0;
     return printed && !text.isEmpty() ? 0 : 1;
 }

@@ -210,20 +210,6 @@ private Q_SLOTS:
             }
         }
     }
-
-    /// The README's table agrees with the catalogue.
-    void readmeListsTheCatalogue() {
-        QFile readme(QStringLiteral(TINTWELL_TEST_DATA "/../../README.md"));
-        QVERIFY(readme.open(QIODevice::ReadOnly));
-        const QString text = QString::fromUtf8(readme.readAll());
-        for (const tintwell::Format& format : tintwell::catalogue) {
-            const QString row = QStringLiteral("| %1 | %2 | %3 | yes | %4 |")
-                                    .arg(codeOf(format))
-                                    .arg(QString::fromUtf8(format.label), kindName(format.kind),
-                                         format.write != nullptr ? "yes" : "no");
-            QVERIFY2(text.contains(row), qPrintable(row));
-        }
-    }
 };
 
 QTEST_GUILESS_MAIN(TestAllFormats)

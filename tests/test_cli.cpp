@@ -290,22 +290,6 @@ private Q_SLOTS:
         check(runs[row], run(runs[row].line));
     }
 
-    /// The documents contain what scripts/generate makes of the commands' definitions.
-    void documentsAreGenerated() {
-        const char* const documents[][2] = {{"man", "/docs/tintwell-cli.1"},
-                                            {"bash", "/packaging/completions/tintwell-cli.bash"},
-                                            {"zsh", "/packaging/completions/_tintwell-cli"}};
-        for (const auto& [kind, path] : documents) {
-            QFile file(QString(TINTWELL_SOURCE) + path);
-            QVERIFY(file.open(QIODevice::ReadOnly));
-            QProcess generate;
-            generate.start(TINTWELL_GENERATE, {kind});
-            QVERIFY(generate.waitForFinished() && generate.exitCode() == 0);
-            const QByteArray made = generate.readAllStandardOutput();
-            QVERIFY2(made.contains("verbose") && file.readAll().contains(made), kind);
-        }
-    }
-
     void printsJson() {
         const auto parsed = [](const Outcome& outcome) {
             const bool whole = outcome.output.endsWith("]\n");
