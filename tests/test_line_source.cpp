@@ -1,4 +1,3 @@
-#include "formats/text/lattice_walk.h"
 #include "formats/text/line_source.h"
 #include "formats/text/words.h"
 #include "lut/header_lines.h"
@@ -7,7 +6,6 @@
 #include <QTextCodec>
 #include <QTextStream>
 
-using tintwell::FillResult;
 using tintwell::LineSource;
 
 namespace {
@@ -108,27 +106,6 @@ private Q_SLOTS:
         QCOMPARE(tintwell::toInt(" +17\t"), 17);
         QCOMPARE(tintwell::toInt("\uFEFF17"), 0);
         QCOMPARE(tintwell::toInt(std::string_view("17\0", 3)), 0);
-    }
-
-    void walksKeepTheEndRule() {
-        const QByteArrayList all = {"a", "b\n-", "c", "d", "e", "f", "-\ng", "h", "more"};
-        for (int count = 0; count <= 9; ++count) {
-            LineSource lines(m_folder.file("walk", "-\n" + all.mid(0, count).join('\n') + "\n-\n"));
-            const auto take = [](std::string_view line, int n) { return line[0] == 'a' + n; };
-            const FillResult end = count < 7    ? FillResult::EndedEarly
-                                   : count == 7 ? FillResult::LastMissing
-                                                : FillResult::Complete;
-            std::int64_t entries = 8;
-            std::int64_t cells = 8;
-            QCOMPARE(tintwell::walkEntries(lines, 8, take, &entries), end);
-            lines.rewind();
-            const auto takeCell = [&](std::string_view line, int i, int j, int k) {
-                return take(line, 4 * i + 2 * j + k);
-            };
-            QCOMPARE(tintwell::walkLattice(lines, 2, takeCell, &cells), end);
-            QCOMPARE(entries, std::min(count, 8));
-            QCOMPARE(cells, entries);
-        }
     }
 
     void headerLines() {

@@ -94,16 +94,6 @@ private Q_SLOTS:
         }
         compareAll("0.123456 9.876543 1.000000");
     }
-
-    void literals() {
-        int index = 5;
-        int value = 6;
-        QCOMPARE(scan("12,\t34", index, tintwell::Literal{','}, value), 2);
-        QCOMPARE(index * 100 + value, 1234);
-        QCOMPARE(scan("7 ,8", index, tintwell::Literal{','}, value), 1);
-        QCOMPARE(scan(",9", index, tintwell::Literal{','}, value), 0);
-        QCOMPARE(index * 100 + value, 734);
-    }
 };
 
 QTEST_GUILESS_MAIN(TestScan)
