@@ -55,7 +55,6 @@ constexpr Run runs[] = {
     {"- look.cube", 2, "unknown command \"-\""},
     {"--help", 0, "",
      "\n  convert   IN OUT                  Convert tables to another format, size or order.\n"},
-    {"-h", 0, "", "Usage: tintwell-cli COMMAND [options] ...\n"},
     {"--version", 0, "", "tintwell-cli 0.1.0\n"},
     {"convert -h", 0, "",
      "Usage: tintwell-cli convert [options] IN OUT\n"
@@ -93,7 +92,6 @@ constexpr Run runs[] = {
     {"convert look.cube o.lut", 2, "o.lut: the format may be discreet or lut, expected --to"},
     {"convert data/sample_discreet.lut same.lut", 0, ""},
     {"info same.lut", 0, "", "\n  format    discreet ("},
-    {"convert --to 99 look.cube o.cube", 2, "unknown format \"99\" (see tintwell-cli formats)"},
     {"convert look.cube", 2, "found no output, expected IN OUT"},
     {"convert a.cube b.cube c.cube", 2, "several inputs need --output-directory"},
     {"convert --to itx --output-directory look.cube/o look.cube", 1,
@@ -170,7 +168,6 @@ constexpr Run runs[] = {
     // Two tables
     {"merge none.3dl look.cube o.cube", 1, "none.3dl: No such file or directory"},
     {"merge look.cube none.3dl o.cube", 1, "none.3dl: No such file or directory"},
-    {"merge look.cube look.cube o.3dl", 2, "the format 3dl can be read, but not written"},
     {"merge look.cube data/sample.3dl --to spi3d -", 0, "", "\n2 2 2 0.999022 0.499511 0.288856\n"},
     {"merge bend.nvx1d look.cube --to spi3d -", 0, "", "\n1 1 1 0.500000 0.750000 0.375000\n"},
     {"merge look.cube bend.nvx1d --to spi3d -", 0, "", "\n1 1 1 0.500000 0.625000 0.250000\n"},
@@ -188,13 +185,11 @@ constexpr Run runs[] = {
     // Images
     {"apply look.cube none.png o.png", 1, "none.png: No such file or directory"},
     {"apply look.cube noise.png o.png", 1, "noise.png: is not an image of a known type"},
-    {"apply look.cube . o.png", 1, ".: is a folder, expected a file"},
     {"apply short.cube good.png o.png", 1, "short.cube:7: the file ends"},
     {"apply look.cube good.png no/o.png", 1, "no/o.png: not written: No such file"},
     {"apply look.cube good.png good.png", 1, "good.png: exists already"},
     {"apply look.cube good.png o.txt", 2, "o.txt: found the extension \"txt\", expected one of"},
     {"apply look.cube good.png", 2, "found 2 operands, expected LUT IN-IMAGE OUT-IMAGE"},
-    {"apply look.cube --in-order gbr good.png o.png", 2, "found --in-order gbr, expected rgb"},
     {"apply look.cube deep.png deep.bmp", 0,
      "deep.bmp: note: stores only 8 of the 16 bits per channel|"
      "deep.bmp: note: stores no alpha channel"},

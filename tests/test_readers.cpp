@@ -75,7 +75,6 @@ constexpr struct {
     {Discreet1D, "fails", "LUT:\nLUT: 3 1\n1\n"},
     {Discreet1D, "fails", "LUT: 3 0\n1\n"},
     {Discreet1D, "fails", "lut: 3 1\n1\n1\n1\n"},
-    {Discreet1D, "fails, 1048577", "LUT: 3 1048577\n1\n"},
 
     // Nothing counts before the width; the shaper, stored as B, G, R, is divided by it.
     {TruelightCube, "1^3: 0 1 0.25",
@@ -94,7 +93,6 @@ constexpr struct {
     {TruelightCube, "fails", "# width 16 17 17\n"},
     {TruelightCube, "fails", "# width 2 2\n"},
     {TruelightCube, "fails", ""},
-    {TruelightCube, "fails, 200^3", "# width 200 200 200\n"},
     {TruelightCube, "4^3: 0 0 0, 2: 0.5 0.25 0 1 1 0.75",
      "# width 4 4 4\n# lutLength 2\n# InputLUT\n0 1 2\n\n#\n3 4 5\n# End\n"},
     {TruelightCube, "1^3: 0 0 0, 2: 0 0 0 0 0 0",
@@ -118,7 +116,6 @@ constexpr struct {
      "3dlutsize 9\n3DLUT 9\n1 1 1\n# 3DLUTSIZE 9\n\n3DLUTSIZE 3DLUTSIZE1\n-1 1.5 1e9\nx\n1 1 1\n"},
     {DavLut, "1^3: 1 0 0", "3DLUTSIZE 1\n3DLUTSIZE 9\n1 1 1\n"}, // begins with a number
     {DavLut, "fails", "3DLUTSIZE\n3DLUTSIZE 1\n1 1 1\n"},
-    {DavLut, "fails", ""},
     {Itx, "1^3: 0 0.5 1",
      "# c\nTITLE \"a\"\nDOMAIN_MAX 2 2 2\nLUT_1D_SIZE 9\nLUT_3D_SIZE 1\n0 .5 1\n"},
     {Itx, "fails", "A LUT_3D_SIZE 1\n0 0 0\n"},
@@ -146,7 +143,6 @@ constexpr struct {
     {Spi3D, "2^3: 1 0.5 0.25", "SPILUT\n3 3\n2 2 2\n1\n0 0 1 0 .5 .25\n0\n0 0\n0 0 1 1\n"},
     {Spi3D, "2^3: 1 0.5 0.25",
      "SPILUT\n3 3\n2 2 2\n2 0 0 1 .5 .25\n0 -1 0 1 .5 .25\n0 0 2147483647 1 .5 .25\n0 0 1\n"},
-    {Spi3D, "1^3: 1 0.5 0", "SPILUT\n3 3\n1 1 1\n0 0 0 7 .5 -1\n"},
     {Spi3D, "2^3: 0 0 0", "SPILUT\n3 3\n2 2 2\n"},
     {Spi3D, "fails", "SPILUT\n3 1\n2 2 2\n"},
     {Spi3D, "fails", "SPILUT\n3 3\n32 32 16\n"},
@@ -165,7 +161,6 @@ constexpr struct {
     {Nvx1D, "fails, 2: 0 0 0 1 1 1", "Length 2\n0 0 0\n1 1 1\n0\n"},
     {Nvx1D, "fails", "From 0 1\n0 0 0\n"},
     {Nvx1D, "fails", "Length 0\nLength 1\n0 0 0\n"},
-    {Nvx1D, "fails", "Length\t1\n0 0 0\n"},
     {Nvx3D, "2^3: 0 0 0", "# c\n\n Length  2\n"},
     {Nvx3D, "2^3: 0 0 0", "Length 2\n0 0 0\nFrom 0 9\n1 1 1\n"}, // every line takes a place
     {Nvx3D, "2^3: 1 0.25 1", "From 0 4\nLength 2\n2 1 4\n9\n"},
@@ -178,8 +173,6 @@ constexpr struct {
     {Csv, "4: 0.33333 0.33333 0.33333 1 1 1 0 0 0 0 0 0", "-1,0\n0,1\n9,3\n1\n"},
     {Csv, "2: 1 1 1 0 0 0", "0,1\n2,1\n"},
     {Csv, "3: 0 0 0 1 1 1 1 1 1", "0,-5\n1,9\n2,3\n"},
-    {Csv, "2: 0 0 0 0 0 0", "0\n1\n"},
-    {Csv, "nothing", "Index\n,1\n#0,1\n"},
     // The last code gives the scale; a power of two is one too many.
     {Csv, "2: 1 1 1 0 0 0", "0,1\n1,-7\n"},
     {Csv, "2: 1 1 1 1 1 1", "0,1\n1,2\n"},
@@ -462,20 +455,17 @@ private Q_SLOTS:
 
     /// What a read of a header leaves in the container, and what an earlier one left there.
     void probes() {
-        for (const auto& [code, text] :
-             {std::pair{Nvx1D, "From 0.5 4\nLength 65\n"}, {Nvx3D, "From 0.5 4\nLength 65\n"}}) {
+        for (const auto& [code, text, from] : {std::tuple{Nvx1D, "From 0.5 4\nLength 65\n", 0.5F},
+                                               {Nvx3D, "From 0.5 4\nLength 65\n", 0.5F},
+                                               {ThreeDl, "Mesh 6 10\n", 0.0F},
+                                               {Mga, "in 274625\nout 9\n", 0.0F}}) {
             Read_LUTFile lut(nullptr);
+            lut.domainMin3D[2] = lut.domainMin1D[2] = 0.25F;
             QVERIFY(samples::OneFormat(code).read(lut, text, true));
             QCOMPARE(lut.size3D + lut.size1D, 65);
-            QCOMPARE(lut.domainMin3D[2] + lut.domainMin1D[2], 0.5F);
-            QVERIFY(!samples::OneFormat(code).read(lut, "From 0 1\n", true));
-        }
-        for (const auto& [code, text] :
-             {std::pair{ThreeDl, "Mesh 1 10\n"}, {Mga, "in 8\nout 9\n"}}) {
-            Read_LUTFile lut(nullptr);
-            lut.domainMin3D[0] = 0.5F;
-            QVERIFY(samples::OneFormat(code).read(lut, text, true));
-            QCOMPARE(lut.domainMin3D[0], 0.0F);
+            QCOMPARE(lut.size3D > 0 ? lut.domainMin3D[2] : lut.domainMin1D[2], from);
+            Read_LUTFile none(nullptr);
+            QVERIFY(!samples::OneFormat(code).read(none, "From\n", true));
         }
         const samples::OneFormat cube(Cube);
         Read_LUTFile lut(nullptr);

@@ -4,10 +4,6 @@
 
 #include <QtWidgets>
 
-#include <csignal>
-
-#include <sys/resource.h>
-
 namespace {
 
 /// The user's side of the dialogs: the files to choose next (none: cancel), and what was shown.
@@ -258,14 +254,6 @@ private Q_SLOTS:
         QCOMPARE(convert("#\n", "old.cube"), failed);
         QCOMPARE(convert(cube(2), "none/o.cube"), failed);
         QCOMPARE(convert(cube(17), "full.cube"), failed);
-        rlimit before{};
-        getrlimit(RLIMIT_FSIZE, &before);
-        const rlimit small = {8192, before.rlim_max};
-        std::signal(SIGXFSZ, SIG_IGN);
-        setrlimit(RLIMIT_FSIZE, &small);
-        const QString shown = convertTo(old);
-        setrlimit(RLIMIT_FSIZE, &before);
-        QCOMPARE(shown, failed);
         QCOMPARE(m_folder.content("old.cube"), "old");
         QCOMPARE(convert(cube(17), "link.cube"), done);
         QVERIFY(QFileInfo(m_folder.path("link.cube")).isSymLink());
@@ -301,10 +289,7 @@ private Q_SLOTS:
         QTest::keyClick(start, Qt::Key_Space);
         QKeyEvent held(QEvent::KeyPress, Qt::Key_Return, {}, "\r", true);
         QApplication::sendEvent(start, &held);
-        QTest::mousePress(start, Qt::LeftButton);
-        QMouseEvent dragged(QEvent::MouseMove, {3, 3}, Qt::NoButton, Qt::LeftButton, {});
-        QApplication::sendEvent(start, &dragged);
-        QCOMPARE(m_user->seen.size(), 3);
+        QCOMPARE(m_user->seen.size(), 2);
         QVERIFY(!start->isDown());
     }
 

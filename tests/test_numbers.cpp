@@ -1,13 +1,50 @@
 #include "formats/text/emit.h"
+#include "formats/text/scan.h"
 #include "formats/text/text_file.h"
 #include "samples.h"
 
 #include <QTextStream>
 
 #include <cmath>
+#include <cstdio>
 #include <cstring>
 
+#include <locale.h> // <clocale> has no newlocale
+
+// Numbers are read as the C library reads them and printed as the toolkit prints them.
+
+using tintwell::scan;
+
 namespace {
+
+/// Compares with what the C library reads in its own locale, values included.
+template <typename T>
+void compare(const QByteArray& text, const char* pattern) {
+    static const locale_t c = newlocale(LC_ALL_MASK, "C", nullptr);
+    const T before[3] = {7, 7, 7};
+    T expected[3] = {7, 7, 7};
+    T found[3] = {7, 7, 7};
+    const locale_t locale = uselocale(c);
+    const int most = std::sscanf(text, pattern, expected, expected + 1, expected + 2);
+    uselocale(locale);
+    const std::string_view line(text.data(), std::size_t(text.size()));
+    const int count = scan(line, found[0], found[1], found[2]);
+    const QByteArray what = text.toPercentEncoding(" ") + " as " + pattern;
+    QVERIFY2(count == std::max(0, most) && !std::memcmp(found, expected, sizeof found), what);
+    if constexpr (std::is_floating_point_v<T>) {
+        T words[3] = {7, 7, 7};
+        const bool three = text.simplified().count(' ') == 2;
+        QCOMPARE(tintwell::scanWords(line, words[0], words[1], words[2]), three ? count : 0);
+        QVERIFY2(!std::memcmp(words, three ? expected : before, sizeof words), what);
+    }
+}
+
+void compareAll(const QByteArray& text) {
+    compare<int>(text, "%d %d %d");
+    compare<long>(text, "%ld %ld %ld");
+    compare<float>(text, "%f %f %f");
+    compare<double>(text, "%lf %lf %lf");
+}
 
 using Print = std::function<void(QTextStream&)>;
 
@@ -33,11 +70,58 @@ QString printed(char* (*print)(char*, float), float value) {
 
 } // namespace
 
-class TestEmit : public QObject {
+class TestNumbers : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
     void initTestCase() { samples::requireExpectedLocale(); }
+
+    void oddNumbers() {
+        const QByteArray texts =
+            "| |\t\v 1\f2 3|1|1 2|1 2 3 4|1 2 x|x|-|+|.|-.|+-1|- 1|+1 +2 +3|.5 5. -.5|1e|"
+            "1e+|1e5 1E-5 1e+5|1e5x|0x|0x1p3 0X.8 0x1|0x10 1|inf -inf INFINITY|infx|in|"
+            "nan NAN(1) -nan|nan(|1,5 2,5|1;2|1e39 -1e39 1e400|1e-46 1e-400 4.9e-324|"
+            "2147483647 2147483648 -2147483649|4294967297 9223372036854775807 9223372036854775808|"
+            "99999999 123456789 12345678901|1.5.5|1..5|1-2|1 2 3.|1 2 +-3|"
+            "00000000000000000000001 0.00000000000000000000001|1.00000005960464477539|"
+            "1.00000005960464477540 1.00000005960464477538 0.1|16777217 16777219 33554435|"
+            "9007199254740993 9007199254740992.5 123456789012345678901234567890|"
+            "0.1234567 0.12345678 0.123456789|0.123456789012345678 1.2345678901234567 -0|"
+            "340282346638528859811704183484516925440 340282356779733661637539395458142568448 1|"
+            "1.1754942e-38 1.17549435e-38 1e-45|12345678 1234567.8 0.00000001|8.5e 1 1|"
+            "1.0000000000000000000000001 1 1";
+        for (const QByteArray& text : texts.split('|')) {
+            compareAll(text);
+        }
+        compareAll(QByteArray("1 \0", 3));
+        float ignored = 0;
+        QCOMPARE(scan("\u00a01", ignored), 0);
+        QCOMPARE(scan(std::string_view("0.25 12345678", 8), ignored, ignored), 2);
+        QCOMPARE(ignored, 123.0F); // a line can end within a longer text
+    }
+
+    void randomNumbers() {
+        std::mt19937 random(20);
+        const auto upTo = [&](unsigned n) { return static_cast<int>(random() % (n + 1)); };
+        const QByteArray any("0123456789012345678901234567890.. +-eExpin\t/:\0\xB1", 49);
+        for (int n = 0; n < 20'000; ++n) {
+            QByteArray plausible;
+            for (int v = 0; v < 3; ++v) {
+                const double number = std::ldexp(double(random()), upTo(40) - 50);
+                plausible += upTo(3) == 0 ? "-" : "";
+                plausible += QByteArray::number(number, 'f', upTo(17));
+                plausible += upTo(9) == 0 ? "\t " : " ";
+            }
+            compareAll(plausible);
+            QByteArray uniform = "0.123456 9.876543 1.000000"; // the most common form of a line
+            uniform[upTo(25)] = any[upTo(48)];
+            compareAll(uniform);
+            QByteArray text(upTo(24), ' ');
+            std::generate(text.begin(), text.end(), [&] { return any[upTo(48)]; });
+            compareAll(text);
+        }
+        compareAll("0.123456 9.876543 1.000000");
+    }
 
     void printsAsQtDoes() {
         std::vector<float> values = {5e-7F,     1e-4F,     9.99999e-5F,   0.99999949F,   9.9999995F,
@@ -129,5 +213,5 @@ private Q_SLOTS:
     }
 };
 
-QTEST_GUILESS_MAIN(TestEmit)
-#include "test_emit.moc"
+QTEST_GUILESS_MAIN(TestNumbers)
+#include "test_numbers.moc"
