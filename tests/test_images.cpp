@@ -1,3 +1,4 @@
+#include "lut/image_file.h"
 #include "one_format.h"
 
 #include <QImage>
@@ -90,6 +91,12 @@ private Q_SLOTS:
         const QImage blank(4096, 4096, QImage::Format_Mono);
         QVERIFY(largest.ReadFile(saved(blank, texture), true));
         QCOMPARE(largest.size3D, 256);
+        QString path = m_folder.path("in.png");
+        for (const int fewer : {0, 1}) {
+            const auto stored = tintwell::Orientation::Stored;
+            QCOMPARE(tintwell::readImage(path, (1 << 24) - fewer, stored).pixels.isNull(),
+                     fewer > 0);
+        }
     }
 
     /// An image without pixels has the shape of a strip, but not that of a texture.
