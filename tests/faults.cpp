@@ -52,7 +52,7 @@ bool isMeant(const char* call, const std::string& path) {
     return std::strcmp(call, fault().call) == 0 && path.find(fault().path) != std::string::npos;
 }
 
-/// Sends the signal; else sets errno and returns true.
+/// For the call that is meant: sends the signal, or else sets errno and returns true.
 bool fails(const char* call, const std::string& path) {
     if (!isMeant(call, path)) {
         return false;

@@ -54,8 +54,9 @@ public:
     }
 
     /// What the reader makes of a text: "SIZE^3: NUMBERS" with sample (0, 0, 1) of a lattice, or
-    /// the only one, "SIZE: NUMBERS" with all cells of a curve, both, or "nothing"; and where a
-    /// domain ends if not at 1. If it fails, "fails" with the sizes.
+    /// the only one, "SIZE: NUMBERS" with all cells of a curve as stored, both, or "nothing"; and
+    /// where a domain ends if not at 1. If it fails, "fails" with the sizes. Numbers have five
+    /// digits.
     QString outcomeOf(const QByteArray& text) const {
         Read_LUTFile lut(nullptr);
         QStringList parts;

@@ -4,8 +4,6 @@
 
 #include <QProcess>
 
-#include <functional>
-
 namespace samples {
 
 /// The result of a run of the command-line program.

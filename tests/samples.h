@@ -74,7 +74,7 @@ inline void fillRandom(Read_LUTFile& lut, int size, unsigned seed, float min = 0
     });
 }
 
-/// The same for a 1D table.
+/// Gives a container a 1D table whose entry n is \a value of it.
 inline void fill1D(Read_LUTFile& lut, int size, const std::function<QVector<float>(int)>& value) {
     QVERIFY(tintwell::makeZeros(lut, tintwell::TableKind::OneD, size));
     for (int n = 0; n < size; ++n) {

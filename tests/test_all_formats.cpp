@@ -5,7 +5,6 @@
 #include <QDir>
 
 #include <cmath>
-#include <random>
 
 // The container, and what all formats have in common.
 
@@ -122,7 +121,8 @@ private Q_SLOTS:
         const bool isStrip = code == int(FormatCode::UnwrappedCube); // of no pixels
         QCOMPARE(lut.ReadFile(missing, true), isStrip);
         QCOMPARE(lut.ReadFile(missing, false), isStrip);
-        QVERIFY(!Write_LUTFile(nullptr).WriteFile(missing, lut));
+        Read_LUTFile none(nullptr);
+        QVERIFY(!Write_LUTFile(nullptr).WriteFile(missing, none));
     }
 
     void allocationIsZeroFilledAndBounded() {
@@ -211,14 +211,15 @@ private Q_SLOTS:
                 const QByteArray& expected = scale == 1 ? layout.reals : layout.thousandths;
                 const QByteArray text = file.written(lut, scale);
                 QCOMPARE(file.is3D() ? text.left(expected.size()) : text, expected);
+                QCOMPARE(text.count('\n'), expected.count('\n') + (file.is3D() ? 6 : 0));
             }
-            QVERIFY(file.written(empty) != "(failed)");
         }
         QCOMPARE(samples::OneFormat(FormatCode::Cube).written(empty),
                  QByteArray("TITLE \nLUT_3D_SIZE 0\n"));
-        QVERIFY(samples::OneFormat(FormatCode::Mga)
-                    .written(empty, std::numeric_limits<std::int64_t>::max())
+        const samples::OneFormat mga(FormatCode::Mga);
+        QVERIFY(mga.written(empty, std::numeric_limits<std::int64_t>::max())
                     .contains("\nout 9223372036854775808\n"));
+        QVERIFY(mga.written(empty, 0).contains("\nout 1\n")); // with a tab at scale 1
     }
 
     /// Every writer in every order, in sizes and scales that its reader understands.

@@ -26,6 +26,7 @@ constexpr const char* inputs[][2] = {
     {"down.nvx1d",
      "Length 5\n0 0 0\n.5 .5 .5\n.666667 .666667 .666667\n.833333 .833333 .833333\n1 1 1\n"},
     {"order.spi1d", "From 0 1\nLength 2\nComponents 3\n{\n0 0.1 0.2\n0.8 0.9 1\n}\n"},
+    {"nan.cube", "LUT_3D_SIZE 1\nnan nan 0\n"},
     {"both.cube", "LUT_1D_SIZE 3\nLUT_3D_SIZE 2\n0 0 0\n1 0 0\n0 1 0\n1 1 0\n0 0 1\n1 0 1\n0 1 1\n"
                   "1 0.5 0.25\n0 0 0\n0.5 0.5 0.5\n1 1 0.75\n"},
     {"wide.cube", "TITLE \"d\xe4mmerung\"\r\n#\r\nDOMAIN_MIN -1 -2 -3\r\nDOMAIN_MAX 1 2 3\r\n"
@@ -65,6 +66,8 @@ constexpr Run runs[] = {
     {"info --colour look.cube", 2, "Unknown option 'colour'."},
     {"info", 2, "found 0 operands, expected FILE..."},
     {"merge a b c d", 2, "found 4 operands, expected FIRST SECOND OUT"},
+    {"convert look.cube o.cube --to 99", 2, "unknown format \"99\" (see tintwell-cli formats)"},
+    {"convert look.cube --output-directory o", 2, "--output-directory needs --to"},
     {"convert look.cube o.cube --to=", 2, "found --to with an empty value"},
 
     // Input
@@ -76,8 +79,13 @@ constexpr Run runs[] = {
     {"info noise.png", 1, "noise.png: is not an image of a known type (png bmp tif tiff jpg jpeg)"},
     {"info unknown.zzz", 1, "unknown.zzz: found the extension \"zzz\", expected a known one"},
     {"info --from tube look.cube", 2, "unknown format \"tube\" (see tintwell-cli formats)"},
+    {"info --from davlut look.cube", 1, "look.cube: found no size, expected a 3DLUTSIZE line"},
     {"info data/sample_plain.lut", 0, "", "\n  format    lut ("},
     {"info data/sample_discreet.lut", 0, "", "\n  scale     0 to 1023\n"},
+    {"info data/sample.3dl", 0, "", "\n  scale     0 to 1023\n"},
+    {"info data/sample.mga", 0, "", "\n  scale     0 to 4095\n"},
+    {"info data/sample.csv", 0, "", "\n  scale     0 to 1023\n"},
+    {"info data/texture.png", 0, "", "\n  size      16 x 16 x 16\n  scale     0 to 255\n"},
     {"info data/unwrapped.png", 0, "", "\n  format    unwrapped ("},
     {"info cut.look", 0, "cut.look: note: 1: Premature end of document.", "identity  yes\n  order"},
     {"info stops.cub", 0, "stops.cub: note: 4: found \"# oDims 2\"", "\n  size      1 x 1 x 1\n"},
@@ -130,7 +138,6 @@ constexpr Run runs[] = {
 
     // Orders
     {"convert look.cube o.cube --in-order gbr", 2, "found --in-order gbr, expected rgb, bgr, "},
-    {"convert look.cube o.cube --out-order blue", 2, "found --out-order blue, expected rgb, bgr, "},
     {"convert look.cube --to itx --out-order bgr -", 0, "", "\n0.250000 0.500000 1.000000\n"},
     {"convert look.cube --to itx --in-order bgr -", 0, "", "\n0.250000 0.500000 1.000000\n"},
     {"convert look.cube --to itx --out-order blue-fastest -", 0, "",
@@ -159,8 +166,9 @@ constexpr Run runs[] = {
      "-: note: csv has one curve: only the red one is written|"
      "-: note: the last value, 0.5, gives readers a wrong scale",
      "0,\t0\n1,\t32767"},
-    {"convert dim.nvx1d --to discreet -", 0, "-: note: readers take the largest value, 0.6", "3 2"},
-    {"convert order.spi1d --to discreet -", 0, "", "LUT: 3 2\n"},
+    {"convert dim.nvx1d --to discreet -", 0, "-: note: readers take the largest value, 0.6",
+     "LUT: 3 2\n"},
+    {"convert order.spi1d --to discreet -", 0, "", "LUT: 3 2\n     0\n     0.8\n     0.1\n"},
     {"convert up.nvx1d --to lut --size 2 -", 0, "-: note: found 2 entries, but", "\n1\t1\t1\t1"},
 
     // Two tables
@@ -226,9 +234,10 @@ constexpr Run runs[] = {
   size      4 entries
   scale     0 to 2
 )"},
+    {"info nan.cube", 0, "", "\n  identity  no\n  order     rgb,red-fastest\n"},
+    {"info nan.cube", 0, "", "\n  note      2 numbers are not finite\n"},
     {"info mesh.cube", 0, "", "\n  note      a Mesh line declares integer samples\n"},
     {"info gamma.3dl", 0, "", "\n            the gamma of 2.2 is not applied\n"},
-    {"info long.cube", 0, "", "fastest\n  header    TITLE a\n"},
 };
 
 void check(const Run& row, const Outcome& outcome) {
@@ -259,9 +268,6 @@ private Q_SLOTS:
         for (const auto& [name, content] : inputs) {
             m_folder.file(name, content);
         }
-        // 12 bytes before the end of the head that is looked at
-        m_folder.file("long.cube", QByteArray("#\n").repeated((16'384 - 12) / 2) +
-                                       "TITLE a\nTITLE b\nLUT_3D_SIZE 1\n0 0 0\n");
         QImage image(2, 2, QImage::Format_RGBA64);
         image.fill(Qt::transparent);
         QVERIFY(image.save(m_folder.path("deep.png")));
@@ -297,7 +303,7 @@ private Q_SLOTS:
             R"("size":3}])");
     }
 
-    /// From every format, and back to it if it is written.
+    /// From every format to itself, or to itx if it has no writer.
     void formatsByName() {
         for (const tintwell::Format& format : tintwell::catalogue) {
             const QString sample = samples::sampleOf(codeOf(format)).file;

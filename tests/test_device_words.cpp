@@ -33,7 +33,7 @@ private Q_SLOTS:
         for (const auto& row : rows) {
             Read_LUTFile lut(nullptr);
             tintwell::makeZeros(lut, tintwell::TableKind::ThreeD, 1);
-            samples::fill1D(lut, 1, [&](int) { return QVector<float>(3, row.sample); });
+            samples::fill1D(lut, 1, [&](int) { return QVector<float>{row.sample, 7, 7}; });
             std::copy_n(lut.data1D[0], 3, lut.data3D[0][0][0]);
             for (const auto pack :
                  {&LutCalc::Lut1D_to_Uart, &LutCalc::Lut3D_to_Uart, &LutCalc::Gamma_to_Uart}) {

@@ -7,7 +7,6 @@
 #include <QTextCodec>
 
 #include <ctime>
-#include <thread>
 
 #include <sys/stat.h>
 #include <unistd.h>
@@ -73,12 +72,18 @@ private Q_SLOTS:
                 verifyPrompt(code, contentOf(once.filePath(name)));
             }
             verifyPrompt(code, utf16->fromUnicode(swollen("", "1\n").left(1 << 19)));
+            const QByteArray whole = contentOf(data.filePath(sample.file));
+            for (int n = 0; n < 40; ++n) {
+                verifyPrompt(code, whole.left(whole.size() * n / 40));
+            }
             QByteArray before;
-            for (const QByteArray& line :
-                 contentOf(data.filePath(sample.file)).split('\n').mid(0, 5) + units) {
+            for (const QByteArray& line : whole.split('\n').mid(0, 7)) {
                 verifyPrompt(code, swollen(before, line + '\n'));
                 verifyPrompt(code, swollen(before, line + ' '));
                 before += line + '\n';
+            }
+            for (const QByteArray& unit : units) {
+                verifyPrompt(code, swollen(before, unit + '\n'));
             }
         }
         for (const char* const unit :
@@ -154,21 +159,6 @@ private Q_SLOTS:
         QCOMPARE(truncate(qPrintable(large), tintwell::MaxFileSize + 1), 0);
         QVERIFY(!tintwell::readBounded(large, error));
         QCOMPARE(error, "found 536870913 bytes, expected at most 536870912");
-    }
-
-    /// Another program empties and refills the file while it is read.
-    void shrinkingFile() {
-        const QString path = m_folder.file("shrinking", QByteArray(1 << 20, '1'));
-        std::jthread other([&](const std::stop_token& stop) {
-            for (int n = 0; !stop.stop_requested(); ++n) {
-                static_cast<void>(truncate(qPrintable(path), n % 2 << 20));
-            }
-        });
-        for (int n = 0; n < 200; ++n) {
-            QString error;
-            const QByteArray found = tintwell::readBounded(path, error).value_or("?");
-            QCOMPARE(found.count('1') + found.count('\0'), found.size());
-        }
     }
 };
 

@@ -72,11 +72,9 @@ private Q_SLOTS:
             {texture, 64, 64, 16},
             {texture, 256, 256, 0, false},
             {texture, 512, 256, 0, false},
-            {texture, 4096, 4097, 0, false},
             {unwrapped, 4096, 64, 64},
             {unwrapped, 1024, 16, 0, false},
             {unwrapped, 260 * 260, 260, 260, false}, // a probe knows no largest table
-            {unwrapped, 5000, 4000, 0, false},
         };
         for (const auto& row : rows) {
             const LUTFILE_ST st =

@@ -5,7 +5,6 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
-#include <random>
 
 // Every computation on tables against the same in plain steps, each rounded to single precision.
 
@@ -33,8 +32,8 @@ float alongCurve(const Read_LUTFile& lut, int c, float value) {
 }
 
 /// From the point below, along the axes in descending order of their fractions, of which \a one is
-/// a whole step. The order of equal fractions does not matter. An axis moves from a fraction of
-/// \a least on.
+/// a whole step. The order of equal fractions does not matter. An axis steps to its upper point
+/// only if its fraction is at least \a least.
 template <typename Number, typename Value>
 std::array<Number, 3> bySorting(const Read_LUTFile& lut, std::array<std::size_t, 3> at,
                                 const std::array<Number, 3>& fraction, Number one, Number least,

@@ -95,7 +95,6 @@ private Q_SLOTS:
         }
         compareAll(QByteArray("1 \0", 3));
         float ignored = 0;
-        QCOMPARE(scan("\u00a01", ignored), 0);
         QCOMPARE(scan(std::string_view("0.25 12345678", 8), ignored, ignored), 2);
         QCOMPARE(ignored, 123.0F); // a line can end within a longer text
     }
@@ -120,7 +119,6 @@ private Q_SLOTS:
             std::generate(text.begin(), text.end(), [&] { return any[upTo(48)]; });
             compareAll(text);
         }
-        compareAll("0.123456 9.876543 1.000000");
     }
 
     void printsAsQtDoes() {

@@ -1,8 +1,5 @@
 #include "one_format.h"
 
-#include <cmath>
-#include <memory>
-
 // What each text reader makes of its lines.
 
 namespace {
@@ -46,11 +43,12 @@ constexpr struct {
     {Cube, "1^3: 0.5 0.25 0.125, 2: 1 1 1 0 0 0",
      "LUT_1D_SIZE 2\nDOMAIN_MAX 2 2 2\nLUT_3D_SIZE 1\n1 .5 .25\n4 4 4\n"},
 
-    // Words are counted and joined by any white space, but it ends numbers.
+    // Any white space separates words; only ASCII white space separates numbers.
     {Mga, "1^3: 0.125 0.25 0.5",
      "out 3\nin 99999999999\nwhatever 3\n0 1 1 1\n#channel 1d\n\nchannel \t 3 d\nin 0 1\n"
      "out 9 6\nformat lut\nvalues red green blue\n1 1 1\n1 1 1 1 1\n-7 1 2 4\n"},
     {Mga, "1^3: 0.125 0 0", "in 3\nout 9\nvalues\n0 1\xC2\xA0\x35 5\n"},
+    {Mga, "1^3: 0 0 0", "in 1\nvalues\n7 x 9 9\n1 1 1 1\n"}, // a running number alone counts
     {Mga, "1^3: 0.5 0.25 1", "in 1\nvalues\n0 .5 .25 2\n"},
     {Mga, "1^3: 0.5 0.25 1", "in 1\nout 1\nvalues\n0 .5 .25 2\n"},
     {Mga, "1^3: 0.5 0.25 1", "in 1\nout 2\nvalues\n0 .5 .25 2\n"},
@@ -60,6 +58,7 @@ constexpr struct {
     {Mga, "fails", "out 9\nvalues\n0 1 1 1\n"},
     {Mga, "fails", "index 8\nin 1\nvalues\n0 1 1 1\n"},
     {Mga, "fails", "output 9\nin 1\nvalues\n0 1 1 1\n"},
+    {Mga, "fails", "in -8\nvalues\n0 1 1 1\n"},
     {Mga, "fails, 257^3", "in 16974593\nvalues\n"},
 
     // The largest value is full scale.
@@ -93,6 +92,7 @@ constexpr struct {
     {TruelightCube, "fails", "# width 16 17 17\n"},
     {TruelightCube, "fails", "# width 2 2\n"},
     {TruelightCube, "fails", ""},
+    {TruelightCube, "fails, 101^3", "# width 101 101 101\n"},
     {TruelightCube, "4^3: 0 0 0, 2: 0.5 0.25 0 1 1 0.75",
      "# width 4 4 4\n# lutLength 2\n# InputLUT\n0 1 2\n\n#\n3 4 5\n# End\n"},
     {TruelightCube, "1^3: 0 0 0, 2: 0 0 0 0 0 0",
@@ -127,6 +127,7 @@ constexpr struct {
     {Spi1D, "2: 0 0.25 0 0 0.5 1", "Length 2\nComponents 2\n{\n0 0.25\n1 0.5 0.75\n}\n"},
     {Spi1D, "2: 0.25 0.25 0.25 0.5 0.5 0.5", "Length 2\nComponents 1\n{\n0.25\n0.5 1\n}\n"},
     {Spi1D, "2: 0 0 0 0 0 0", "Version 1\nLength 2\n{\n1 1 1\n"},
+    {Spi1D, "2: 0 0 0 0 0 0", "Length 2\nComponents -1\n{\n1\n"},
     {Spi1D, "fails, 2: 0 0 0 0 0 0", "Length 2\nComponents 4\n{\n1 1 1 1\n1 1 1 1\n"},
     {Spi1D, "1: 0.9 -0.1 0.45", "From -0.125 1.125\nLength 1\nComponents 3\n{\n0.5625 -1 2\n}"},
     {Spi1D, "1: 1 1 1", "From 0.5\nLength 1\nComponents 1\n{\n0.25\n}"},
@@ -154,12 +155,12 @@ constexpr struct {
     {Nvx1D, "1: 1 0.5 0.25",
      "# From 0 9\n\nfrom 0 7\nFrom 0 4\nLength 1\nFrom 0 9\n# c\n4 2 1\nend 1"},
     {Nvx1D, "1: 1 0.5 0.25", "From 0 4\nFrom x\nFrom\t0 9\nFrom\nLength 1\n4 2 1\n"},
-    {Nvx1D, "1: 1 0.5 0.25", "FromFrom 0 4\nFrom From 0 From 4\nLength Length 1\n4 2 1\n"},
     {Nvx1D, "1: 1.5 2 1", "From 0.5 1\nLength 1\n0.75 9 -9\n"},
     {Nvx1D, "1: 1 1.3333 0.5", "From 0 4\nFrom 1\nLength 1\n3 4 1.5\n"},
     {Nvx1D, "fails, 2: 0 0 0 0 0 0", "Length 2\n0 0 0\n"},
     {Nvx1D, "fails, 2: 0 0 0 1 1 1", "Length 2\n0 0 0\n1 1 1\n0\n"},
     {Nvx1D, "fails", "From 0 1\n0 0 0\n"},
+    {Nvx1D, "fails", "Length\t1\n1 1 1\n"},
     {Nvx1D, "fails", "Length 0\nLength 1\n0 0 0\n"},
     {Nvx3D, "2^3: 0 0 0", "# c\n\n Length  2\n"},
     {Nvx3D, "2^3: 0 0 0", "Length 2\n0 0 0\nFrom 0 9\n1 1 1\n"}, // every line takes a place
@@ -175,16 +176,18 @@ constexpr struct {
     {Csv, "3: 0 0 0 1 1 1 1 1 1", "0,-5\n1,9\n2,3\n"},
     // The last code gives the scale; a power of two is one too many.
     {Csv, "2: 1 1 1 0 0 0", "0,1\n1,-7\n"},
+    {Csv, "2: 0 0 0 1 1 1", "0,0\n1,2147483647\n"},
+    {Csv, "nothing", "Index\n,1\n#0,1\n"},
     {Csv, "2: 1 1 1 1 1 1", "0,1\n1,2\n"},
     {Csv, "2: 0.33333 0.33333 0.33333 1 1 1", "0,1\n1,4\n"},
     {Csv, "2: 0.14286 0.14286 0.14286 0.71429 0.71429 0.71429", "0,1\n1,5\n"},
 };
 
-/// Sample lines numbered by their first value; with \a step 1, in integer codes.
-QByteArray numbered(int from, int to, double step = 1) {
+/// Samples numbered by their first code. Tabs keep them off the path for three codes.
+QByteArray numbered(int from, int to) {
     QByteArray lines;
     for (int n = from; n < to; ++n) {
-        lines += QByteArray::number(n * step) + (step < 1 ? " 0.5 0.25\n" : "\t2\t4\n");
+        lines += QByteArray::number(n) + "\t2\t4\n";
     }
     return lines;
 }
@@ -198,7 +201,7 @@ struct Lines {
     const char* rest = ""; ///< completes a line with only one number of its sample
     bool narrows = false;  ///< numbers are read in double precision first
     int mayBeMissing = 1;  ///< samples at the end
-    bool hasSize = true;   ///< in its header, as it is
+    bool hasSize = true;   ///< its header states the size itself
     float scale = 1;       ///< what samples are divided by
 };
 
@@ -355,7 +358,7 @@ private Q_SLOTS:
              shaper +
                  "7 2 4\n1\xE2\x80\x83"
                  "5 5\n" +
-                 numbered(2, 8),                         // it parts words, but not numbers
+                 numbered(2, 8),                         // it separates words, not numbers
              shaper + "0 x x\n1 x x\n" + numbered(2, 8), // the rest is from the first pass
              shaper + numbered(0, 1) + "1 x 9\n" + numbered(2, 8),
              shaper + numbered(4000, 4001) + "1 2 4\n2 2 nan\n" + numbered(3, 8), // forgets 4000
@@ -366,7 +369,7 @@ private Q_SLOTS:
         file.expect("2^3: 0.14286 0.42857 0.57143", // also where its last line is partial
                     {shaper + "0 x x\n1 x x\n" + numbered(2, 7) + "7 3 x\n"});
         file.expect(
-            "2^3: 0.00097752 0.001955 0.0039101", // the first pass ends where the scale is known
+            "2^3: 0.00097752 0.001955 0.0039101", // carries nothing over once the scale is known
             {"0 x x\n1 x x\n2 2 4\nMesh 0 10\n3 9 9\n4 9 9\n5 9 9\n6 9 9\n7 9 9\n"});
         file.expect("3^3: 0.00097752 0.001955 0.0039101",
                     {"3DMESH\nMesh 1 10\n0 512 600 1023\n" + numbered(0, 27),
@@ -378,6 +381,7 @@ private Q_SLOTS:
                      "Mesh\t1 10\n" + shaper + eightCodes});
         file.expect("fails, 2^3", {shaper + "gamma x\n" + eightCodes});
         file.expect("fails, 257^3", {"Mesh 8 10\n" + eightCodes});
+        file.expect("fails, 4^3", {"3DMESH 7 7 7\n" + eightCodes}); // a shaper line
         file.expect("fails, 300^3", {longShaper + '\n' + eightCodes});
 
         Read_LUTFile lut(nullptr);
@@ -395,10 +399,11 @@ private Q_SLOTS:
 
     /// Without Mesh, the largest number gives the scale, in whichever channel it is.
     void threeDlScales() {
-        const char* const rows[][2] = {
-            {"0.1 0 0", "0.1 0 0"},      {"0 0.25 0", "0 0.083333 0"}, {"0 0 3.9", "0 0 1"},
-            {"4 0 0", "0.57143 0 0"},    {"0 1000 0", "0 0.97752 0"},  {"0 0 1023.9", "0 0 1"},
-            {"1024 0 0", "0.50024 0 0"}, {"0 65535 0", "0 1 0"},       {"0 0 70000", "0 0 1"}};
+        const char* const rows[][2] = {{"0.1 0 0", "0.1 0 0"},      {"0 0.25 0", "0 0.083333 0"},
+                                       {"0 0 3.9", "0 0 1"},        {"4 0 0", "0.57143 0 0"},
+                                       {"0 1000 0", "0 0.97752 0"}, {"0 0 1023.9", "0 0 1"},
+                                       {"1024 0 0", "0.50024 0 0"}, {"0 65535 0", "0 1 0"},
+                                       {"0 0 70000", "0 0 1"},      {"1e300 0 0", "1 0 0"}};
         for (const auto& [largest, stored] : rows) {
             samples::OneFormat(ThreeDl).expect(
                 QByteArray("2^3: ") + stored,
@@ -440,12 +445,13 @@ private Q_SLOTS:
                      with("1\n", "1 \n\n"), with("1 1 1\n", "\n2\n3 3\n4 4 4 4\n1 1 1\n")});
         file.expect("fails", {with("1 1 1\n", "1 1 2\n"), with("1 1 1\n", "1 2 2\n"),
                               with("1 1 1\n", "a b c\n1 1 1\n"), '\n' + plain, with("3D", "2D"),
-                              with("V100", "V101")});
+                              with("BEGIN METADATA", ""), with("V100", "V101")});
         const QByteArray rest = "1 1 1\n.25 .5 .75\n";
         // The domain is that of the ends of the shapers' outputs.
         file.expect("1^3: 0.33333 0.5 0.75 to 2 1 1",
                     {cspHeader("3D", "3\n9 9 9\n0.5 7 2\n") + rest});
         file.expect("1^3: 0.5 0.5 0.75 to 0.5 1 1", {cspHeader("3D", "2\n0 1\n0 0.5\n") + rest});
+        file.expect("1^3: 0 0 0", {cspHeader("3D", "2\n0 1\n0 2\n") + "1 1 1\n"});
         file.expect("1^3: 0.0625 0.5 0.75 to 4 1 1", {cspHeader("3D", "2\n0 1\nlow 4\n") + rest});
         const QByteArray start = cspHeader("1D", "2\n0 1\n0.5 2\n"); // stored as B, G, R
         file.expect("2: 0.25 0.5 0.33333 1 1 1.3333", {start + "2\n0 .5 .25\n9 9 9\n"});
@@ -478,6 +484,7 @@ private Q_SLOTS:
         };
         QCOMPARE(read(Plain1D, "", true), 256);
         QCOMPARE(read(Plain1D, "", false), -1);
+        QCOMPARE(read(Plain1D, QByteArray("0\n").repeated(255), false), 256);
         QCOMPARE(read(Csv, QByteArray("0\n").repeated(255), true), -1);
         QCOMPARE(read(Csv, QByteArray("0\n").repeated(256), true), 256);
         QCOMPARE(read(Csv, QByteArray("0\n").repeated(Read_LUTFile::MaxSize1D + 1), false), -1);

@@ -232,7 +232,7 @@ private Q_SLOTS:
             const bool failed = outcome.status == 1 && outcome.errors.startsWith("tintwell-cli: ");
             const bool loaded = outcome.status != 127; // else the dynamic loader gave up
             QVERIFY2(failed || outcome.status == 0 || !loaded, qPrintable(outcome.errors));
-            failures += failed ? 1 : 0;
+            failures += outcome.errors.contains("not enough memory for the file") ? 1 : 0;
         }
         QVERIFY(failures > 0);
     }
