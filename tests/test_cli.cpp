@@ -61,7 +61,6 @@ constexpr Run runs[] = {
      "Usage: tintwell-cli convert [options] IN OUT\n"
      "       tintwell-cli convert [options] --to FORMAT --output-directory DIR IN...\n"
      "Convert tables to another format, size or order.\n\nOptions:\n"},
-    {"formats --help", 0, "", "Usage: tintwell-cli formats [options]\nList the formats.\n"},
     {"formats", 0, "", "\n   3  3dl        3D    yes    no      3dl                        .3dl\n"},
     {"info --colour look.cube", 2, "Unknown option 'colour'."},
     {"info", 2, "found 0 operands, expected FILE..."},

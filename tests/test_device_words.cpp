@@ -28,7 +28,6 @@ private Q_SLOTS:
             {NAN, 8, 0},
             {0.5F, 20, (1048575 / 2) % 65536},
             {1, 1000, 0},
-            {1, 0, 0},
         };
         for (const auto& row : rows) {
             Read_LUTFile lut(nullptr);

@@ -73,7 +73,6 @@ private Q_SLOTS:
             {texture, 256, 256, 0, false},
             {texture, 512, 256, 0, false},
             {unwrapped, 4096, 64, 64},
-            {unwrapped, 1024, 16, 0, false},
             {unwrapped, 260 * 260, 260, 260, false}, // a probe knows no largest table
         };
         for (const auto& row : rows) {
