@@ -33,7 +33,8 @@ public:
     Outcome run(const QString& line) {
         begin(line);
         const bool ended = waitForFinished(120'000) && exitStatus() == NormalExit;
-        return {ended ? exitCode() : -1, QString::fromUtf8(readAllStandardOutput()),
+        const QByteArray printed = readAllStandardOutput();
+        return {ended ? exitCode() : -1, QString::fromUtf8(printed.constData(), printed.size()),
                 QString::fromUtf8(readAllStandardError())};
     }
 
