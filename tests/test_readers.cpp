@@ -112,7 +112,6 @@ constexpr struct {
 
     {DavLut, "1^3: 0 1 1",
      "3dlutsize 9\n3DLUT 9\n1 1 1\n# 3DLUTSIZE 9\n\n3DLUTSIZE 3DLUTSIZE1\n-1 1.5 1e9\nx\n1 1 1\n"},
-    {DavLut, "1^3: 1 0 0", "3DLUTSIZE 1\n3DLUTSIZE 9\n1 1 1\n"}, // begins with a number
     {DavLut, "fails", "3DLUTSIZE\n3DLUTSIZE 1\n1 1 1\n"},
     {Itx, "1^3: 0 0.5 1",
      "# c\nTITLE \"a\"\nDOMAIN_MAX 2 2 2\nLUT_1D_SIZE 9\nLUT_3D_SIZE 1\n0 .5 1\n"},
@@ -466,6 +465,7 @@ private Q_SLOTS:
                        {ThreeDl, "Mesh 6 10\n", 0, 1},
                        {Mga, "in 274625\nout 9\n", 0, 1},
                        {DavLut, "3DLUTSIZE 65\n", 0.25F, 1},
+                       {TruelightCube, "# width 65 65 65\n", 0.25F, 1},
                        {Spi3D, "SPILUT\n3 3\n65 65 65\n", 0.25F, 1},
                        {Discreet1D, "LUT: 3 65\n", 0.25F, 1}};
         for (const auto& header : headers) {
