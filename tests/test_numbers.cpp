@@ -101,7 +101,7 @@ private Q_SLOTS:
     void randomNumbers() {
         std::mt19937 random(20);
         const auto upTo = [&](unsigned n) { return static_cast<int>(random() % (n + 1)); };
-        const QByteArray any("0123456789012345678901234567890.. +-eExpin\t/:\0\xB1", 49);
+        const QByteArray any("0123456789012345678901234567890.. +-eExpin\t/:\0\xB1", 47);
         for (int n = 0; n < 20'000; ++n) {
             QByteArray plausible;
             for (int v = 0; v < 3; ++v) {
@@ -112,10 +112,10 @@ private Q_SLOTS:
             }
             compareAll(plausible);
             QByteArray uniform = "0.123456 9.876543 1.000000"; // the most common form of a line
-            uniform[upTo(25)] = any[upTo(48)];
+            uniform[upTo(25)] = any[upTo(46)];
             compareAll(uniform);
             QByteArray text(upTo(24), ' ');
-            std::generate(text.begin(), text.end(), [&] { return any[upTo(48)]; });
+            std::generate(text.begin(), text.end(), [&] { return any[upTo(46)]; });
             compareAll(text);
         }
     }
