@@ -395,12 +395,12 @@ private Q_SLOTS:
 
     /// Without Mesh, the largest number gives the scale, in whichever channel it is.
     void threeDlScales() {
-        const char* const rows[][2] = {{"0.1 0 0", "0.1 0 0"},      {"0 0.25 0", "0 0.083333 0"},
-                                       {"0 0 3.9", "0 0 1"},        {"4 0 0", "0.57143 0 0"},
-                                       {"0 1000 0", "0 0.97752 0"}, {"0 0 1023.9", "0 0 1"},
-                                       {"1024 0 0", "0.50024 0 0"}, {"0 65535 0", "0 1 0"},
-                                       {"0 0 70000", "0 0 1"},      {"1e300 0 0", "1 0 0"}};
-        for (const auto& [largest, stored] : rows) {
+        const char* const scales[][2] = {{"0.1 0 0", "0.1 0 0"},      {"0 0.25 0", "0 0.083333 0"},
+                                         {"0 0 3.9", "0 0 1"},        {"4 0 0", "0.57143 0 0"},
+                                         {"0 1000 0", "0 0.97752 0"}, {"0 0 1023.9", "0 0 1"},
+                                         {"1024 0 0", "0.50024 0 0"}, {"0 65535 0", "0 1 0"},
+                                         {"0 0 70000", "0 0 1"},      {"1e300 0 0", "1 0 0"}};
+        for (const auto& [largest, stored] : scales) {
             samples::OneFormat(ThreeDl).expect(
                 QByteArray("2^3: ") + stored,
                 {QByteArray("0 1\n0 0 0\n") + largest + QByteArray("\n0 0 0").repeated(6)});
