@@ -2,6 +2,7 @@
 
 #include "calc/lattice_rows.h"
 #include "calc/look_up.h"
+#include "lut/image_file.h"
 #include "lut/read_lutfile.h"
 
 #include <QPixelFormat>
@@ -121,10 +122,6 @@ QImage lookUpWords(const Read_LUTFile& lut, QImage image, QImage::Format format)
 }
 
 } // namespace
-
-bool tintwell::isDeep(QImage::Format format) {
-    return QImage::toPixelFormat(format).redSize() > 8;
-}
 
 QImage tintwell::lookUpImage(const Read_LUTFile& lut, QImage image) {
     const bool alpha = image.hasAlphaChannel();

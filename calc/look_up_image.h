@@ -14,7 +14,4 @@ namespace tintwell {
 /// unchanged. A grey image stays grey unless one of its pixels gains a hue.
 QImage lookUpImage(const Read_LUTFile& lut, QImage image);
 
-/// Whether an image has more than 8 bits per channel.
-bool isDeep(QImage::Format format);
-
 } // namespace tintwell

@@ -26,6 +26,10 @@
 #include "lut/format_code.h"
 #include "lut/read_lutfile.h"
 
+#include <QStringList>
+
+#include <array>
+#include <cmath>
 #include <cstddef>
 #include <string_view>
 
@@ -40,9 +44,32 @@ using tintwell::WordReader;
 
 namespace {
 
-void passLine(LineSource& lines, std::string_view wanted) {
-    while (!lines.atEnd() && lines.next() != wanted) {
+/// False if the file ends before the line.
+bool passLine(LineSource& lines, std::string_view wanted) {
+    while (!lines.atEnd()) {
+        if (lines.next() == wanted) {
+            return true;
+        }
     }
+    return false;
+}
+
+/// The text between the lines that begin and end it. False if one of them is missing.
+bool readMetadata(LineSource& lines, Read_LUTFile& lut) {
+    if (!passLine(lines, "BEGIN METADATA")) {
+        return lut.fail(QStringLiteral("found no BEGIN METADATA line"));
+    }
+    constexpr int enough = 100;
+    while (!lines.atEnd()) {
+        if (lines.next() == "END METADATA") {
+            lut.title = lut.title.trimmed().left(enough);
+            return true;
+        }
+        if (lut.title.size() < enough) {
+            lut.title += lines.currentText() + QLatin1Char(' ');
+        }
+    }
+    return lut.fail(QStringLiteral("found no END METADATA line"));
 }
 
 /// The next line whose number of words \a fits(count) accepts; empty at the end.
@@ -57,20 +84,55 @@ std::string_view nextOfWords(LineSource& lines, Fits&& fits) {
     return "";
 }
 
-void readShaper(LineSource& lines, float& min, float& max) {
+/// Whether a shaper maps all of its inputs to themselves.
+bool isIdentity(std::string_view inputs, std::string_view outputs) {
+    constexpr float tolerance = 1e-5F;
+    WordReader in(inputs);
+    WordReader out(outputs);
+    std::string_view x = in.next();
+    std::string_view y = out.next();
+    while (!x.empty() && !y.empty()) {
+        if (!(std::fabs(tintwell::toFloat(x) - tintwell::toFloat(y)) <= tolerance)) {
+            return false;
+        }
+        x = in.next();
+        y = out.next();
+    }
+    return x.empty() && y.empty();
+}
+
+/// Returns whether applying the shaper would change anything.
+bool readShaper(LineSource& lines, float& min, float& max) {
     const auto isList = [](std::size_t count) { return count >= 2; };
-    nextOfWords(lines, isList); // the inputs
-    WordReader outputs(nextOfWords(lines, isList));
-    std::string_view word = outputs.next();
+    const std::string_view inputs = nextOfWords(lines, isList);
+    const std::string_view outputs = nextOfWords(lines, isList);
+    WordReader words(outputs);
+    std::string_view word = words.next();
     if (word.empty()) {
-        return;
+        return false;
     }
     min = tintwell::toFloat(word);
     std::string_view last;
-    for (; !word.empty(); word = outputs.next()) {
+    for (; !word.empty(); word = words.next()) {
         last = word;
     }
     max = tintwell::toFloat(last);
+    return !isIdentity(inputs, outputs);
+}
+
+/// Reads the shapers of the three channels into the ends of a domain.
+void readShapers(LineSource& lines, Read_LUTFile& lut, float* min, float* max) {
+    static constexpr std::array<const char*, 3> channels = {"red", "green", "blue"};
+    QStringList changing;
+    for (std::size_t c = 0; c < channels.size(); ++c) {
+        if (readShaper(lines, min[c], max[c])) {
+            changing += QLatin1String(channels[c]);
+        }
+    }
+    if (!changing.isEmpty()) {
+        lut.remarks += QStringLiteral("shapers that are not the identity are ignored: ") +
+                       changing.join(QStringLiteral(", "));
+    }
 }
 
 void readSize3D(LineSource& lines, Read_LUTFile& lut) {
@@ -90,19 +152,20 @@ void readSize1D(LineSource& lines, Read_LUTFile& lut) {
     }
 }
 
-bool failUnsized(Read_LUTFile& lut) {
-    return tintwell::failUnsized(lut, "a line of one size (1D) or three equal ones (3D)");
+bool failUnsized(Read_LUTFile& lut, const LineSource& lines) {
+    return tintwell::failUnsized(lut, lines, "a line of one size (1D) or three equal ones (3D)");
 }
 
 /// After a complete table the domain stays as the shapers gave it.
 bool readSamples3D(Read_LUTFile& lut, LineSource& lines) {
     if (lut.size3D < 1) {
-        return failUnsized(lut);
+        return failUnsized(lut, lines);
     }
     FillResult end = FillResult::EndedEarly;
     if (tintwell::allocateLattice(lut, lines, Completeness::Complete)) {
         Triple<float> sample;
         end = tintwell::fillLattice(lut, lines, sample, scanNumbers);
+        passRest(lut, lines, sample, scanNumbers);
     }
     if (end != FillResult::Complete) {
         lut.resetDomainMax3D();
@@ -116,6 +179,7 @@ bool readSamples1D(Read_LUTFile& lut, LineSource& lines) {
         tintwell::allocateCurve(lut, lines, Completeness::Complete) &&
         tintwell::fillCurve(lut, lines, sample, scanNumbers) != FillResult::EndedEarly;
     lut.resetDomainMax1D();
+    passRest(lut, lines, sample, scanNumbers);
     return filled;
 }
 
@@ -136,12 +200,10 @@ bool Read_LUTFile::Read_Csp(QString path, bool probe) {
     if (!is3D && kind != "1D") {
         return tintwell::failAtLine(*this, lines, QStringLiteral("\"1D\" or \"3D\""));
     }
-    passLine(lines, "BEGIN METADATA");
-    passLine(lines, "END METADATA");
-    for (int channel = 0; channel < 3; ++channel) {
-        readShaper(lines, (is3D ? domainMin3D : domainMin1D)[channel],
-                   (is3D ? domainMax3D : domainMax1D)[channel]);
+    if (!readMetadata(lines, *this)) {
+        return false;
     }
+    readShapers(lines, *this, is3D ? domainMin3D : domainMin1D, is3D ? domainMax3D : domainMax1D);
     if (is3D) {
         readSize3D(lines, *this);
     } else {
@@ -149,7 +211,7 @@ bool Read_LUTFile::Read_Csp(QString path, bool probe) {
     }
     if (probe) {
         resetDomainMax1D();
-        return hasSize() || failUnsized(*this);
+        return hasSize() || failUnsized(*this, lines);
     }
     return is3D ? readSamples3D(*this, lines) : readSamples1D(*this, lines);
 }

@@ -11,12 +11,17 @@
 #include "formats/domain.h"
 #include "formats/emit_table.h"
 #include "formats/fill_table.h"
+#include "formats/text/words.h"
 #include "lut/format_code.h"
 #include "lut/read_lutfile.h"
+#include "lut/words.h"
 #include "lut/write_lutfile.h"
 
+#include <algorithm>
+#include <cstddef>
 #include <cstdint>
 #include <string_view>
+#include <vector>
 
 using tintwell::LineSource;
 
@@ -27,17 +32,72 @@ struct Entry {
     int index = 0;
     int code = 0;
 
-    bool scan(std::string_view line) {
-        return tintwell::scan(line, index, tintwell::Literal{','}, code) > 0;
+    /// Returns how many numbers there are.
+    int scan(std::string_view line) {
+        return tintwell::scan(line, index, tintwell::Literal{','}, code);
     }
+};
+
+/// Collects the lines that lose something.
+class OddEntries {
+public:
+    explicit OddEntries(const LineSource& lines) : m_lines(lines) {}
+
+    void add(std::string_view line, int found) {
+        if (found == 0) {
+            m_unknown.addUnlessComment(line, m_lines);
+        } else if (found == 1) {
+            m_incomplete.add(m_lines);
+        } else if (tintwell::contains(line, ".")) {
+            m_real.add(m_lines);
+        }
+    }
+    void addOutside() { m_outside.add(m_lines); }
+
+    void tell(Read_LUTFile& lut) const {
+        m_unknown.tell(lut, QStringLiteral("which is not an entry"));
+        m_incomplete.tell(lut, QStringLiteral("without a code: that of the line before is taken"));
+        m_real.tell(lut, QStringLiteral("of which only the integer part is read"));
+        m_outside.tell(lut, QStringLiteral("whose index is outside the table: it is ignored"));
+    }
+
+private:
+    const LineSource& m_lines;
+    tintwell::OddLines m_unknown;
+    tintwell::OddLines m_incomplete;
+    tintwell::OddLines m_real;
+    tintwell::OddLines m_outside;
 };
 
 int countEntries(LineSource& lines, Entry& entry) {
     int count = 0;
     while (!lines.atEnd()) {
-        count += entry.scan(lines.next()) ? 1 : 0;
+        count += entry.scan(lines.next()) > 0 ? 1 : 0;
     }
     return count;
+}
+
+/// Fills the table, each code at its index.
+void readEntries(LineSource& lines, Entry& entry, Read_LUTFile& lut) {
+    OddEntries odd(lines);
+    std::vector<bool> isFilled(static_cast<std::size_t>(std::max(lut.size1D, 0)));
+    while (!lines.atEnd()) {
+        const std::string_view line = lines.next();
+        const int found = entry.scan(line);
+        odd.add(line, found);
+        if (found == 0) {
+            continue;
+        }
+        if (entry.index < 0 || entry.index >= lut.size1D) {
+            odd.addOutside();
+            continue;
+        }
+        const auto value = static_cast<float>(entry.code);
+        lut.White1D(entry.index, value, value, value, lut.domainMin1D, lut.domainMax1D);
+        isFilled[static_cast<std::size_t>(entry.index)] = true;
+    }
+    odd.tell(lut);
+    lut.remarkMissing(std::count(isFilled.begin(), isFilled.end(), true), lut.size1D);
 }
 
 /// The largest code of the bit depth that \a lastCode needs; a power of two belongs to the depth
@@ -73,14 +133,15 @@ bool Read_LUTFile::Read_Csv(QString path, bool probe) {
         resetDomainMax1D();
         return false;
     }
-    lines.rewind();
-    while (!lines.atEnd()) {
-        if (!entry.scan(lines.next()) || entry.index < 0 || entry.index >= size1D) {
-            continue;
-        }
-        const auto value = static_cast<float>(entry.code);
-        White1D(entry.index, value, value, value, domainMin1D, domainMax1D);
+    if (lines.hasOnlyReturns()) {
+        tintwell::remarkOnReturns(*this);
     }
+    if (size1D > 0 && domainMax1D[0] != static_cast<float>(entry.code)) {
+        remarks += QStringLiteral("the last code, %1, is not full scale: %2 is taken")
+                       .arg(QString::number(entry.code), tintwell::formatted(domainMax1D[0]));
+    }
+    lines.rewind();
+    readEntries(lines, entry, *this);
     resetDomainMax1D();
     return true;
 }

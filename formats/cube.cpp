@@ -17,10 +17,14 @@
 #include "formats/text/words.h"
 #include "lut/format_code.h"
 #include "lut/read_lutfile.h"
+#include "lut/words.h"
 #include "lut/write_lutfile.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
+#include <cstdint>
+#include <string>
 #include <string_view>
 
 using tintwell::allocateLattice;
@@ -53,14 +57,47 @@ LineKind kindOfSize(int size) {
     return size < 1 ? LineKind::BadSize : LineKind::Keyword;
 }
 
-LineKind parseTriple(std::string_view line, std::string_view keyword, float (&channels)[3]) {
-    scan(removeAll(line, keyword), channels[0], channels[1], channels[2]);
+/// A keyword without all its numbers leaves what it does not state as it was.
+LineKind checkNumbers(int found, int expected, const LineSource& lines, Read_LUTFile& lut) {
+    if (found < expected) {
+        remarkOnLine(lut, lines,
+                     QStringLiteral("expected a keyword, one blank and %1: the rest is not set")
+                         .arg(tintwell::counted(expected, "number")));
+    }
     return LineKind::Keyword;
 }
 
-LineKind parseInputRange(std::string_view line, Read_LUTFile& lut) {
-    tintwell::scanDomain(removeAll(line, "LUT_1D_INPUT_RANGE "), lut.domainMin1D, lut.domainMax1D);
-    return LineKind::Keyword;
+LineKind parseTriple(const LineSource& lines, std::string_view keyword, float (&channels)[3],
+                     Read_LUTFile& lut) {
+    const int found =
+        scan(removeAll(lines.current(), keyword), channels[0], channels[1], channels[2]);
+    return checkNumbers(found, 3, lines, lut);
+}
+
+LineKind parseInputRange(const LineSource& lines, Read_LUTFile& lut) {
+    const int found = tintwell::scanDomain(removeAll(lines.current(), "LUT_1D_INPUT_RANGE "),
+                                           lut.domainMin1D, lut.domainMax1D);
+    return checkNumbers(found, 2, lines, lut);
+}
+
+/// Other programs state the inputs of a lattice so; here they are always those of DOMAIN_MIN and
+/// DOMAIN_MAX.
+void remarkOnInputRange(const LineSource& lines, Read_LUTFile& lut) {
+    float from = 0;
+    float to = 1;
+    scan(removeAll(lines.current(), "LUT_3D_INPUT_RANGE"), from, to);
+    if (from != 0 || to != 1) {
+        remarkOnLine(lut, lines, QStringLiteral("which is ignored"));
+    }
+}
+
+QString titleOf(std::string_view line) {
+    constexpr int enough = 100;
+    const std::string text = removeAll(line, "TITLE");
+    return QString::fromUtf8(text.data(), static_cast<int>(text.size()))
+        .remove(QLatin1Char('"'))
+        .trimmed()
+        .left(enough);
 }
 
 LineKind parseMesh(std::string_view line, Read_LUTFile& lut, CubeHeader& header) {
@@ -70,72 +107,169 @@ LineKind parseMesh(std::string_view line, Read_LUTFile& lut, CubeHeader& header)
     return LineKind::Keyword;
 }
 
-/// Classifies a line that is neither empty nor a comment, and processes its keyword.
-LineKind parseLine(std::string_view line, Read_LUTFile& lut, CubeHeader& header) {
+LineKind parseSize3D(std::string_view line, Read_LUTFile& lut) {
+    lut.setSize3D(tintwell::toInt(removeAll(line, "LUT_3D_SIZE ")));
+    return kindOfSize(lut.size3D);
+}
+
+LineKind parseSize1D(std::string_view line, Read_LUTFile& lut) {
+    lut.setSize1D(tintwell::toInt(removeAll(line, "LUT_1D_SIZE ")));
+    return kindOfSize(lut.size1D);
+}
+
+LineKind parseTitle(std::string_view line, Read_LUTFile& lut) {
+    if (lut.title.isEmpty()) {
+        lut.title = titleOf(line);
+    }
+    return LineKind::Keyword;
+}
+
+/// Whether parseLine() takes a line for a keyword.
+bool isKeyword(std::string_view line) {
+    static constexpr std::array<std::string_view, 6> keywords = {
+        "LUT_3D_SIZE", "TITLE", "DOMAIN_MIN", "DOMAIN_MAX", "LUT_1D_SIZE", "LUT_1D_INPUT_RANGE"};
+    return tintwell::startsWith(line, "Mesh") ||
+           std::any_of(keywords.begin(), keywords.end(),
+                       [line](std::string_view keyword) { return contains(line, keyword); });
+}
+
+/// Classifies the line read last, which is neither empty nor a comment, and processes its keyword.
+LineKind parseLine(std::string_view line, const LineSource& lines, Read_LUTFile& lut,
+                   CubeHeader& header) {
     header.hasMeshWord = header.hasMeshWord || contains(line, "MESH");
     if (contains(line, "LUT_3D_SIZE")) {
-        lut.setSize3D(tintwell::toInt(removeAll(line, "LUT_3D_SIZE ")));
-        return kindOfSize(lut.size3D);
+        return parseSize3D(line, lut);
     }
     if (contains(line, "TITLE")) {
-        return LineKind::Keyword;
+        return parseTitle(line, lut);
     }
     if (contains(line, "DOMAIN_MIN")) {
-        return parseTriple(line, "DOMAIN_MIN ", lut.domainMin3D);
+        return parseTriple(lines, "DOMAIN_MIN ", lut.domainMin3D, lut);
     }
     if (contains(line, "DOMAIN_MAX")) {
-        return parseTriple(line, "DOMAIN_MAX ", lut.domainMax3D);
+        return parseTriple(lines, "DOMAIN_MAX ", lut.domainMax3D, lut);
     }
     if (contains(line, "LUT_1D_SIZE")) {
-        lut.setSize1D(tintwell::toInt(removeAll(line, "LUT_1D_SIZE ")));
-        return kindOfSize(lut.size1D);
+        return parseSize1D(line, lut);
     }
     if (contains(line, "LUT_1D_INPUT_RANGE")) {
-        return parseInputRange(line, lut);
+        return parseInputRange(lines, lut);
     }
     if (tintwell::startsWith(line, "Mesh")) {
         return parseMesh(line, lut, header);
     }
+    if (contains(line, "LUT_3D_INPUT_RANGE")) {
+        remarkOnInputRange(lines, lut);
+    }
     return LineKind::Data;
+}
+
+/// What is wrong with the size line read last.
+QString expectedSize(std::string_view line) {
+    if (contains(line, "_SIZE\t")) {
+        return QStringLiteral("a blank instead of the tab after the keyword");
+    }
+    tintwell::WordReader words(line);
+    words.next();
+    double size = 0;
+    return scan(words.next(), size) > 0 && size >= 1 ? QStringLiteral("a whole number")
+                                                     : QStringLiteral("a size of 1 or more");
 }
 
 /// Processes every keyword, wherever it is. False for a bad size.
 bool readHeader(LineSource& lines, Read_LUTFile& lut, CubeHeader& header) {
     while (lines.skipToLetters()) {
         const std::string_view line = lines.next();
-        if (!isComment(line) && parseLine(line, lut, header) == LineKind::BadSize) {
-            return tintwell::failAtLine(lut, lines, QStringLiteral("a size of 1 or more"));
+        if (!isComment(line) && parseLine(line, lines, lut, header) == LineKind::BadSize) {
+            return tintwell::failAtLine(lut, lines, expectedSize(line));
         }
     }
     return true;
 }
 
-/// The size of the lattice that the data lines fill, for a file that states no size.
-int inferredSize(LineSource& lines, Read_LUTFile& lut, CubeHeader& header) {
+/// For a file that states no size: sets that of the lattice that the data lines fill.
+void inferSize(LineSource& lines, Read_LUTFile& lut) {
     int count = 0;
     lines.rewind();
     while (!lines.atEnd()) {
         const std::string_view line = lines.next();
-        if (!line.empty() && !isComment(line) && parseLine(line, lut, header) == LineKind::Data) {
-            ++count;
-        }
+        count += !line.empty() && !isComment(line) && !isKeyword(line) ? 1 : 0;
     }
-    return latticeSizeOf(count);
+    lut.setSize3D(latticeSizeOf(count));
+    if (lines.hasOnlyReturns()) {
+        tintwell::remarkOnReturns(lut);
+    }
+    lut.sizeInferred = lut.size3D > 0;
+    if (lut.sizeInferred) {
+        lut.remarks += QStringLiteral("no line states the size: %1 make it %2")
+                           .arg(tintwell::counted(count, "line"))
+                           .arg(lut.size3D);
+    }
 }
 
-/// An integer sample, scaled to real numbers.
-bool parseCodes(std::string_view line, Triple<int>& codes, float scale, Triple<float>& sample) {
-    if (!codes.scan(line)) {
-        return false;
+/// Tells of domains that belong to a table that the file does not have.
+void remarkOnUnusedDomains(Read_LUTFile& lut) {
+    const auto isUnit = [](const float* min, const float* max) {
+        return std::all_of(min, min + 3, [](float end) { return end == 0; }) &&
+               std::all_of(max, max + 3, [](float end) { return end == 1; });
+    };
+    if (lut.size3D == 0 && !isUnit(lut.domainMin3D, lut.domainMax3D)) {
+        lut.remarks += QStringLiteral("DOMAIN_MIN and DOMAIN_MAX do not apply to a 1D table and "
+                                      "are ignored");
     }
-    sample = {static_cast<float>(codes.r) / scale, static_cast<float>(codes.g) / scale,
-              static_cast<float>(codes.b) / scale};
-    return true;
+    if (lut.size1D == 0 && !isUnit(lut.domainMin1D, lut.domainMax1D)) {
+        lut.remarks +=
+            QStringLiteral("LUT_1D_INPUT_RANGE does not apply to a 3D table and is ignored");
+    }
+}
+
+/// Whether the first row of the lattice is grey and rising, as a curve is.
+bool startsLikeCurve(const Read_LUTFile& lut) {
+    const float first = lut.data3D[0][0][0][0];
+    float before = first;
+    for (int n = 0; n < lut.size3D; ++n) {
+        const float* const cell = lut.tableOrder ? lut.data3D[0][0][n] : lut.data3D[n][0][0];
+        if (cell[0] != cell[1] || cell[1] != cell[2] || cell[0] < before) {
+            return false;
+        }
+        before = cell[0];
+    }
+    return before > first;
+}
+
+/// Many programs write the curve first.
+void remarkOnBothTables(Read_LUTFile& lut) {
+    const std::int64_t n = lut.size3D;
+    const QString first = QStringLiteral("the file has both tables: its first %1 are taken for the "
+                                         "lattice, the next %2 for the curve")
+                              .arg(n * n * n)
+                              .arg(lut.size1D);
+    lut.remarks += startsLikeCurve(lut)
+                       ? first + QStringLiteral("; but the first lines are grey and rising, as if "
+                                                "the curve came first")
+                       : first;
+}
+
+/// Integer samples, scaled to real numbers.
+int parseCodes(std::string_view line, Triple<int>& codes, float scale, Triple<float>& sample) {
+    const int found = codes.scan(line);
+    if (found > 0) {
+        sample = {static_cast<float>(codes.r) / scale, static_cast<float>(codes.g) / scale,
+                  static_cast<float>(codes.b) / scale};
+    }
+    return found;
 }
 
 /// Lines that never hold a sample, whatever they begin with.
 bool isPassedOver(std::string_view line, const CubeHeader& header) {
     return line.empty() || isComment(line) || (header.hasMeshWord && contains(line, "MESH"));
+}
+
+/// The result of scanning a line that may be a keyword.
+int foundIn(std::string_view line, int found) {
+    return found == 0 && (isKeyword(line) || contains(line, "LUT_3D_INPUT_RANGE"))
+               ? tintwell::PassedOver
+               : found;
 }
 
 } // namespace
@@ -153,7 +287,9 @@ bool Read_LUTFile::Read_Cube(QString path, bool probe) {
         return false;
     }
     if (size3D == 0 && size1D == 0) {
-        setSize3D(inferredSize(lines, *this, header));
+        inferSize(lines, *this);
+    } else {
+        remarkOnUnusedDomains(*this);
     }
     if (probe) {
         return true;
@@ -168,9 +304,11 @@ bool Read_LUTFile::Read_Cube(QString path, bool probe) {
     Triple<float> sample;
     Triple<int> codes;
     const auto parseSample = [&](std::string_view line, Triple<float>& values) {
-        return !isPassedOver(line, header) &&
-               (meshHeader ? parseCodes(line, codes, header.meshScale(), values)
-                           : values.scan(line));
+        if (isPassedOver(line, header)) {
+            return tintwell::PassedOver;
+        }
+        return foundIn(line, meshHeader ? parseCodes(line, codes, header.meshScale(), values)
+                                        : values.scan(line));
     };
     const FillResult lattice = fillLattice(*this, lines, sample, parseSample);
     if (lattice != FillResult::Complete) {
@@ -182,7 +320,7 @@ bool Read_LUTFile::Read_Cube(QString path, bool probe) {
     }
 
     const auto parseEntry = [&](std::string_view line, Triple<float>& values) {
-        return !isPassedOver(line, header) && values.scan(line);
+        return isPassedOver(line, header) ? tintwell::PassedOver : foundIn(line, values.scan(line));
     };
     const FillResult entries = fillCurve(*this, lines, sample, parseEntry);
     resetDomainMax1D();
@@ -190,6 +328,10 @@ bool Read_LUTFile::Read_Cube(QString path, bool probe) {
         return false;
     }
     resetDomainMax3D();
+    passRest(*this, lines, sample, parseEntry);
+    if (size3D > 0 && size1D > 0) {
+        remarkOnBothTables(*this);
+    }
     return true;
 }
 

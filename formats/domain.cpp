@@ -2,7 +2,7 @@
 
 #include "formats/text/scan.h"
 
-bool tintwell::scanDomain(std::string_view text, float (&min)[3], float (&max)[3]) {
+int tintwell::scanDomain(std::string_view text, float (&min)[3], float (&max)[3]) {
     float from = 0;
     float to = 0;
     const int count = scan(text, from, to);
@@ -12,5 +12,5 @@ bool tintwell::scanDomain(std::string_view text, float (&min)[3], float (&max)[3
     if (count > 1) {
         setDomain(max, to);
     }
-    return count > 0;
+    return count;
 }

@@ -10,7 +10,7 @@ inline void setDomain(float (&end)[3], float value) {
 }
 
 /// Scans a range of two numbers, such as "0.0 1.0", into both ends of a domain. A single number
-/// sets only the minimum. False, with nothing changed, if there is no number.
-bool scanDomain(std::string_view text, float (&min)[3], float (&max)[3]);
+/// sets only the minimum. Returns how many numbers there are.
+int scanDomain(std::string_view text, float (&min)[3], float (&max)[3]);
 
 } // namespace tintwell

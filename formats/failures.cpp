@@ -1,17 +1,39 @@
 #include "formats/failures.h"
 
+#include "lut/words.h"
+
 #include <utility>
 
 namespace tintwell {
 
-bool failAtLine(Read_LUTFile& lut, const LineSource& lines, const QString& expected) {
+namespace {
+
+/// Old systems ended lines in a carriage return alone, which readers drop.
+QString onlyReturns() {
+    return QStringLiteral("the lines end in carriage returns alone, expected line feeds");
+}
+
+} // namespace
+
+QString quotedLine(const LineSource& lines) {
     constexpr int enough = 60;
-    QString found = lines.currentText();
-    if (found.size() > enough) {
-        found = found.left(enough) + QStringLiteral("...");
+    QString text = lines.currentText();
+    if (text.size() > enough) {
+        text = text.left(enough) + QStringLiteral("...");
     }
-    return lut.fail(QStringLiteral("%1: found \"%2\", expected %3")
-                        .arg(QString::number(lines.lineNumber()), found, expected));
+    return QLatin1Char('"') + text + QLatin1Char('"');
+}
+
+bool failAtLine(Read_LUTFile& lut, const LineSource& lines, const QString& expected) {
+    if (lines.hasOnlyReturns()) {
+        return lut.fail(onlyReturns());
+    }
+    return lut.fail(QStringLiteral("%1: found %2, expected %3")
+                        .arg(QString::number(lines.lineNumber()), quotedLine(lines), expected));
+}
+
+bool failUnsized(Read_LUTFile& lut, const LineSource& lines, const char* expected) {
+    return lines.hasOnlyReturns() ? lut.fail(onlyReturns()) : failUnsized(lut, expected);
 }
 
 bool failUnsized(Read_LUTFile& lut, const char* expected) {
@@ -21,17 +43,17 @@ bool failUnsized(Read_LUTFile& lut, const char* expected) {
 
 bool failShort(Read_LUTFile& lut, const LineSource& lines, std::int64_t found,
                std::int64_t expected) {
-    return lut.fail(QStringLiteral("%1: the file ends after %2 samples, expected %3")
+    if (lines.hasOnlyReturns()) {
+        return lut.fail(onlyReturns());
+    }
+    return lut.fail(QStringLiteral("%1: the file ends after %2, expected %3")
                         .arg(lines.lineNumber())
-                        .arg(found)
+                        .arg(counted(found, "sample"))
                         .arg(expected));
 }
 
-void warnShort(Read_LUTFile& lut, std::int64_t found, std::int64_t expected) {
-    if (found < expected) {
-        lut.remarks +=
-            QStringLiteral("found %1 of %2 samples; the rest is black").arg(found).arg(expected);
-    }
+void remarkOnReturns(Read_LUTFile& lut) {
+    lut.remarks += onlyReturns();
 }
 
 bool acceptWithRemark(Read_LUTFile& lut) {

@@ -18,6 +18,7 @@ namespace tintwell {
 bool failAtLine(Read_LUTFile& lut, const LineSource& lines, const QString& expected);
 
 /// There is no usable size: \a expected describes the line that states it.
+bool failUnsized(Read_LUTFile& lut, const LineSource& lines, const char* expected);
 bool failUnsized(Read_LUTFile& lut, const char* expected);
 
 /// The file ended after \a found of \a expected samples.
@@ -26,11 +27,14 @@ bool failShort(Read_LUTFile& lut, const LineSource& lines, std::int64_t found,
 
 // For a file that is accepted.
 
-/// Adds a remark if the file ended early.
-void warnShort(Read_LUTFile& lut, std::int64_t found, std::int64_t expected);
-
 /// Turns the failure into a remark: the file is accepted as far as it was read. Does nothing after
 /// a read without one. Returns true.
 bool acceptWithRemark(Read_LUTFile& lut);
+
+/// Adds the remark that the file has no line ends.
+void remarkOnReturns(Read_LUTFile& lut);
+
+/// The text of the line read last, in quotes, cut to sixty characters.
+QString quotedLine(const LineSource& lines);
 
 } // namespace tintwell

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "formats/failures.h"
+#include "formats/odd_lines.h"
 #include "formats/text/lattice_walk.h"
 #include "formats/text/line_source.h"
 #include "formats/text/triple.h"
@@ -51,13 +52,35 @@ void store1D(Read_LUTFile& lut, int n, const Triple<Number>& sample) {
                 static_cast<float>(sample.b), lut.domainMin1D, lut.domainMax1D);
 }
 
-/// Fills the 3D table of `size3D` with the samples that \a scanSample(line, sample) accepts. On
-/// return, \a sample is the last one read. If the file ends early, `lastError` says so.
+/// Tells how the filling of a table ended.
+inline void tellFilled(Read_LUTFile& lut, const LineSource& lines, const BodyLines& body,
+                       FillResult result, std::int64_t found, std::int64_t expected) {
+    if (expected == 0) {
+        return; // there is no such table
+    }
+    switch (result) {
+    case FillResult::Complete:
+        body.tellWithLast(lut);
+        break;
+    case FillResult::LastMissing:
+        body.tell(lut);
+        lut.remarkMissing(found, expected);
+        break;
+    case FillResult::EndedEarly:
+        failShort(lut, lines, found, expected);
+        break;
+    }
+}
+
+/// Fills the 3D table of `size3D` with the samples of \a numbers numbers for which
+/// \a scanSample(line, sample) returns more than zero: how many there are. On return, \a sample is
+/// the last one read. If the file ends early, `lastError` says so.
 template <typename Number, typename ScanSample>
 FillResult fillLattice(Read_LUTFile& lut, LineSource& lines, Triple<Number>& sample,
-                       ScanSample&& scanSample) {
+                       ScanSample&& scanSample, int numbers = 3) {
+    BodyLines body(lines, numbers);
     const auto place = [&](std::string_view line, int i, int j, int k) {
-        if (!scanSample(line, sample)) {
+        if (!body.isSample(scanSample(line, sample))) {
             return false;
         }
         store3D(lut, i, j, k, sample);
@@ -65,19 +88,18 @@ FillResult fillLattice(Read_LUTFile& lut, LineSource& lines, Triple<Number>& sam
     };
     std::int64_t found = 0;
     const FillResult result = walkLattice(lines, lut.size3D, place, &found);
-    if (result == FillResult::EndedEarly) {
-        const std::int64_t n = lut.size3D;
-        failShort(lut, lines, found, n * n * n);
-    }
+    const std::int64_t n = lut.size3D;
+    tellFilled(lut, lines, body, result, found, n * n * n);
     return result;
 }
 
 /// The same for the 1D table of `size1D`.
 template <typename Number, typename ScanSample>
 FillResult fillCurve(Read_LUTFile& lut, LineSource& lines, Triple<Number>& sample,
-                     ScanSample&& scanSample) {
+                     ScanSample&& scanSample, int numbers = 3) {
+    BodyLines body(lines, numbers);
     const auto place = [&](std::string_view line, int n) {
-        if (!scanSample(line, sample)) {
+        if (!body.isSample(scanSample(line, sample))) {
             return false;
         }
         store1D(lut, n, sample);
@@ -85,20 +107,33 @@ FillResult fillCurve(Read_LUTFile& lut, LineSource& lines, Triple<Number>& sampl
     };
     std::int64_t found = 0;
     const FillResult result = walkEntries(lines, lut.size1D, place, &found);
-    if (result == FillResult::EndedEarly) {
-        failShort(lut, lines, found, lut.size1D);
-    }
+    tellFilled(lut, lines, body, result, found, lut.size1D);
     return result;
+}
+
+/// Tells of what the file holds after the table.
+template <typename Number, typename ScanSample>
+void passRest(Read_LUTFile& lut, LineSource& lines, Triple<Number> sample,
+              ScanSample&& scanSample) {
+    BodyLines rest(lines, 0);
+    while (!lines.atEnd()) {
+        rest.addSurplus(scanSample(lines.next(), sample));
+    }
+    rest.tell(lut);
 }
 
 /// The last step of reading a format that holds a lattice and nothing after it: allocates the table
 /// and fills it. Only the last sample may be missing.
 template <typename Number, typename ScanSample>
 bool readLattice(Read_LUTFile& lut, LineSource& lines, Triple<Number> sample,
-                 ScanSample&& scanSample) {
-    const bool filled = allocateLattice(lut, lines, Completeness::Complete) &&
-                        fillLattice(lut, lines, sample, scanSample) != FillResult::EndedEarly;
+                 ScanSample&& scanSample, int numbers = 3) {
+    const bool filled =
+        allocateLattice(lut, lines, Completeness::Complete) &&
+        fillLattice(lut, lines, sample, scanSample, numbers) != FillResult::EndedEarly;
     lut.resetDomainMax3D();
+    if (filled) {
+        passRest(lut, lines, sample, scanSample);
+    }
     return filled;
 }
 

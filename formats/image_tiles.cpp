@@ -5,11 +5,43 @@
 #include "lut/lattice.h"
 #include "lut/read_lutfile.h"
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <vector>
 
 namespace tintwell {
+
+namespace {
+
+bool isOpaque(const QImage& image) {
+    if (!image.hasAlphaChannel()) {
+        return true;
+    }
+    const QImage alpha = image.convertToFormat(QImage::Format_Alpha8);
+    for (int y = 0; y < alpha.height(); ++y) {
+        const uchar* const row = alpha.constScanLine(y);
+        if (!std::all_of(row, row + alpha.width(), [](uchar a) { return a == 255; })) {
+            return false;
+        }
+    }
+    return true;
+}
+
+/// Tells what the pixels lose as samples.
+void remarkOnPixels(Read_LUTFile& lut, const ImageFile& image) {
+    if (isDeep(image.pixels.format())) {
+        lut.remarks += QStringLiteral("only 8 of the bits of each channel are read");
+    }
+    if (!isOpaque(image.pixels)) {
+        lut.remarks += QStringLiteral("the image is transparent in places: alpha is ignored");
+    }
+    if (image.type == "jpg" || image.type == "jpeg") {
+        lut.remarks += QStringLiteral("the compression of JPEG has changed the samples");
+    }
+}
+
+} // namespace
 
 ImageFile readTiles(const QString& path) {
     constexpr std::int64_t largest = Read_LUTFile::MaxSize3D;
@@ -26,8 +58,8 @@ bool failWithImage(Read_LUTFile& lut, const ImageFile& image, const char* expect
                         .arg(QLatin1String(expected)));
 }
 
-bool storeTiles(Read_LUTFile& lut, const QImage& image, int tilesPerRow) {
-    const QImage pixels = image.convertToFormat(QImage::Format_RGB888);
+bool storeTiles(Read_LUTFile& lut, const ImageFile& image, int tilesPerRow) {
+    const QImage pixels = image.pixels.convertToFormat(QImage::Format_RGB888);
     if (pixels.isNull()) {
         return lut.fail(QStringLiteral("not enough memory for the image"));
     }
@@ -53,6 +85,7 @@ bool storeTiles(Read_LUTFile& lut, const QImage& image, int tilesPerRow) {
         return true;
     });
     lut.resetDomainMax3D();
+    remarkOnPixels(lut, image);
     return true;
 }
 

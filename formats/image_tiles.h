@@ -2,7 +2,6 @@
 
 #include "lut/image_file.h"
 
-#include <QImage>
 #include <QString>
 
 class Read_LUTFile;
@@ -20,6 +19,6 @@ bool failWithImage(Read_LUTFile& lut, const ImageFile& image, const char* expect
 /// Allocates and fills the 3D table of `size3D`: sample (i, j, k) is the pixel at row j and column
 /// k of tile i. Tiles are `size3D` pixels a side and run left to right, \a tilesPerRow of them,
 /// then top to bottom; the image must contain them all. False if no table can be allocated.
-bool storeTiles(Read_LUTFile& lut, const QImage& image, int tilesPerRow);
+bool storeTiles(Read_LUTFile& lut, const ImageFile& image, int tilesPerRow);
 
 } // namespace tintwell

@@ -23,12 +23,15 @@
 #include "lut/lattice.h"
 #include "lut/read_lutfile.h"
 #include "lut/trace.h"
+#include "lut/words.h"
 
 #include <QByteArray>
 #include <QXmlStreamReader>
 
 #include <algorithm>
+#include <array>
 #include <cstddef>
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <utility>
@@ -45,7 +48,7 @@ struct HexTable {
     int maxSize;
     int dimensions;
     float* domainMax;
-    QString& error;
+    Read_LUTFile& lut;
     std::optional<int> size = {};
     std::string digits = {};
 
@@ -89,16 +92,19 @@ std::optional<QString> readText(QXmlStreamReader& xml) {
 }
 
 /// At most \a count digits of a text, which may contain blanks and quotes between them.
-std::string digitsOf(const QString& text, std::size_t count) {
+/// \a hasMore is set if more follow.
+std::string digitsOf(const QString& text, std::size_t count, bool& hasMore) {
     std::string digits;
     digits.reserve(std::min(count, static_cast<std::size_t>(text.size())));
     for (const QChar c : text) {
+        if (c.isSpace() || c == QLatin1Char('"')) {
+            continue;
+        }
         if (digits.size() == count) {
+            hasMore = true;
             break;
         }
-        if (!c.isSpace() && c != QLatin1Char('"')) {
-            digits += c.toLatin1();
-        }
+        digits += c.toLatin1();
     }
     return digits;
 }
@@ -126,10 +132,13 @@ bool raiseDomain(const std::string& digits, std::size_t samples, float* max) {
     return true;
 }
 
+QString atLine(const QXmlStreamReader& xml, const QString& what) {
+    return QStringLiteral("%1: %2").arg(xml.lineNumber()).arg(what);
+}
+
 /// Sets the error, with the number of the current line of the document.
 bool failAt(const QXmlStreamReader& xml, HexTable& table, const QString& what) {
-    table.error = QStringLiteral("%1: %2").arg(xml.lineNumber()).arg(what);
-    return false;
+    return table.lut.fail(atLine(xml, what));
 }
 
 void parseSize(QXmlStreamReader& xml, HexTable& table) {
@@ -154,7 +163,8 @@ bool parseData(QXmlStreamReader& xml, HexTable& table) {
         }
         return true;
     }
-    std::string digits = digitsOf(*text, table.samples() * digitsPerSample);
+    bool hasMore = false;
+    std::string digits = digitsOf(*text, table.samples() * digitsPerSample, hasMore);
     if (digits.empty()) {
         return true;
     }
@@ -166,6 +176,11 @@ bool parseData(QXmlStreamReader& xml, HexTable& table) {
                           .arg(digits.size())
                           .arg(table.samples() * digitsPerSample)
                           .arg(table.samples()));
+    }
+    if (hasMore) {
+        table.lut.remarks += atLine(
+            xml, QStringLiteral("found more than %1; the rest is not read")
+                     .arg(tintwell::counted(static_cast<std::int64_t>(table.samples()), "sample")));
     }
     table.digits = std::move(digits);
     return true;
@@ -187,6 +202,20 @@ bool readTable(QXmlStreamReader& xml, HexTable& table, bool probe) {
     return true;
 }
 
+/// Skips an element that is not applied, and tells of it unless it is empty.
+void skipCorrection(QXmlStreamReader& xml, Read_LUTFile& lut) {
+    const QString remark =
+        atLine(xml, QStringLiteral("found corrections in %1, which are ignored").arg(xml.name()));
+    bool isEmpty = true;
+    while (xml.readNextStartElement()) {
+        isEmpty = false;
+        xml.skipCurrentElement();
+    }
+    if (!isEmpty) {
+        lut.remarks += remark;
+    }
+}
+
 /// Reads up to the end of the document, or of its well-formed part. Tables may be at any depth, but
 /// not inside shaders or colour corrections.
 bool readTables(QXmlStreamReader& xml, HexTable& lattice, HexTable& curve, bool probe) {
@@ -200,7 +229,7 @@ bool readTables(QXmlStreamReader& xml, HexTable& lattice, HexTable& curve, bool 
                 return false;
             }
         } else if (name == QLatin1String("shaders") || name == QLatin1String("ASC")) {
-            xml.skipCurrentElement();
+            skipCorrection(xml, lattice.lut);
         }
     }
     return true;
@@ -224,8 +253,24 @@ bool readDocument(const QByteArray& content, HexTable& lattice, HexTable& curve,
 
 /// Without digits a table is all zeros, which is accepted only if it is small.
 bool mayBeEmpty(Read_LUTFile& lut, const HexTable& table, int largest) {
-    return *table.size <= largest ||
-           lut.fail(QStringLiteral("found no data for a size of %1").arg(*table.size));
+    if (*table.size > largest) {
+        return lut.fail(QStringLiteral("found no data for a size of %1").arg(*table.size));
+    }
+    lut.remarkUnfilled(QStringLiteral("no data for a size of %1").arg(*table.size));
+    return true;
+}
+
+/// Tells which channels have samples above 1.
+void remarkOnScale(Read_LUTFile& lut, const float* max) {
+    const std::array<float, 3> scale = {max[0], max[1], max[2]};
+    if (scale != std::array<float, 3>{1, 1, 1}) {
+        lut.remarks +=
+            QStringLiteral("channels with samples above 1 are divided by their largest: "
+                           "red, green, blue by %1")
+                .arg(QStringLiteral("%1, %2, %3")
+                         .arg(tintwell::formatted(scale[0]), tintwell::formatted(scale[1]),
+                              tintwell::formatted(scale[2])));
+    }
 }
 
 bool fill3D(Read_LUTFile& lut, const HexTable& table) {
@@ -269,8 +314,8 @@ bool Read_LUTFile::Read_Look(QString path, bool probe) {
     qCDebug(formatTrace) << "file:-----" << path;
     applyDefaultOrders(tintwell::FormatCode::Look);
 
-    HexTable lattice{MaxSize3D, 3, domainMax3D, lastError};
-    HexTable curve{MaxSize1D, 1, domainMax1D, lastError};
+    HexTable lattice{MaxSize3D, 3, domainMax3D, *this};
+    HexTable curve{MaxSize1D, 1, domainMax1D, *this};
     const bool isRead = readDocument(*content, lattice, curve, probe);
     if (lattice.size) {
         setSize3D(*lattice.size);
@@ -283,6 +328,8 @@ bool Read_LUTFile::Read_Look(QString path, bool probe) {
     }
     const bool filled = probe || ((lattice.size.value_or(0) <= 0 || fill3D(*this, lattice)) &&
                                   (curve.size.value_or(0) <= 0 || fill1D(*this, curve)));
+    remarkOnScale(*this, domainMax3D);
+    remarkOnScale(*this, domainMax1D);
     resetDomainMax1D();
     resetDomainMax3D();
     if (!filled) {

@@ -42,12 +42,17 @@ bool isThreeD(std::string_view channelLine) {
     return withoutBlanks(removeAll(channelLine, "channel")) == "3d";
 }
 
-bool parseCount(std::string_view line, Read_LUTFile& lut) {
+bool parseCount(std::string_view line, const LineSource& lines, Read_LUTFile& lut) {
     long count = 0;
     if (scan(withoutBlanks(removeAll(line, "in")), count) == 0) {
         return false;
     }
     lut.setSize3D(tintwell::latticeSizeOf(count));
+    const std::int64_t n = lut.size3D;
+    if (n > 0 && n <= Read_LUTFile::MaxSize3D && n * n * n != count) {
+        remarkOnLine(lut, lines,
+                     QStringLiteral("which is not the cube of a size: %1 is taken").arg(n));
+    }
     return true;
 }
 
@@ -63,6 +68,7 @@ bool parseCodes(std::string_view line, Read_LUTFile& lut) {
 
 /// Reads up to and including the "values" line. False if the format does not accept the header.
 bool readHeader(LineSource& lines, Read_LUTFile& lut) {
+    tintwell::OddLines unknown;
     while (!lines.atEnd()) {
         const std::string_view line = lines.next();
         if (line.empty()) {
@@ -77,9 +83,9 @@ bool readHeader(LineSource& lines, Read_LUTFile& lut) {
         } else if (startsWith(line, "format")) {
             traceLine("format:", line);
         } else if (startsWith(line, "values")) {
-            return true;
+            break;
         } else if (startsWith(line, "in")) {
-            if (!parseCount(line, lut)) {
+            if (!parseCount(line, lines, lut)) {
                 return failAtLine(lut, lines, QStringLiteral("the number of samples"));
             }
         } else if (startsWith(line, "out")) {
@@ -88,8 +94,10 @@ bool readHeader(LineSource& lines, Read_LUTFile& lut) {
             }
         } else {
             traceLine("unkown:", line); // spelled so on purpose
+            unknown.add(lines);
         }
     }
+    unknown.tell(lut, QStringLiteral("which is not a keyword of the header"));
     return true;
 }
 
@@ -105,11 +113,33 @@ std::string codesOf(std::int64_t scale) {
                      : std::to_string(static_cast<std::uint64_t>(scale) + 1);
 }
 
-/// Empty lines and comments need no check: they do not begin with a number.
-bool parseSample(std::string_view line, Triple<double>& sample) {
-    double number = 0;
-    return tintwell::scanWords(line, number, sample.r, sample.g, sample.b) > 0;
-}
+/// Scans samples, whose running numbers place nothing, and collects those that are out of order.
+class NumberedSamples {
+public:
+    explicit NumberedSamples(const LineSource& lines) : m_lines(lines) {}
+
+    int scan(std::string_view line, Triple<double>& sample) {
+        const int found = tintwell::scanWords(line, m_number, sample.r, sample.g, sample.b);
+        if (found == 0) {
+            return 0;
+        }
+        if (m_number != m_expected) {
+            m_outOfOrder.add(m_lines);
+        }
+        m_expected = m_number + 1;
+        return found;
+    }
+
+    void tell(Read_LUTFile& lut) const {
+        m_outOfOrder.tell(lut, QStringLiteral("out of order: samples are placed by their lines"));
+    }
+
+private:
+    const LineSource& m_lines;
+    double m_number = 0;
+    double m_expected = 0;
+    tintwell::OddLines m_outOfOrder;
+};
 
 } // namespace
 
@@ -124,9 +154,16 @@ bool Read_LUTFile::Read_Mga(QString path, bool probe) {
     }
     if (probe || size3D < 1) {
         resetDomainMax3D();
-        return hasSize() || tintwell::failUnsized(*this, "an \"in\" line");
+        return hasSize() || tintwell::failUnsized(*this, lines, "an \"in\" line");
     }
-    return tintwell::readLattice(*this, lines, Triple<double>(), parseSample);
+    constexpr int numbers = 4;
+    NumberedSamples samples(lines);
+    const auto scanSample = [&](std::string_view line, Triple<double>& sample) {
+        return samples.scan(line, sample);
+    };
+    const bool filled = tintwell::readLattice(*this, lines, Triple<double>(), scanSample, numbers);
+    samples.tell(*this);
+    return filled;
 }
 
 bool Write_LUTFile::Write_Mga(QString path, Read_LUTFile& lut) {

@@ -28,12 +28,12 @@ bool Read_LUTFile::Read_NVX1D(QString path, bool probe) {
         return fail(lines.error());
     }
     applyDefaultOrders(tintwell::FormatCode::Nvx1D);
-    const int length = tintwell::readNvxHeader(lines, domainMin1D, domainMax1D);
+    const int length = tintwell::readNvxHeader(*this, lines, domainMin1D, domainMax1D);
     if (length != 0) {
         setSize1D(length);
     }
     if (probe || length < 1) {
-        return length >= 1 || tintwell::failUnsized(*this, "a Length line");
+        return length >= 1 || tintwell::failUnsized(*this, lines, "a Length line");
     }
     if (!tintwell::allocateCurve(*this, lines, tintwell::Completeness::Complete)) {
         return false;
@@ -46,7 +46,7 @@ bool Read_LUTFile::Read_NVX1D(QString path, bool probe) {
                    : false;
     }
     while (!lines.atEnd()) {
-        if (sample.scan(lines.next())) {
+        if (sample.scan(lines.next()) > 0) {
             return tintwell::failAtLine(*this, lines,
                                         QStringLiteral("nothing after %1 samples").arg(size1D));
         }

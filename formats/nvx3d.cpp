@@ -30,19 +30,23 @@ bool Read_LUTFile::Read_NVX3D(QString path, bool probe) {
         return fail(lines.error());
     }
     applyDefaultOrders(tintwell::FormatCode::Nvx3D);
-    const int length = tintwell::readNvxHeader(lines, domainMin3D, domainMax3D);
+    const int length = tintwell::readNvxHeader(*this, lines, domainMin3D, domainMax3D);
     if (length != 0) {
         setSize3D(length);
     }
     if (probe || length < 1) {
-        return length >= 1 || tintwell::failUnsized(*this, "a Length line");
+        return length >= 1 || tintwell::failUnsized(*this, lines, "a Length line");
     }
     if (!allocateLattice(*this, lines, Completeness::Partial)) {
         return false;
     }
     Triple<float> sample;
+    tintwell::OddLines empty;
+    tintwell::BodyLines body(lines, 3);
     const auto place = [&](std::string_view line, int i, int j, int k) {
-        if (sample.scan(line)) {
+        if (const int found = sample.scan(line); found == 0) {
+            empty.add(lines);
+        } else if (body.isSample(found)) {
             store3D(*this, i, j, k, sample);
         }
         return true;
@@ -50,7 +54,10 @@ bool Read_LUTFile::Read_NVX3D(QString path, bool probe) {
     const std::int64_t n = size3D;
     std::int64_t found = n * n * n;
     walkLattice(lines, size3D, place, &found);
-    tintwell::warnShort(*this, found, n * n * n);
+    empty.tell(*this, QStringLiteral("which is not a sample: its point stays black"));
+    body.tell(*this);
+    remarkMissing(found, n * n * n);
+    passRest(*this, lines, sample, tintwell::scanNumbers);
     resetDomainMax3D();
     return true;
 }

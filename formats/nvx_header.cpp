@@ -8,18 +8,27 @@
 
 namespace tintwell {
 
-int readNvxHeader(LineSource& lines, float (&domainMin)[3], float (&domainMax)[3]) {
+int readNvxHeader(Read_LUTFile& lut, LineSource& lines, float (&domainMin)[3],
+                  float (&domainMax)[3]) {
+    OddLines unknown;
+    int length = 0;
     while (!lines.atEnd()) {
         const std::string_view line = lines.next();
         if (startsWith(line, "From")) {
-            scanDomain(removeAll(line, "From "), domainMin, domainMax);
+            if (scanDomain(removeAll(line, "From "), domainMin, domainMax) < 2) {
+                remarkOnLine(lut, lines,
+                             QStringLiteral("expected one blank and 2 numbers: the rest is not "
+                                            "set"));
+            }
         } else if (startsWith(line, "Length")) {
-            int length = 0;
             scan(removeAll(line, "Length "), length);
-            return length;
+            break;
+        } else {
+            unknown.addUnlessComment(line, lines);
         }
     }
-    return 0;
+    unknown.tell(lut, QStringLiteral("which is not a keyword of the header"));
+    return length;
 }
 
 void writeNvxHeader(TextFile& out, int length) {

@@ -2,6 +2,7 @@
 
 #include "formats/text/line_source.h"
 #include "formats/text/text_file.h"
+#include "lut/read_lutfile.h"
 
 namespace tintwell {
 
@@ -14,7 +15,8 @@ namespace tintwell {
 
 /// Reads up to and including the length line. Returns the length; 0 if there is none. Parts of the
 /// domain that the file does not state keep their values.
-int readNvxHeader(LineSource& lines, float (&domainMin)[3], float (&domainMax)[3]);
+int readNvxHeader(Read_LUTFile& lut, LineSource& lines, float (&domainMin)[3],
+                  float (&domainMax)[3]);
 
 /// Always writes the domain 0 to 1.
 void writeNvxHeader(TextFile& out, int length);

@@ -38,10 +38,16 @@ bool Read_LUTFile::Read_1dLut(QString path, bool probe) {
     double index = 0;
     Triple<double> sample;
     const auto parseEntry = [&index](std::string_view line, Triple<double>& values) {
-        return !startsWith(line, "#") && !startsWith(line, "Index") &&
-               scan(line, index, values.r, values.g, values.b) > 0;
+        return startsWith(line, "#") || startsWith(line, "Index")
+                   ? tintwell::PassedOver
+                   : scan(line, index, values.r, values.g, values.b);
     };
-    return fillCurve(*this, lines, sample, parseEntry) != FillResult::EndedEarly;
+    constexpr int numbers = 4;
+    if (fillCurve(*this, lines, sample, parseEntry, numbers) == FillResult::EndedEarly) {
+        return false;
+    }
+    passRest(*this, lines, sample, parseEntry);
+    return true;
 }
 
 /// Writes tables of any size, although readers use only the first 256 entries.

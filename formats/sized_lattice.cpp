@@ -11,11 +11,14 @@ namespace {
 /// Reads up to and including the size line. A size line without a number leaves the size unchanged.
 /// False if there is no size line.
 bool readHeader(LineSource& lines, std::string_view keyword, Read_LUTFile& lut) {
+    OddLines before;
     while (!lines.atEnd()) {
         const std::string_view line = lines.next();
         if (!startsWith(line, keyword)) {
+            before.addUnlessComment(line, lines);
             continue;
         }
+        before.tell(lut, QStringLiteral("which comes before the size and is ignored"));
         int size = 0;
         if (scan(removeAll(line, keyword), size) > 0) {
             lut.setSize3D(size);
@@ -37,7 +40,7 @@ bool readSizedLattice(const SizedLattice& format, const QString& path, bool prob
     const bool hasBody = readHeader(lines, format.keyword, lut);
     if (probe || !hasBody || lut.size3D < 1) {
         lut.resetDomainMax3D();
-        return lut.hasSize() || failUnsized(lut, format.sizeLine);
+        return lut.hasSize() || failUnsized(lut, lines, format.sizeLine);
     }
     // Empty lines and comments need no check: they do not begin with a number.
     return readLattice(lut, lines, Triple<float>(), scanNumbers);

@@ -41,10 +41,21 @@ bool parseLength(std::string_view text, Read_LUTFile& lut) {
     return true;
 }
 
+/// False if there is no number.
+bool parseRange(const LineSource& lines, Read_LUTFile& lut) {
+    const int found =
+        tintwell::scanDomain(removeAll(lines.current(), "From"), lut.domainMin1D, lut.domainMax1D);
+    if (found == 1) {
+        remarkOnLine(lut, lines, QStringLiteral("expected 2 numbers: the second is taken as 1"));
+    }
+    return found > 0;
+}
+
 /// False for a line that ends the header: the opening brace, or a keyword without its number.
-bool parseHeaderLine(std::string_view line, Read_LUTFile& lut, int& components) {
+bool parseHeaderLine(std::string_view line, const LineSource& lines, Read_LUTFile& lut,
+                     int& components, tintwell::OddLines& unknown) {
     if (startsWith(line, "From")) {
-        return tintwell::scanDomain(removeAll(line, "From"), lut.domainMin1D, lut.domainMax1D);
+        return parseRange(lines, lut);
     }
     if (startsWith(line, "Length")) {
         return parseLength(removeAll(line, "Length"), lut);
@@ -52,23 +63,43 @@ bool parseHeaderLine(std::string_view line, Read_LUTFile& lut, int& components) 
     if (startsWith(line, "Components")) {
         return scan(removeAll(line, "Components"), components) > 0;
     }
-    return !startsWith(line, "{");
+    if (startsWith(line, "{")) {
+        return false;
+    }
+    if (!startsWith(line, "Version")) {
+        unknown.addUnlessComment(line, lines);
+    }
+    return true;
 }
 
-bool parseSample(std::string_view line, int components, Triple<double>& sample) {
+/// Sets the number of components; without it there are no samples to read.
+void readHeader(LineSource& lines, Read_LUTFile& lut, int& components) {
+    tintwell::OddLines unknown;
+    while (!lines.atEnd() && parseHeaderLine(lines.next(), lines, lut, components, unknown)) {
+    }
+    unknown.tell(lut, QStringLiteral("which is not a keyword of the header"));
+    if (components == 2) {
+        lut.remarks += QStringLiteral("with two components blue is 0");
+    }
+}
+
+int parseSample(std::string_view line, int components, Triple<double>& sample) {
+    if (line == "}") {
+        return tintwell::PassedOver;
+    }
     switch (components) {
     case 1:
         if (scan(line, sample.r) == 0) {
-            return false;
+            return 0;
         }
         sample.g = sample.b = sample.r;
-        return true;
+        return 1;
     case 2:
-        return scan(line, sample.r, sample.g) > 0;
+        return scan(line, sample.r, sample.g);
     case 3:
         return sample.scan(line);
     default:
-        return false;
+        return 0;
     }
 }
 
@@ -81,11 +112,10 @@ bool Read_LUTFile::Read_Spi1D(QString path, bool probe) {
     }
     applyDefaultOrders(tintwell::FormatCode::Spi1D);
     int components = 0;
-    while (!lines.atEnd() && parseHeaderLine(lines.next(), *this, components)) {
-    }
+    readHeader(lines, *this, components);
     if (probe || size1D < 1) {
         resetDomainMax1D();
-        return hasSize() || tintwell::failUnsized(*this, "a Length line");
+        return hasSize() || tintwell::failUnsized(*this, lines, "a Length line");
     }
     if (!tintwell::allocateCurve(*this, lines, tintwell::Completeness::Partial)) {
         resetDomainMax1D();
@@ -93,14 +123,16 @@ bool Read_LUTFile::Read_Spi1D(QString path, bool probe) {
     }
     if (components <= 0) { // no samples to read, which is not an error
         resetDomainMax1D();
+        remarkUnfilled(QStringLiteral("no Components line"));
         return true;
     }
     Triple<double> sample;
-    const FillResult entries =
-        fillCurve(*this, lines, sample, [components](auto line, auto& values) {
-            return parseSample(line, components, values);
-        });
+    const auto scanSample = [components](std::string_view line, Triple<double>& values) {
+        return parseSample(line, components, values);
+    };
+    const FillResult entries = fillCurve(*this, lines, sample, scanSample, components);
     resetDomainMax1D();
+    passRest(*this, lines, sample, scanSample);
     return entries != FillResult::EndedEarly;
 }
 

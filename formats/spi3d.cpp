@@ -19,26 +19,35 @@
 #include <cstdint>
 #include <optional>
 #include <string_view>
+#include <vector>
 
 using tintwell::Completeness;
 using tintwell::LineSource;
+using tintwell::OddLines;
 using tintwell::scan;
 using tintwell::Triple;
 
 namespace {
 
-void skipSignature(LineSource& lines) {
-    while (!lines.atEnd() && !tintwell::startsWith(lines.next(), "SPILUT")) {
+void skipSignature(LineSource& lines, OddLines& unknown) {
+    while (!lines.atEnd()) {
+        const std::string_view line = lines.next();
+        if (tintwell::startsWith(line, "SPILUT")) {
+            return;
+        }
+        unknown.addUnlessComment(line, lines);
     }
 }
 
 /// Finds the next line that has all the requested numbers.
 template <typename... Numbers>
-bool findNumbers(LineSource& lines, Numbers&... numbers) {
+bool findNumbers(LineSource& lines, OddLines& unknown, Numbers&... numbers) {
     while (!lines.atEnd()) {
-        if (scan(lines.next(), numbers...) == static_cast<int>(sizeof...(numbers))) {
+        const std::string_view line = lines.next();
+        if (scan(line, numbers...) == static_cast<int>(sizeof...(numbers))) {
             return true;
         }
+        unknown.addUnlessComment(line, lines);
     }
     return false;
 }
@@ -46,21 +55,23 @@ bool findNumbers(LineSource& lines, Numbers&... numbers) {
 /// \a size is unchanged if the file ends before it. False if the channel counts differ, or the
 /// sizes do.
 bool readHeader(LineSource& lines, Read_LUTFile& lut, std::optional<int>& size) {
-    skipSignature(lines);
+    OddLines unknown;
+    skipSignature(lines, unknown);
     int inputs = 0;
     int outputs = 0;
-    if (findNumbers(lines, inputs, outputs) && inputs != outputs) {
+    if (findNumbers(lines, unknown, inputs, outputs) && inputs != outputs) {
         return failAtLine(lut, lines, QStringLiteral("as many inputs as outputs"));
     }
     int width = 0;
     int height = 0;
     int depth = 0;
-    if (!findNumbers(lines, width, height, depth)) {
+    if (!findNumbers(lines, unknown, width, height, depth)) {
         return true;
     }
     if (width != height || width != depth) {
         return failAtLine(lut, lines, QStringLiteral("three equal sizes"));
     }
+    unknown.tell(lut, QStringLiteral("which is not a line of the header"));
     size = width;
     return true;
 }
@@ -72,8 +83,8 @@ struct PlacedSample {
     int k = 0;
     Triple<float> value;
 
-    bool scan(std::string_view line) {
-        return tintwell::scan(line, i, j, k, value.r, value.g, value.b) > 0;
+    int scan(std::string_view line) {
+        return tintwell::scan(line, i, j, k, value.r, value.g, value.b);
     }
 
     bool isInside(int size) const {
@@ -81,6 +92,58 @@ struct PlacedSample {
         return inside(i) && inside(j) && inside(k);
     }
 };
+
+/// The points of a lattice that have a line.
+class Points {
+public:
+    explicit Points(std::int64_t size)
+        : m_size(size), m_hasLine(static_cast<std::size_t>(size * size * size)) {}
+
+    /// False if the point has a line already.
+    bool add(const PlacedSample& sample) {
+        const std::int64_t place = (sample.i * m_size + sample.j) * m_size + sample.k;
+        std::vector<bool>::reference point = m_hasLine[static_cast<std::size_t>(place)];
+        const bool isNew = !point;
+        point = true;
+        m_count += isNew ? 1 : 0;
+        return isNew;
+    }
+
+    std::int64_t count() const { return m_count; }
+    std::int64_t all() const { return m_size * m_size * m_size; }
+
+private:
+    std::int64_t m_size;
+    std::int64_t m_count = 0;
+    std::vector<bool> m_hasLine;
+};
+
+/// Reads the samples, each to its place.
+void readSamples(LineSource& lines, Read_LUTFile& lut) {
+    constexpr int numbers = 6;
+    tintwell::BodyLines body(lines, numbers);
+    OddLines outside;
+    OddLines repeated;
+    Points points(lut.size3D);
+    PlacedSample sample;
+    while (!lines.atEnd()) {
+        if (!body.isSample(sample.scan(lines.next()))) {
+            continue;
+        }
+        if (!sample.isInside(lut.size3D)) {
+            outside.add(lines);
+            continue;
+        }
+        store3D(lut, sample.i, sample.j, sample.k, sample.value);
+        if (!points.add(sample)) {
+            repeated.add(lines);
+        }
+    }
+    body.tell(lut);
+    outside.tell(lut, QStringLiteral("which is outside the lattice and is ignored"));
+    repeated.tell(lut, QStringLiteral("whose point has had a line before: the last one counts"));
+    lut.remarkMissing(points.count(), points.all());
+}
 
 } // namespace
 
@@ -99,21 +162,12 @@ bool Read_LUTFile::Read_Spi3D(QString path, bool probe) {
     }
     if (probe || !size || size3D < 1) {
         resetDomainMax3D();
-        return hasSize() || tintwell::failUnsized(*this, "a line of three sizes");
+        return hasSize() || tintwell::failUnsized(*this, lines, "a line of three sizes");
     }
     if (!allocateLattice(*this, lines, Completeness::Partial)) {
         return false;
     }
-    PlacedSample sample;
-    std::int64_t found = 0;
-    while (!lines.atEnd()) {
-        if (sample.scan(lines.next()) && sample.isInside(size3D)) {
-            store3D(*this, sample.i, sample.j, sample.k, sample.value);
-            ++found;
-        }
-    }
-    const std::int64_t n = size3D;
-    tintwell::warnShort(*this, found, n * n * n);
+    readSamples(lines, *this);
     resetDomainMax3D();
     return true;
 }

@@ -43,5 +43,5 @@ bool Read_LUTFile::Read_Texture(QString path, bool probe) {
     }
     applyDefaultOrders(tintwell::FormatCode::Texture);
     setSize3D(tiles * tiles);
-    return probe || tintwell::storeTiles(*this, image.pixels, tiles);
+    return probe || tintwell::storeTiles(*this, image, tiles);
 }

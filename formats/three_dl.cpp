@@ -19,6 +19,7 @@
 #include "lut/format_code.h"
 #include "lut/read_lutfile.h"
 #include "lut/trace.h"
+#include "lut/words.h"
 
 #include <algorithm>
 #include <array>
@@ -30,6 +31,7 @@
 #include <string_view>
 #include <vector>
 
+using tintwell::BodyLines;
 using tintwell::LineSource;
 using tintwell::removeAll;
 using tintwell::scan;
@@ -45,9 +47,9 @@ int scanSample(std::string_view line, Triple<double>& sample) {
     return tintwell::scanWords(line, sample.r, sample.g, sample.b);
 }
 
-/// False for a line that is not a sample.
-bool parseSample(std::string_view line, Triple<double>& sample) {
-    return scanSample(line, sample) > 0;
+/// For the second pass: the first has told of the odd lines.
+int rescanSample(std::string_view line, Triple<double>& sample) {
+    return scanSample(line, sample) > 0 ? 3 : tintwell::PassedOver;
 }
 
 Triple<float> narrowed(const Triple<double>& sample) {
@@ -77,11 +79,11 @@ bool takeCodes(LineSource& lines, std::array<std::uint32_t, 3>& codes) {
 class SampleCollector {
 public:
     /// Collects a line and, while the scale is not known, takes it into account for the scale.
-    /// False, with nothing changed, for a line that is not a sample.
-    bool collect(std::string_view line, bool scaleIsKnown) {
+    /// Returns how many numbers it has; 0, with nothing changed, for a line that is not a sample.
+    int collect(std::string_view line, bool scaleIsKnown) {
         const int count = scanSample(line, m_current);
         if (count == 0) {
-            return false;
+            return 0;
         }
         m_startsPartial |= m_samples.empty() && count < 3;
         if (hasRoom()) {
@@ -90,7 +92,7 @@ public:
         if (!scaleIsKnown) {
             learn(line, count);
         }
-        return true;
+        return count;
     }
 
     /// Collects a run of samples that are three codes each, without splitting them into words.
@@ -167,6 +169,10 @@ struct Header {
     int outBits = 0;
     double largestPosition = 0;
     SampleCollector samples;
+    BodyLines body;
+    tintwell::OddLines texts; ///< taken for shapers
+
+    explicit Header(const LineSource& lines) : body(lines, 3) {}
 };
 
 int latticeSize(int inBits) {
@@ -185,12 +191,33 @@ bool parseMesh(std::string_view line, Read_LUTFile& lut, Header& header) {
     return true;
 }
 
-bool parseGamma(std::string_view line, Read_LUTFile& lut) {
-    return scan(removeAll(line, "gamma "), lut.gamma) > 0;
+bool parseGamma(std::string_view line, const LineSource& lines, Read_LUTFile& lut) {
+    const bool found = scan(removeAll(line, "gamma "), lut.gamma) > 0;
+    if (found && lut.gamma != 1) {
+        remarkOnLine(lut, lines, QStringLiteral("which is not applied"));
+    }
+    return found;
+}
+
+/// Whether the positions of a shaper, whose last is 1, are even, but for the rounding of codes.
+bool isEven(const double* positions, std::size_t count, double largest) {
+    const double tolerance = largest > 1 ? 1 / largest : 1e-3;
+    for (std::size_t n = 0; n < count; ++n) {
+        const double even = static_cast<double>(n) / static_cast<double>(count - 1);
+        if (std::fabs(positions[n] - even) > tolerance) {
+            return false;
+        }
+    }
+    return true;
 }
 
 /// Positions are relative to the largest of all shaper lines so far.
-void parseShaper(std::string_view line, Read_LUTFile& lut, Header& header) {
+void parseShaper(std::string_view line, const LineSource& lines, Read_LUTFile& lut,
+                 Header& header) {
+    double first = 0;
+    if (scan(line, first) == 0) {
+        header.texts.add(lines);
+    }
     tintwell::WordReader words(line);
     std::size_t count = 0;
     for (std::string_view word = words.next(); !word.empty(); word = words.next(), ++count) {
@@ -203,6 +230,10 @@ void parseShaper(std::string_view line, Read_LUTFile& lut, Header& header) {
     const std::size_t kept = std::min(count, std::size(lut.shaperIn));
     std::for_each_n(lut.shaperIn, kept,
                     [&](double& position) { position /= header.largestPosition; });
+    if (kept == count && scan(line, first) > 0 &&
+        !isEven(lut.shaperIn, kept, header.largestPosition)) {
+        remarkOnLine(lut, lines, QStringLiteral("a shaper of uneven steps, which is not applied"));
+    }
     if (lut.size3D == 0) {
         lut.setSize3D(static_cast<int>(count));
     }
@@ -234,14 +265,21 @@ bool readHeader(LineSource& lines, bool probe, Read_LUTFile& lut, Header& header
                 return failAtLine(lut, lines, QStringLiteral("the bits of the mesh"));
             }
         } else if (startsWith(line, "gamma")) {
-            if (!parseGamma(line, lut)) {
+            if (!parseGamma(line, lines, lut)) {
                 return failAtLine(lut, lines, QStringLiteral("a number"));
             }
-        } else if (probe || !samples.collect(line, isScaleKnown(lut))) {
-            if (const std::size_t count = wordCount(line); count > 1 && count != 3) {
-                parseShaper(line, lut, header);
-            }
+        } else if (const int found = probe ? 0 : samples.collect(line, isScaleKnown(lut));
+                   found > 0) {
+            header.body.isSample(found);
+        } else if (const std::size_t count = wordCount(line); count > 1 && count != 3) {
+            parseShaper(line, lines, lut, header);
+        } else if (!startsWith(line, "LUT")) { // "LUT8" states the depth of the output
+            header.body.isSample(0);
         }
+    }
+    if (!probe) {
+        header.texts.tell(lut, QStringLiteral("which is taken for a shaper"));
+        header.body.tell(lut);
     }
     return true;
 }
@@ -256,6 +294,16 @@ float inferredScale(double largestSample) {
     return static_cast<float>(scale);
 }
 
+void inferScale(Read_LUTFile& lut, double largestSample) {
+    const float scale = inferredScale(largestSample);
+    setDomain(lut.domainMax3D, scale);
+    if (largestSample < static_cast<double>(scale)) {
+        lut.remarks += QStringLiteral("the scale 0 to %1 is inferred from the largest sample, %2")
+                           .arg(tintwell::formatted(scale))
+                           .arg(largestSample);
+    }
+}
+
 /// Only the last sample may be missing.
 bool fill(Read_LUTFile& lut, const LineSource& lines, const std::vector<Triple<float>>& samples) {
     auto sample = samples.begin();
@@ -268,6 +316,12 @@ bool fill(Read_LUTFile& lut, const LineSource& lines, const std::vector<Triple<f
     });
     const std::int64_t n = lut.size3D;
     const auto found = static_cast<std::int64_t>(samples.size());
+    lut.remarkMissing(found, n * n * n);
+    if (found > n * n * n) {
+        lut.remarks += QStringLiteral("found %1, expected %2; the rest is not read")
+                           .arg(tintwell::counted(found, "sample"))
+                           .arg(n * n * n);
+    }
     return found >= n * n * n - 1 || tintwell::failShort(lut, lines, found, n * n * n);
 }
 
@@ -280,21 +334,21 @@ bool Read_LUTFile::Read_3dl(QString path, bool probe) {
     }
     applyDefaultOrders(tintwell::FormatCode::ThreeDl);
 
-    Header header;
+    Header header(lines);
     if (!readHeader(lines, probe, *this, header)) {
         return false;
     }
     const SampleCollector& samples = header.samples;
     if (samples.largest() > 0.1 && !isScaleKnown(*this)) {
-        setDomain(domainMax3D, inferredScale(samples.largest()));
+        inferScale(*this, samples.largest());
     }
     if (probe || size3D < 1) {
         resetDomainMax3D();
-        return hasSize() || tintwell::failUnsized(*this, "a Mesh line or a shaper line");
+        return hasSize() || tintwell::failUnsized(*this, lines, "a Mesh line or a shaper line");
     }
     if (samples.needsSecondPass()) {
         lines.rewind();
-        return tintwell::readLattice(*this, lines, samples.lastUnscaled(), parseSample);
+        return tintwell::readLattice(*this, lines, samples.lastUnscaled(), rescanSample);
     }
     const bool filled = allocateLattice(*this, lines, tintwell::Completeness::Complete) &&
                         fill(*this, lines, samples.samples());

@@ -25,6 +25,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -64,6 +65,24 @@ void parseLength(std::string_view line, Read_LUTFile& lut) {
     }
 }
 
+/// Whether the shaper maps its inputs evenly onto the lattice.
+bool isIdentityShaper(const Read_LUTFile& lut) {
+    constexpr float tolerance = 1e-4F;
+    const auto width = static_cast<float>(lut.size3D);
+    for (int n = 0; n < lut.size1D; ++n) {
+        const float even =
+            lut.size1D > 1 ? static_cast<float>(n) / static_cast<float>(lut.size1D - 1) : 0.0F;
+        const float expected = even * (width - 1) / width;
+        const float* const cell = lut.data1D[n];
+        if (!std::all_of(cell, cell + 3, [expected](float value) {
+                return std::fabs(value - expected) <= tolerance;
+            })) {
+            return false;
+        }
+    }
+    return true;
+}
+
 FillResult readShaper(LineSource& lines, Read_LUTFile& lut, Triple<float>& sample) {
     if (!allocateCurve(lut, lines, Completeness::Complete)) {
         return FillResult::EndedEarly;
@@ -73,6 +92,9 @@ FillResult readShaper(LineSource& lines, Read_LUTFile& lut, Triple<float>& sampl
     const FillResult end = tintwell::fillCurve(lut, lines, sample, scanNumbers);
     if (end != FillResult::Complete) {
         lut.resetDomainMax1D();
+    } else if (!isIdentityShaper(lut)) {
+        lut.remarks += QStringLiteral("the shaper is not the identity, and is not applied to the "
+                                      "lattice");
     }
     return end;
 }
@@ -87,6 +109,12 @@ FillResult readCube(LineSource& lines, Read_LUTFile& lut, Triple<float>& sample)
 
 /// Tables without a section in the file are all zeros.
 bool allocateUnread(const LineSource& lines, Read_LUTFile& lut) {
+    if (lut.size3D > 0 && lut.data3D == nullptr) {
+        lut.remarkUnfilled(QStringLiteral("no samples after a Cube line"));
+    }
+    if (lut.size1D > 0 && lut.data1D == nullptr) {
+        lut.remarkUnfilled(QStringLiteral("no samples after an InputLUT line"));
+    }
     return (lut.size3D <= 0 || allocateLattice(lut, lines, Completeness::Partial)) &&
            (lut.size1D <= 0 || allocateCurve(lut, lines, Completeness::Partial));
 }
@@ -166,6 +194,7 @@ bool Read_LUTFile::Read_Cub(QString path, bool probe) {
 
     Triple<float> sample; // kept from section to section
     FillResult section = FillResult::Complete;
+    tintwell::OddLines outside;
     while (section == FillResult::Complete && !lines.atEnd()) {
         const std::string_view line = lines.next();
         const Keyword keyword = keywordOf(line);
@@ -173,9 +202,11 @@ bool Read_LUTFile::Read_Cub(QString path, bool probe) {
             break;
         }
         if (!probe) {
+            outside.addUnlessComment(line, lines);
             section = readSection(keyword, lines, *this, sample);
         }
     }
+    outside.tell(*this, QStringLiteral("which is not in a section and is ignored"));
     if (section == FillResult::Complete) {
         resetDomainMax3D();
         resetDomainMax1D();
@@ -186,6 +217,7 @@ bool Read_LUTFile::Read_Cub(QString path, bool probe) {
     if (hasSize()) {
         return tintwell::acceptWithRemark(*this);
     }
-    return !lastError.isEmpty() ? false
-                                : tintwell::failUnsized(*this, "a width or a lutLength line");
+    return !lastError.isEmpty()
+               ? false
+               : tintwell::failUnsized(*this, lines, "a width or a lutLength line");
 }

@@ -23,5 +23,5 @@ bool Read_LUTFile::Read_IUC(QString path, bool probe) {
         remarks += image.error;
         return true;
     }
-    return probe || tintwell::storeTiles(*this, image.pixels, size3D);
+    return probe || tintwell::storeTiles(*this, image, size3D);
 }

@@ -85,7 +85,11 @@ ImageFile readImage(const QString& path, std::int64_t mostPixels, Orientation or
     }
     QImage pixels = reader.read();
     return pixels.isNull() ? noImage(reader.errorString())
-                           : ImageFile{pixels.size(), std::move(pixels), QString()};
+                           : ImageFile{pixels.size(), std::move(pixels), QString(), type};
+}
+
+bool isDeep(QImage::Format format) {
+    return QImage::toPixelFormat(format).redSize() > 8;
 }
 
 QString writeImage(const QString& path, const QByteArray& type, const QImage& image) {

@@ -11,9 +11,10 @@ namespace tintwell {
 
 /// The result of reading an image file.
 struct ImageFile {
-    QSize size;    ///< 0 x 0 if the file is not an image of a known type
-    QImage pixels; ///< null if the size was not wanted or decoding failed
-    QString error; ///< why there is no image
+    QSize size;           ///< 0 x 0 if the file is not an image of a known type
+    QImage pixels;        ///< null if the size was not wanted or decoding failed
+    QString error;        ///< why there is no image
+    QByteArray type = {}; ///< the catalogue's name for the type of an image that was read
 };
 
 /// Whether an image is rotated as its metadata says.
@@ -23,6 +24,9 @@ enum class Orientation { Stored, Upright };
 /// because some other types can refer to further files. An image of more than \a mostPixels is not
 /// decoded.
 ImageFile readImage(const QString& path, std::int64_t mostPixels, Orientation orientation);
+
+/// Whether an image has more than 8 bits per channel.
+bool isDeep(QImage::Format format);
 
 /// Writes an image; \a type is Qt's name for its type. Returns what went wrong; empty on success.
 QString writeImage(const QString& path, const QByteArray& type, const QImage& image);

@@ -201,12 +201,24 @@ bool Read_LUTFile::ReadFile(LUTFILE_ST st, bool probe) try {
     const tintwell::Format* const format = tintwell::formatOf(st.formatCode);
     lastError.clear();
     remarks.clear();
+    title.clear();
+    sizeInferred = false;
+    m_isUnfilled = false;
     m_statedMax3D.reset();
     m_statedMax1D.reset();
+    m_odd3D = {};
+    m_odd1D = {};
     if (format == nullptr) {
         return fail(QStringLiteral("there is no format with code %1").arg(st.formatCode));
     }
-    return (this->*format->read)(st.path, probe);
+    const bool accepted = (this->*format->read)(st.path, probe);
+    if (accepted && hasTable3D()) {
+        remarkOnTable(*format, tintwell::TableKind::ThreeD);
+    }
+    if (accepted && hasTable1D()) {
+        remarkOnTable(*format, tintwell::TableKind::OneD);
+    }
+    return accepted;
 } catch (const std::bad_alloc&) {
     return fail(QStringLiteral("not enough memory for the file"));
 }

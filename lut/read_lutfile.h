@@ -7,11 +7,28 @@
 #include <QStringList>
 
 #include <array>
+#include <cstdint>
 #include <optional>
 
 namespace tintwell {
 enum class FormatCode : int;
-}
+enum class TableKind;
+struct Format;
+} // namespace tintwell
+
+namespace tintwell {
+
+/// The numbers of a table that could not be stored as they are.
+struct OddNumbers {
+    std::int64_t clamped = 0;   ///< finite numbers outside the domain
+    float least = 0;            ///< of those
+    float largest = 0;          ///< of those
+    std::int64_t nonFinite = 0; ///< NaN and infinities
+
+    void count(const float (&sample)[3], const float* min, const float* max);
+};
+
+} // namespace tintwell
 
 /// The colour look-up table in memory: at most one 3D and one 1D table, each with its input domain,
 /// and the two order flags that decide how samples are stored.
@@ -44,10 +61,13 @@ public:
     bool tableOrder = true;    ///< true: (i, j, k) is data3D[i][j][k]; false: data3D[k][j][i]
     bool defaultOrder = false; ///< readers replace both orders by their format's own pair
     bool meshHeader = false;   ///< cube: the file declared integer samples by a Mesh line
+    bool sizeInferred = false; ///< cube: no line states the size; the number of lines gave it
+    QString title; ///< cube, csp: the title or metadata of the file, cut to a hundred characters
     /// Why the last read failed: "LINE: what", or "what" if no line is to blame.
     QString lastError;
-    /// How a reader had to alter or complete a file that it accepted; usually empty. Worded like
-    /// `lastError`.
+    /// What the last read had to alter, complete or ignore in a file that it accepted, worded like
+    /// `lastError`; empty if nothing. Readers tell of lines and keywords, and ReadFile() of what
+    /// became of the samples.
     QStringList remarks;
 
     explicit Read_LUTFile(QObject* parent);
@@ -114,6 +134,9 @@ public:
     bool hasTable3D() const { return size3D > 0 && data3D != nullptr; }
     bool hasTable1D() const { return size1D > 0 && data1D != nullptr; }
 
+    /// Whether the last read found no sample at all and left its table black.
+    bool isUnfilled() const { return m_isUnfilled; }
+
     /// The upper end of the domain that the last file stated, although the container's is 1 again.
     DomainEnd statedMax3D() const;
     DomainEnd statedMax1D() const;
@@ -128,8 +151,26 @@ public:
     /// set back to 1.
     void resetDomainMax3D();
     void resetDomainMax1D();
+    /// Adds the remark that only \a found of \a expected samples are in the file, if they are
+    /// fewer.
+    void remarkMissing(std::int64_t found, std::int64_t expected);
+    /// Adds the remark that a table is black because the file has no samples for it.
+    void remarkUnfilled(const QString& why);
 
 private:
+    static bool isInside(const float (&sample)[3], const float* min, const float* max) {
+        // One branch for the whole sample: this is the innermost loop of every reader.
+        return static_cast<unsigned>(sample[0] >= min[0]) &
+               static_cast<unsigned>(sample[0] <= max[0]) &
+               static_cast<unsigned>(sample[1] >= min[1]) &
+               static_cast<unsigned>(sample[1] <= max[1]) &
+               static_cast<unsigned>(sample[2] >= min[2]) &
+               static_cast<unsigned>(sample[2] <= max[2]);
+    }
+
+    /// Adds the remarks on the domain and the samples of a table that has been read.
+    void remarkOnTable(const tintwell::Format& format, tintwell::TableKind kind);
+
     /// A table that this container has allocated and still owns, and the size it was allocated
     /// with: `size3D` and `size1D` may have changed since.
     template <typename Table>
@@ -145,6 +186,9 @@ private:
     Allocation<float**> m_curve;
     std::optional<DomainEnd> m_statedMax3D; ///< none: it was not set back
     std::optional<DomainEnd> m_statedMax1D;
+    tintwell::OddNumbers m_odd3D;
+    tintwell::OddNumbers m_odd1D;
+    bool m_isUnfilled = false;
 };
 
 namespace tintwell {
@@ -166,6 +210,10 @@ inline void fillCell(float* cell, bool rgb, float r, float g, float b) {
 inline void Read_LUTFile::White3D(int i, int j, int k, float r, float g, float b, const float* min,
                                   const float* max) {
     float* const cell = tableOrder ? data3D[i][j][k] : data3D[k][j][i];
+    const float sample[] = {r, g, b};
+    if (!isInside(sample, min, max)) {
+        m_odd3D.count(sample, min, max);
+    }
     tintwell::fillCell(cell, dataOrder, tintwell::normalised(r, min[0], max[0]),
                        tintwell::normalised(g, min[1], max[1]),
                        tintwell::normalised(b, min[2], max[2]));
@@ -173,6 +221,10 @@ inline void Read_LUTFile::White3D(int i, int j, int k, float r, float g, float b
 
 inline void Read_LUTFile::White1D(int i, float r, float g, float b, const float* min,
                                   const float* max) {
+    const float sample[] = {r, g, b};
+    if (!isInside(sample, min, max)) {
+        m_odd1D.count(sample, min, max);
+    }
     tintwell::fillCell(data1D[i], dataOrder == tableOrder, tintwell::normalised(r, min[0], max[0]),
                        tintwell::normalised(g, min[1], max[1]),
                        tintwell::normalised(b, min[2], max[2]));

@@ -99,7 +99,11 @@ void LineSource::normalise() {
 }
 
 void LineSource::removeReturns() {
-    if (std::memchr(m_start, '\r', static_cast<std::size_t>(m_end - m_start)) != nullptr) {
+    const auto has = [this](char c) {
+        return std::memchr(m_start, c, static_cast<std::size_t>(m_end - m_start)) != nullptr;
+    };
+    if (has('\r')) {
+        m_hasOnlyReturns = !has('\n');
         m_end = std::remove(m_start, m_end, '\r');
     }
 }
@@ -170,9 +174,13 @@ int LineSource::lineNumber() const {
     return static_cast<int>(std::count(text, currentLine(), '\n')) + 1;
 }
 
-QString LineSource::currentText() const {
+std::string_view LineSource::current() const {
     const char* const start = currentLine();
-    const std::string_view line = trimmed({start, static_cast<std::size_t>(m_next - start)});
+    return trimmed({start, static_cast<std::size_t>(m_next - start)});
+}
+
+QString LineSource::currentText() const {
+    const std::string_view line = current();
     return QString::fromUtf8(line.data(), static_cast<int>(line.size()));
 }
 

@@ -38,7 +38,11 @@ public:
     // For messages: the number of the line that next() gave last, counting from 1, and its text.
     // Both are found by scanning the text again.
     int lineNumber() const;
+    std::string_view current() const;
     QString currentText() const;
+    /// Whether carriage returns stand where line feeds should: the text has returns and no line
+    /// feed.
+    bool hasOnlyReturns() const { return m_hasOnlyReturns; }
 
     /// Whether the file is long enough for \a lines non-empty lines, of which the last may be
     /// missing. A table that needs more cannot be filled and should not be allocated.
@@ -63,6 +67,7 @@ private:
     std::int64_t m_growth = 0; ///< bytes added by the conversion to UTF-8
     const char* m_next = nullptr;
     bool m_open = false;
+    bool m_hasOnlyReturns = false;
     QString m_error;
 };
 

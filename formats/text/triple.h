@@ -14,10 +14,11 @@ struct Triple {
     Number g = 0;
     Number b = 0;
 
-    bool scan(std::string_view line) { return tintwell::scan(line, r, g, b) > 0; }
+    /// Returns how many numbers the line begins with.
+    int scan(std::string_view line) { return tintwell::scan(line, r, g, b); }
 };
 
-/// A sample line of three numbers, which is all that most formats need.
+/// The scanner for a sample line of three numbers, which is all that most formats need.
 inline constexpr auto scanNumbers = [](std::string_view line, auto& sample) {
     return sample.scan(line);
 };

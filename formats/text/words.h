@@ -45,6 +45,11 @@ constexpr bool contains(std::string_view line, std::string_view word) {
     return line.find(word) != std::string_view::npos;
 }
 
+/// Whether a line is empty or begins with "#".
+constexpr bool isBlankOrComment(std::string_view line) {
+    return line.empty() || line.front() == '#';
+}
+
 /// \a line with every occurrence of \a word removed.
 std::string removeAll(std::string_view line, std::string_view word);
 

@@ -1,0 +1,25 @@
+#include "lut/words.h"
+
+namespace tintwell {
+
+QString counted(std::int64_t count, const char* noun) {
+    return QStringLiteral("%1 %2%3").arg(count).arg(QLatin1String(noun),
+                                                    count == 1 ? QString() : QStringLiteral("s"));
+}
+
+QString formatted(float value) {
+    return QString::number(static_cast<double>(value), 'g', 6);
+}
+
+QString formatted(const std::array<float, 3>& values) {
+    const bool same = values[0] == values[1] && values[1] == values[2];
+    return same ? formatted(values[0])
+                : QStringLiteral("%1 %2 %3")
+                      .arg(formatted(values[0]), formatted(values[1]), formatted(values[2]));
+}
+
+QString formatted(const std::array<float, 3>& from, const std::array<float, 3>& to) {
+    return formatted(from) + QStringLiteral(" to ") + formatted(to);
+}
+
+} // namespace tintwell
