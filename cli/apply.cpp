@@ -2,14 +2,13 @@
 
 #include "calc/look_up_image.h"
 #include "cli/command.h"
-#include "cli/domain.h"
 #include "cli/images.h"
 
 #include <utility>
 
 namespace {
 
-bool apply(const cli::ImageJob& job, const QString& path) {
+bool apply(cli::ImageJob& job, const QString& path) {
     QImage image = cli::loadImage(path);
     return !image.isNull() &&
            saveImage(job, tintwell::lookUpImage(job.table.lut, std::move(image)));
@@ -23,7 +22,6 @@ int cli::runApply(const Command& self, const QStringList& arguments) {
     if (const auto status = beginImageJob(line, arguments, 3, job)) {
         return *status;
     }
-    noteDomain(job.table);
     const QString in = line.operands().at(1);
     return doImageWork(in, [&] { return apply(job, in); });
 }

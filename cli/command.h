@@ -33,7 +33,7 @@ struct Command {
     const char* operands; ///< as in the usage line: "FIRST SECOND OUT"
     const char* summary;  ///< one sentence, without a full stop
     int (*run)(const Command& self, const QStringList& arguments); ///< returns an ExitStatus
-    std::array<std::span<const Option>, 3> options = {}; ///< in groups that commands share
+    std::array<std::span<const Option>, 4> options = {}; ///< in groups that commands share
     Toolkit toolkit = Toolkit::Core;
     const char* batch = nullptr; ///< a second form of the operands, with the options it needs
 };
@@ -47,6 +47,7 @@ std::span<const Option> commonOptions();
 // The commands, each in a source file of its name. The arguments begin with the command's name.
 int runFormats(const Command& self, const QStringList& arguments);
 int runInfo(const Command& self, const QStringList& arguments);
+int runCheck(const Command& self, const QStringList& arguments);
 int runConvert(const Command& self, const QStringList& arguments);
 int runMerge(const Command& self, const QStringList& arguments);
 int runIdentity(const Command& self, const QStringList& arguments);

@@ -18,6 +18,8 @@ constexpr std::array json = {Option{"json", nullptr, "Print JSON."}};
 
 constexpr std::array force = {forceOption};
 
+constexpr std::array strict = {strictOption};
+
 constexpr std::array batch = {
     Option{"output-directory", "DIR",
            "Write each input to DIR, under its own name with the extension of --to.",
@@ -35,18 +37,23 @@ constexpr std::array commands = {
             .operands = "FILE...",
             .summary = "Show what tables hold",
             .run = runInfo,
+            .options = {inputOptionList, strict, json}},
+    Command{.name = "check",
+            .operands = "FILE...",
+            .summary = "Tell what is lost when files are read",
+            .run = runCheck,
             .options = {inputOptionList, json}},
     Command{.name = "convert",
             .operands = "IN OUT",
             .summary = "Convert tables to another format, size or order",
             .run = runConvert,
-            .options = {inputOptionList, outputOptionList, batch},
+            .options = {inputOptionList, strict, outputOptionList, batch},
             .batch = "--to FORMAT --output-directory DIR IN..."},
     Command{.name = "merge",
             .operands = "FIRST SECOND OUT",
             .summary = "Combine two tables, applied one after the other, into one",
             .run = runMerge,
-            .options = {inputOptionList, outputOptionList}},
+            .options = {inputOptionList, strict, outputOptionList}},
     Command{.name = "identity",
             .operands = "OUT",
             .summary = "Write an identity table",
@@ -56,12 +63,12 @@ constexpr std::array commands = {
             .operands = "LUT IN-IMAGE OUT-IMAGE",
             .summary = "Apply a table to an image",
             .run = runApply,
-            .options = {inputOptionList, force}},
+            .options = {inputOptionList, strict, force}},
     Command{.name = "picture",
             .operands = "LUT OUT.png",
             .summary = "Draw a picture of a table",
             .run = runPicture,
-            .options = {inputOptionList, force},
+            .options = {inputOptionList, strict, force},
             .toolkit = Toolkit::Fonts}};
 
 } // namespace

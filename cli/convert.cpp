@@ -35,16 +35,18 @@ struct Job {
 struct Conversion {
     Input input;
     Output output;
+    bool strict = false;
     const Format* to = nullptr;
 };
 
 bool convert(const Conversion& conversion, const Job& job) {
     cli::Table table;
-    if (!cli::readTable(conversion.input, job.in, table)) {
+    cli::Notes notes(conversion.strict);
+    if (!cli::loadTable(conversion.input, job.in, table, notes)) {
         return false;
     }
-    noteDomain(table);
-    return cli::writeTable(conversion.output, *conversion.to, job.in, job.out, table.lut);
+    noteLostDomain(table, job.out, notes);
+    return cli::writeTable(conversion.output, *conversion.to, job.in, job.out, table.lut, notes);
 }
 
 /// The output paths of a batch. Inputs whose output would overwrite that of another are reported as
@@ -163,8 +165,10 @@ int convertOne(const cli::CommandLine& line, Conversion conversion) {
     }
     const QString& in = operands.first();
     const QString& out = operands.last();
-    conversion.input.format = formatOfInput(conversion.input, in);
+    QString problem;
+    conversion.input.format = formatOfInput(conversion.input, in, problem);
     if (conversion.input.format == nullptr) {
+        cli::reportFile(in, problem);
         return cli::Failed;
     }
     conversion.to = cli::targetFormat(line, conversion.output, out, conversion.input.format);
@@ -187,7 +191,7 @@ int cli::runConvert(const Command& self, const QStringList& arguments) {
     if (!output || !line.number("jobs", 1, 256, threads)) {
         return Usage;
     }
-    const Conversion conversion = {*input, *output};
+    const Conversion conversion = {*input, *output, line.isSet("strict")};
     const std::optional<QString> folder = line.value("output-directory");
     return folder ? convertBatch(line, conversion, *folder, *threads)
                   : convertOne(line, conversion);

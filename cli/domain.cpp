@@ -1,7 +1,7 @@
 #include "cli/domain.h"
 
 #include "cli/report.h"
-#include "cli/words.h"
+#include "lut/words.h"
 
 namespace cli {
 
@@ -28,7 +28,7 @@ StatedDomain statedDomain(const Read_LUTFile& lut, TableKind kind) {
 }
 
 QString formatted(const StatedDomain& domain) {
-    return formatted(domain.min) + QStringLiteral(" to ") + formatted(domain.max);
+    return tintwell::formatted(domain.min, domain.max);
 }
 
 const char* domainLabel(const StatedDomain& domain, const Format& format) {
@@ -43,21 +43,12 @@ const char* domainLabel(const StatedDomain& domain, const Format& format) {
     return nullptr;
 }
 
-QString domainCaveat(const StatedDomain& domain, const Format& format) {
-    if (domain.isUnit() || format.traits.domain == DomainMeaning::FullScale) {
-        return {};
-    }
-    return QStringLiteral(
-               "samples are clamped to the %1 %2 and divided by its width; its lower end is "
-               "not subtracted")
-        .arg(QLatin1String(domainLabel(domain, format)), formatted(domain));
-}
-
-void noteDomain(const Table& table) {
+void noteLostDomain(const Table& table, const QString& path, Notes& notes) {
     const TableKind kind = table.lut.hasTable3D() ? TableKind::ThreeD : TableKind::OneD;
-    const QString caveat = domainCaveat(statedDomain(table.lut, kind), *table.format);
-    if (!caveat.isEmpty()) {
-        noteFile(table.path, caveat);
+    const StatedDomain domain = statedDomain(table.lut, kind);
+    if (table.format->traits.domain == DomainMeaning::Input && !domain.isUnit()) {
+        notes.add(path, QStringLiteral("the domain %1 is not written: readers will take 0 to 1")
+                            .arg(formatted(domain)));
     }
 }
 

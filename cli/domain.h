@@ -26,10 +26,7 @@ QString formatted(const StatedDomain& domain);
 /// reporting.
 const char* domainLabel(const StatedDomain& domain, const tintwell::Format& format);
 
-/// A warning if the domain may surprise the user; else empty.
-QString domainCaveat(const StatedDomain& domain, const tintwell::Format& format);
-
-/// Notes, for the domain of a table that is being processed, what may surprise the user.
-void noteDomain(const Table& table);
+/// Notes that the file \a path will not hold the input domain that \a table was read with.
+void noteLostDomain(const Table& table, const QString& path, Notes& notes);
 
 } // namespace cli

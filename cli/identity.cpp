@@ -25,5 +25,6 @@ int cli::runIdentity(const Command& self, const QStringList& arguments) {
         reportFile(path, lut.lastError);
         return Failed;
     }
-    return writeTable(*output, *format, path, path, lut) ? Done : Failed;
+    Notes notes(false);
+    return writeTable(*output, *format, path, path, lut, notes) ? Done : Failed;
 }

@@ -22,19 +22,17 @@ QImage refuse(const QString& path, const QString& why) {
     return {};
 }
 
-void noteLosses(const QString& path, const QImage& image) {
-    if (!QFileInfo(path).isFile()) {
-        return;
-    }
-    const QImage::Format saved = QImageReader(path).imageFormat();
+/// Notes what the file just written at \a place does not hold.
+void noteLosses(const QString& place, const QString& path, const QImage& image, cli::Notes& notes) {
+    const QImage::Format saved = QImageReader(place).imageFormat();
     if (saved == QImage::Format_Invalid) {
         return; // the type cannot be told
     }
     if (tintwell::isDeep(image.format()) && !tintwell::isDeep(saved)) {
-        cli::noteFile(path, QStringLiteral("stores only 8 of the 16 bits per channel"));
+        notes.add(path, QStringLiteral("stores only 8 of the 16 bits per channel"));
     }
     if (image.hasAlphaChannel() && !QImage(1, 1, saved).hasAlphaChannel()) {
-        cli::noteFile(path, QStringLiteral("stores no alpha channel"));
+        notes.add(path, QStringLiteral("stores no alpha channel"));
     }
 }
 
@@ -57,7 +55,8 @@ std::optional<int> cli::beginImageJob(CommandLine& line, const QStringList& argu
                               .arg(job.target.path, QString::fromLatin1(job.type),
                                    QString::fromLatin1(types.join(' '))));
     }
-    if (!readTable(*input, line.operands().first(), job.table)) {
+    job.notes = Notes(line.isSet("strict"));
+    if (!loadTable(*input, line.operands().first(), job.table, job.notes)) {
         return Failed;
     }
     return std::nullopt;
@@ -86,13 +85,13 @@ QImage cli::loadImage(const QString& path) {
     return image.pixels;
 }
 
-bool cli::saveImage(const ImageJob& job, const QImage& image) {
-    const auto writeTo = [&](const QString& path) {
-        return tintwell::writeImage(path, job.type, image);
-    };
-    if (!saveFile(job.target, writeTo)) {
-        return false;
-    }
-    noteLosses(job.target.path, image);
-    return true;
+bool cli::saveImage(ImageJob& job, const QImage& image) {
+    return saveFile(job.target, [&](const QString& place) {
+        QString error = tintwell::writeImage(place, job.type, image);
+        if (error.isEmpty()) {
+            noteLosses(place, job.target.path, image, job.notes);
+            error = job.notes.allowWriting() ? QString() : job.notes.reason();
+        }
+        return error;
+    });
 }

@@ -18,6 +18,7 @@ struct ImageJob {
     Table table;
     Target target;
     QByteArray type; ///< of the image, by Qt's name
+    Notes notes{false};
 };
 
 /// Begins such a command: parses the arguments, where the first operand is the table and the last
@@ -35,6 +36,6 @@ int doImageWork(const QString& path, const std::function<bool()>& work);
 QImage loadImage(const QString& path);
 
 /// Saves an image with saveFile(), and notes what its type cannot store.
-bool saveImage(const ImageJob& job, const QImage& image);
+bool saveImage(ImageJob& job, const QImage& image);
 
 } // namespace cli

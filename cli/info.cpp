@@ -9,6 +9,7 @@
 #include "cli/words.h"
 #include "lut/catalogue.h"
 #include "lut/header_lines.h"
+#include "lut/words.h"
 
 #include <QJsonArray>
 #include <QJsonObject>
@@ -25,6 +26,7 @@ namespace {
 using cli::formatted;
 using tintwell::Channels;
 using tintwell::Format;
+using tintwell::formatted;
 using tintwell::Statistics;
 using tintwell::TableKind;
 
@@ -44,25 +46,17 @@ struct Facts {
     tintwell::Orders orders = tintwell::rgbBlueFastest;
     QStringList header;
     QStringList notes;
+    QStringList remarks; ///< those of the notes that the reader made
 };
 
+/// What is always so in the format, and what the reader had to do.
 QStringList notesOn(const Facts& facts, const Read_LUTFile& lut) {
     QStringList notes = {QLatin1String(facts.format->traits.caveat)};
-    for (const TableFacts& table : facts.tables) {
-        notes += domainCaveat(table.domain, *facts.format);
-        if (table.samples.nonFiniteCount > 0) {
-            notes += QStringLiteral("%1 numbers are not finite").arg(table.samples.nonFiniteCount);
-        }
-    }
     notes.removeAll(QString());
-    notes.removeDuplicates();
     if (lut.meshHeader) {
         notes += QStringLiteral("a Mesh line declares integer samples");
     }
-    if (lut.gamma != 1.0) {
-        notes += QStringLiteral("the gamma of %1 is not applied").arg(lut.gamma);
-    }
-    return notes;
+    return notes + lut.remarks;
 }
 
 TableFacts factsOf(const Read_LUTFile& lut, TableKind kind) {
@@ -86,6 +80,7 @@ Facts factsOf(const cli::Table& table) {
         facts.header = tintwell::headerLines(table.path);
     }
     facts.notes = notesOn(facts, lut);
+    facts.remarks = lut.remarks;
     return facts;
 }
 
@@ -182,7 +177,8 @@ QJsonObject asJson(const Facts& facts) {
             {QStringLiteral("tables"), tables},
             {QStringLiteral("order"), ordersText(facts)},
             {QStringLiteral("header"), QJsonArray::fromStringList(facts.header)},
-            {QStringLiteral("notes"), QJsonArray::fromStringList(facts.notes)}};
+            {QStringLiteral("notes"), QJsonArray::fromStringList(facts.notes)},
+            {QStringLiteral("remarks"), QJsonArray::fromStringList(facts.remarks)}};
 }
 
 } // namespace
@@ -200,9 +196,14 @@ int cli::runInfo(const Command& self, const QStringList& arguments) {
     int failed = 0;
     for (const QString& path : line.operands()) {
         Table table;
-        if (!readTable(*input, path, table)) {
+        if (const QString problem = readTable(*input, path, table); !problem.isEmpty()) {
+            reportFile(path, problem);
+            array.append(failureAsJson(path, problem));
             ++failed;
-        } else if (line.isSet("json")) {
+            continue;
+        }
+        failed += line.isSet("strict") && !table.lut.remarks.isEmpty() ? 1 : 0;
+        if (line.isSet("json")) {
             array.append(asJson(factsOf(table)));
         } else {
             print(factsOf(table));

@@ -25,6 +25,10 @@ QString noTable(const Format& format) {
     return QStringLiteral("found no table, expected %1").arg(QString::fromUtf8(format.label));
 }
 
+QString noSample(const Format& format) {
+    return QStringLiteral("found no sample, expected %1").arg(QString::fromUtf8(format.label));
+}
+
 /// Reads or probes; images in the thread that they need.
 bool readFile(const LUTFILE_ST& st, const Format& format, bool probe, Read_LUTFile& lut) {
     if (!format.isImage) {
@@ -54,13 +58,13 @@ std::optional<Input> inputOptions(const CommandLine& line) {
     return input;
 }
 
-const Format* formatOfInput(const Input& input, const QString& path) {
+const Format* formatOfInput(const Input& input, const QString& path, QString& problem) {
     if (input.format != nullptr) {
         return input.format;
     }
     const std::vector<const Format*> formats = tintwell::formatsByExtension(path);
     if (formats.empty()) {
-        reportFile(path, unknownExtension(path) + QStringLiteral(", or --from"));
+        problem = unknownExtension(path) + QStringLiteral(", or --from");
         return nullptr;
     }
     const auto fits = [&path](const Format* format) {
@@ -70,27 +74,37 @@ const Format* formatOfInput(const Input& input, const QString& path) {
     return *std::find_if(formats.begin(), formats.end() - 1, fits);
 }
 
-bool readTable(const Input& input, const QString& path, Table& table) {
+QString readTable(const Input& input, const QString& path, Table& table) {
+    QString problem;
     table.path = path;
-    table.format = formatOfInput(input, path);
+    table.format = formatOfInput(input, path, problem);
     if (table.format == nullptr) {
-        return false;
+        return problem;
     }
     Read_LUTFile& lut = table.lut;
     LUTFILE_ST st = request(path, *table.format);
     setOrders(st, input.orders, table.format->readerOrders);
     if (!readFile(st, *table.format, false, lut)) {
-        reportFile(path, lut.lastError);
-        return false;
+        return lut.lastError;
     }
     if (!lut.hasTable3D() && !lut.hasTable1D()) {
-        reportFile(path, lut.remarks.isEmpty() ? noTable(*table.format) : lut.remarks.first());
-        return false;
+        return lut.remarks.isEmpty() ? noTable(*table.format) : lut.remarks.first();
     }
-    for (const QString& what : lut.remarks) {
-        noteFile(path, what);
+    if (lut.sizeInferred && lut.isUnfilled()) {
+        return noSample(*table.format);
     }
     tintwell::undoLatticeOrder(lut);
+    return {};
+}
+
+bool loadTable(const Input& input, const QString& path, Table& table, Notes& notes) {
+    if (const QString problem = readTable(input, path, table); !problem.isEmpty()) {
+        reportFile(path, problem);
+        return false;
+    }
+    for (const QString& what : table.lut.remarks) {
+        notes.add(path, what);
+    }
     return true;
 }
 

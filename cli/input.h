@@ -2,6 +2,7 @@
 
 #include "cli/command.h"
 #include "cli/orders.h"
+#include "cli/report.h"
 #include "lut/catalogue.h"
 #include "lut/read_lutfile.h"
 
@@ -38,15 +39,20 @@ inline constexpr std::array inputOptionList = {
            "orders of the format.",
            Completion::Orders}};
 
+inline constexpr Option strictOption = {"strict", nullptr,
+                                        "Take any note for a failure, before anything is written."};
+
 /// None, with wrong usage reported, if an option's value is not valid.
 std::optional<Input> inputOptions(const CommandLine& line);
 
 /// The format of a file to read: from --from or from its extension and, if that leaves a choice,
-/// its content. Null, with the error reported, if these do not decide.
-const tintwell::Format* formatOfInput(const Input& input, const QString& path);
+/// its content. Null, with the reason in \a problem, if these do not decide.
+const tintwell::Format* formatOfInput(const Input& input, const QString& path, QString& problem);
 
-/// Reads the tables of a file. False, with the error reported, if that fails or there is none. The
-/// reader's remarks are printed as notes.
-bool readTable(const Input& input, const QString& path, Table& table);
+/// Reads the tables of a file. Returns why that fails, or that there is none; empty on success.
+QString readTable(const Input& input, const QString& path, Table& table);
+
+/// The same with the error reported, which gives false, and the reader's remarks added to \a notes.
+bool loadTable(const Input& input, const QString& path, Table& table, Notes& notes);
 
 } // namespace cli

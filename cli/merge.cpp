@@ -1,7 +1,7 @@
 // merge FIRST SECOND OUT: one table with the effect of two, one after the other.
 
+#include "calc/compare.h"
 #include "calc/make_table.h"
-#include "cli/domain.h"
 #include "cli/input.h"
 #include "cli/output.h"
 #include "cli/report.h"
@@ -24,26 +24,25 @@ int largerSize(TableKind kind, const Read_LUTFile& first, const Read_LUTFile& se
 }
 
 /// A file that has both kinds is used by its lattice.
-bool readOne(const cli::Input& input, const QString& path, cli::Table& table) {
-    if (!cli::readTable(input, path, table)) {
+bool readOne(const cli::Input& input, const QString& path, cli::Table& table, cli::Notes& notes) {
+    if (!cli::loadTable(input, path, table, notes)) {
         return false;
     }
-    noteDomain(table);
     if (table.lut.hasTable3D() && table.lut.hasTable1D()) {
-        cli::noteBothKinds(path, TableKind::ThreeD);
+        cli::noteBothKinds(path, TableKind::ThreeD, notes);
         table.lut.setSize1D(0);
     }
     return true;
 }
 
 void noteKinds(TableKind kind, int size, const QString& path, const Read_LUTFile& first,
-               const Read_LUTFile& second) {
+               const Read_LUTFile& second, cli::Notes& notes) {
     const bool anyLattice = first.hasTable3D() || second.hasTable3D();
     if (kind == TableKind::OneD && anyLattice) {
-        cli::noteFile(path, QStringLiteral("only the grey axis of the merged table is kept, in %1")
-                                .arg(cli::sizeText(kind, size)));
+        notes.add(path, QStringLiteral("only the grey axis of the merged table is kept, in %1")
+                            .arg(cli::sizeText(kind, size)));
     } else if (kind == TableKind::ThreeD && !anyLattice) {
-        cli::noteFile(
+        notes.add(
             path,
             QStringLiteral("the 1D tables become a lattice of %1").arg(cli::sizeText(kind, size)));
     }
@@ -68,8 +67,9 @@ int cli::runMerge(const Command& self, const QStringList& arguments) {
     }
     Table first;
     Table second;
-    if (!readOne(*input, line.operands().at(0), first) ||
-        !readOne(*input, line.operands().at(1), second)) {
+    Notes notes(line.isSet("strict"));
+    if (!readOne(*input, line.operands().at(0), first, notes) ||
+        !readOne(*input, line.operands().at(1), second, notes)) {
         return Failed;
     }
     const int size = sizeIn(*format, output->size, largerSize(format->kind, first.lut, second.lut));
@@ -78,6 +78,7 @@ int cli::runMerge(const Command& self, const QStringList& arguments) {
         reportFile(path, merged.lastError);
         return Failed;
     }
-    noteKinds(format->kind, size, path, first.lut, second.lut);
-    return writeTable(*output, *format, path, path, merged) ? Done : Failed;
+    noteKinds(format->kind, size, path, first.lut, second.lut, notes);
+    noteError(path, tintwell::compositionError(first.lut, second.lut, merged, format->kind), notes);
+    return writeTable(*output, *format, path, path, merged, notes) ? Done : Failed;
 }

@@ -1,10 +1,13 @@
 #include "cli/output.h"
 
+#include "calc/compare.h"
 #include "calc/measure.h"
+#include "cli/input.h"
 #include "cli/report.h"
 #include "cli/shape.h"
 #include "cli/target.h"
 #include "cli/words.h"
+#include "lut/words.h"
 
 #include <QFileInfo>
 
@@ -22,6 +25,9 @@ using tintwell::IntegerSamples;
 /// Finer than any real number printed with six digits needs.
 constexpr int usualScale = 65535;
 
+/// What real numbers may lose as they are printed: six decimals or six digits.
+constexpr float realPrecision = 1e-6F;
+
 /// The factor a writer is asked for; 1 means real numbers.
 int scaleIn(const Format& format, std::optional<int> asked) {
     switch (format.traits.integers) {
@@ -34,48 +40,100 @@ int scaleIn(const Format& format, std::optional<int> asked) {
     }
 }
 
-/// Notes that readers will find another scale than the one written.
-void noteLostScale(const Format& format, const QString& path, const Read_LUTFile& lut) {
-    if (!lut.hasTable1D()) {
-        return;
-    }
-    const float last = lut.data1D[lut.size1D - 1][0];
-    if (format.traits.integers == IntegerSamples::Always && !(last > 0.5F && last <= 1)) {
-        noteFile(path, QStringLiteral("the last value, %1, gives readers a wrong scale: expected "
-                                      "more than 0.5 and at most 1")
-                           .arg(last));
-    }
-    if (format.traits.integers != IntegerSamples::LargestIsFull) {
-        return;
-    }
-    const float largest = tintwell::largestSample1D(lut);
-    if (largest != 1) {
-        noteFile(path, QStringLiteral("readers take the largest value, %1, as 1").arg(largest));
-    }
-}
+/// What a table loses in a file: the notes on writing it.
+class Losses {
+public:
+    Losses(const Format& format, int scale, const Read_LUTFile& lut)
+        : m_format(format), m_scale(scale), m_lut(lut) {}
 
-void noteQuirks(const Format& format, std::optional<int> scale, const QString& path,
-                const Read_LUTFile& lut) {
-    const IntegerSamples integers = format.traits.integers;
-    const bool asksForIntegers = scale.value_or(1) > 1;
-    if (asksForIntegers && integers == IntegerSamples::Never) {
-        noteFile(path, QStringLiteral("--scale has no effect on %1, which holds real numbers only")
-                           .arg(QLatin1String(format.name)));
+    QStringList notes(std::optional<int> askedScale) const {
+        QStringList notes = {
+            scaleIgnored(askedScale), scaleUntold(), scaleChanged(), wrongLength(),
+            curvesDropped(),          clamped(),     rounded(),      readElsewhere()};
+        notes.removeAll(QString());
+        return notes;
     }
-    if (asksForIntegers && integers == IntegerSamples::ScaleLost) {
-        noteFile(path, QStringLiteral("the file does not state its scale: readers will clamp its "
-                                      "integers"));
+
+private:
+    IntegerSamples integers() const { return m_format.traits.integers; }
+    bool writesIntegers() const { return m_scale > 1; }
+
+    QString scaleIgnored(std::optional<int> asked) const {
+        return asked.value_or(1) > 1 && integers() == IntegerSamples::Never
+                   ? QStringLiteral("--scale has no effect on %1, which holds real numbers only")
+                         .arg(QLatin1String(m_format.name))
+                   : QString();
     }
-    if (format.fixedSize > 0 && lut.size1D != format.fixedSize) {
-        noteFile(path, QStringLiteral("found %1 entries, but readers expect %2")
-                           .arg(lut.size1D)
-                           .arg(format.fixedSize));
+
+    QString scaleUntold() const {
+        return writesIntegers() && integers() == IntegerSamples::ScaleLost
+                   ? QStringLiteral("the file does not state its scale: readers will clamp its "
+                                    "integers")
+                   : QString();
     }
-    if (integers == IntegerSamples::Always && !tintwell::hasEqualCurves(lut)) {
-        noteFile(path, QStringLiteral("%1 has one curve: only the red one is written")
-                           .arg(QLatin1String(format.name)));
+
+    /// Readers find another scale than the one written.
+    QString scaleChanged() const {
+        if (integers() == IntegerSamples::Always && m_lut.hasTable1D()) {
+            const float last = m_lut.data1D[m_lut.size1D - 1][0];
+            return last > 0.5F && last <= 1
+                       ? QString()
+                       : QStringLiteral("the last value, %1, gives readers a wrong scale: expected "
+                                        "more than 0.5 and at most 1")
+                             .arg(last);
+        }
+        if (integers() != IntegerSamples::LargestIsFull || !m_lut.hasTable1D()) {
+            return {};
+        }
+        const float largest = tintwell::largestSample1D(m_lut);
+        return largest != 1
+                   ? QStringLiteral("readers take the largest value, %1, as 1").arg(largest)
+                   : QString();
     }
-}
+
+    QString wrongLength() const {
+        return m_format.fixedSize > 0 && m_lut.size1D != m_format.fixedSize
+                   ? QStringLiteral("found %1, but readers expect %2")
+                         .arg(entriesText(m_lut.size1D))
+                         .arg(m_format.fixedSize)
+                   : QString();
+    }
+
+    QString curvesDropped() const {
+        return integers() == IntegerSamples::Always && !tintwell::hasEqualCurves(m_lut)
+                   ? QStringLiteral("%1 has one curve: only the red one is written")
+                         .arg(QLatin1String(m_format.name))
+                   : QString();
+    }
+
+    QString clamped() const {
+        const tintwell::Statistics samples = statisticsOf(m_lut, m_format.kind);
+        const float least = *std::min_element(samples.min.begin(), samples.min.end());
+        const float largest = *std::max_element(samples.max.begin(), samples.max.end());
+        return least < 0 || largest > 1
+                   ? QStringLiteral("samples go from %1 to %2: readers will clamp them to 0 to 1")
+                         .arg(tintwell::formatted(least), tintwell::formatted(largest))
+                   : QString();
+    }
+
+    QString rounded() const {
+        const float loss = tintwell::writingLoss(m_lut, m_format.kind, m_scale);
+        return loss > realPrecision
+                   ? QStringLiteral("samples lose up to %1 of their value to rounding")
+                         .arg(tintwell::formatted(loss))
+                   : QString();
+    }
+
+    /// What other programs make of the numbers.
+    QString readElsewhere() const {
+        const tintwell::FormatTraits& traits = m_format.traits;
+        return QLatin1String(writesIntegers() ? traits.integersElsewhere : traits.realsElsewhere);
+    }
+
+    const Format& m_format;
+    int m_scale;
+    const Read_LUTFile& m_lut;
+};
 
 /// Whether the last code of a curve, which is full scale at most, gives the scale.
 bool isCodeScale(std::int64_t scale) {
@@ -135,6 +193,26 @@ const Format* choice(const std::vector<const Format*>& formats, const Format* fr
     return nullptr;
 }
 
+/// Reads a written table again, and reports how far it is off. Returns why it is not as it should
+/// be; empty if it is.
+QString verify(const Output& output, const Format& format, const QString& place,
+               const QString& path, const Read_LUTFile& written) {
+    const int scale = scaleIn(format, output.scale);
+    const float precision = realPrecision + (scale > 1 ? 1 / static_cast<float>(scale) : 0);
+    Table read;
+    if (QString problem = readTable({&format, output.orders}, place, read); !problem.isEmpty()) {
+        return QStringLiteral("read again: ") + problem;
+    }
+    const float difference = tintwell::tableDifference(written, read.lut, format.kind);
+    const QString found =
+        QStringLiteral("read again, it is off by up to %1").arg(tintwell::formatted(difference));
+    if (!(difference <= precision)) {
+        return found + QStringLiteral(", expected at most ") + tintwell::formatted(precision);
+    }
+    reportFile(path, found);
+    return {};
+}
+
 bool saveTable(const Output& output, const Format& format, const QString& path, Read_LUTFile& lut) {
     LUTFILE_ST st;
     st.formatCode = codeOf(format);
@@ -144,7 +222,9 @@ bool saveTable(const Output& output, const Format& format, const QString& path, 
         st.path = place;
         Write_LUTFile writer(nullptr);
         writer.WriteFile(st, lut);
-        return writer.lastError;
+        return writer.lastError.isEmpty() && output.verify
+                   ? verify(output, format, place, path, lut)
+                   : writer.lastError;
     });
 }
 
@@ -153,6 +233,7 @@ bool saveTable(const Output& output, const Format& format, const QString& path, 
 std::optional<Output> outputOptions(const CommandLine& line) {
     Output output;
     output.overwrite = line.isSet("force");
+    output.verify = line.isSet("verify");
     if (const std::optional<QString> name = line.value("to")) {
         output.format = tintwell::formatByName(*name);
         if (output.format == nullptr) {
@@ -189,14 +270,23 @@ const Format* targetFormat(const CommandLine& line, const Output& output, const 
 }
 
 bool writeTable(const Output& output, const Format& format, const QString& source,
-                const QString& path, Read_LUTFile& lut) {
+                const QString& path, Read_LUTFile& lut, Notes& notes) {
     Read_LUTFile made(nullptr);
-    Read_LUTFile* const table = reshaped(format, output.size, source, lut, made);
+    Read_LUTFile* const table = reshaped(format, output.size, source, lut, made, notes);
     if (table == nullptr) {
         return false;
     }
-    noteQuirks(format, output.scale, path, *table);
-    noteLostScale(format, path, *table);
+    if (!lut.title.isEmpty()) {
+        notes.add(path, QStringLiteral("the title \"%1\" is not written").arg(lut.title));
+    }
+    const Losses losses(format, scaleIn(format, output.scale), *table);
+    for (const QString& note : losses.notes(output.scale)) {
+        notes.add(path, note);
+    }
+    if (!notes.allowWriting()) {
+        reportFile(path, QStringLiteral("not written: ") + notes.reason());
+        return false;
+    }
     return saveTable(output, format, path, *table);
 }
 

@@ -2,6 +2,7 @@
 
 #include "cli/command.h"
 #include "cli/orders.h"
+#include "cli/report.h"
 #include "lut/catalogue.h"
 #include "lut/read_lutfile.h"
 
@@ -19,6 +20,7 @@ struct Output {
     std::optional<int> scale;                 ///< --scale
     Orders orders;                            ///< --out-order
     bool overwrite = false;                   ///< --force
+    bool verify = false;                      ///< --verify
 };
 
 inline constexpr Option forceOption = {"force", nullptr,
@@ -40,6 +42,9 @@ inline constexpr std::array outputOptionList = {
     Option{"scale", "N",
            "Write integers, value x N, where the format has them. csv, which holds only integers, "
            "needs a power of two less one; 65535 by default."},
+    Option{"verify", nullptr,
+           "Read the result again before it takes its place, and tell how far it is off; more than "
+           "the format's precision is a failure."},
     forceOption};
 
 /// None, with wrong usage reported, if an option's value is not valid.
@@ -50,9 +55,10 @@ std::optional<Output> outputOptions(const CommandLine& line);
 const tintwell::Format* targetFormat(const CommandLine& line, const Output& output,
                                      const QString& path, const tintwell::Format* from = nullptr);
 
-/// Writes the table in the kind, size, orders and scale given by the format and the options.
-/// \a source is the file that notes are about. False, with the error reported, if that fails.
+/// Writes the table in the kind, size, orders and scale given by the format and the options, and
+/// notes what is lost; notes on the shape are about the file \a source. False, with the error
+/// reported, if that fails or the notes do not allow it.
 bool writeTable(const Output& output, const tintwell::Format& format, const QString& source,
-                const QString& path, Read_LUTFile& lut);
+                const QString& path, Read_LUTFile& lut, Notes& notes);
 
 } // namespace cli

@@ -1,8 +1,10 @@
 #include "cli/shape.h"
 
+#include "calc/compare.h"
 #include "calc/make_table.h"
 #include "cli/report.h"
 #include "cli/words.h"
+#include "lut/words.h"
 
 namespace cli {
 
@@ -11,15 +13,16 @@ namespace {
 using tintwell::Format;
 using tintwell::TableKind;
 
-void noteLosses(TableKind kind, const QString& path, const Read_LUTFile& lut, int size) {
+void noteLosses(TableKind kind, const QString& path, const Read_LUTFile& lut, int size,
+                Notes& notes) {
     if (lut.hasTable3D() && lut.hasTable1D()) {
-        noteBothKinds(path, kind);
+        noteBothKinds(path, kind, notes);
     } else if (kind == TableKind::ThreeD && !lut.hasTable3D()) {
-        noteFile(path,
-                 QStringLiteral("the 1D table becomes a lattice of %1").arg(sizeText(kind, size)));
+        notes.add(path,
+                  QStringLiteral("the 1D table becomes a lattice of %1").arg(sizeText(kind, size)));
     } else if (kind == TableKind::OneD && !lut.hasTable1D()) {
-        noteFile(path, QStringLiteral("only the grey axis of the 3D table is kept, in %1")
-                           .arg(sizeText(kind, size)));
+        notes.add(path, QStringLiteral("only the grey axis of the 3D table is kept, in %1")
+                            .arg(sizeText(kind, size)));
     }
 }
 
@@ -29,16 +32,24 @@ int sizeIn(const Format& format, std::optional<int> asked, int otherwise) {
     return asked.value_or(format.fixedSize > 0 ? format.fixedSize : otherwise);
 }
 
-void noteBothKinds(const QString& path, TableKind kind) {
-    noteFile(path, QStringLiteral("only the %1 table is used; the file has both kinds")
-                       .arg(QLatin1String(kindName(kind))));
+void noteBothKinds(const QString& path, TableKind kind, Notes& notes) {
+    notes.add(path, QStringLiteral("only the %1 table is used; the file has both kinds")
+                        .arg(QLatin1String(kindName(kind))));
+}
+
+void noteError(const QString& path, float error, Notes& notes) {
+    constexpr float visible = 1.0F / 255;
+    if (error > visible) {
+        notes.add(path, QStringLiteral("between its points the new table is off by up to %1")
+                            .arg(tintwell::formatted(error)));
+    }
 }
 
 Read_LUTFile* reshaped(const Format& format, std::optional<int> size, const QString& path,
-                       Read_LUTFile& lut, Read_LUTFile& made) {
+                       Read_LUTFile& lut, Read_LUTFile& made, Notes& notes) {
     const int present = format.kind == TableKind::ThreeD ? lut.size3D : lut.size1D;
     const int wanted = sizeIn(format, size, present > 0 ? present : usualSize(format.kind));
-    noteLosses(format.kind, path, lut, wanted);
+    noteLosses(format.kind, path, lut, wanted, notes);
     if (present == wanted) {
         return &lut;
     }
@@ -46,6 +57,7 @@ Read_LUTFile* reshaped(const Format& format, std::optional<int> size, const QStr
         reportFile(path, made.lastError);
         return nullptr;
     }
+    noteError(path, tintwell::resamplingError(lut, made, format.kind), notes);
     return &made;
 }
 

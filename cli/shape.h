@@ -1,5 +1,6 @@
 #pragma once
 
+#include "cli/report.h"
 #include "lut/catalogue.h"
 #include "lut/read_lutfile.h"
 
@@ -24,12 +25,15 @@ constexpr int usualSize(tintwell::TableKind kind) {
 int sizeIn(const tintwell::Format& format, std::optional<int> asked, int otherwise);
 
 /// Notes, for a file with tables of both kinds, that only that of \a kind is used.
-void noteBothKinds(const QString& path, tintwell::TableKind kind);
+void noteBothKinds(const QString& path, tintwell::TableKind kind, Notes& notes);
+
+/// Notes how far a new table is off between its points, if that can be seen in eight bits.
+void noteError(const QString& path, float error, Notes& notes);
 
 /// A table in the kind of a format and in a size: \a lut itself if it fits already, else \a made,
 /// filled from it. Null, with the error reported for \a path, if memory runs out. Anything lost or
 /// invented is noted.
 Read_LUTFile* reshaped(const tintwell::Format& format, std::optional<int> size, const QString& path,
-                       Read_LUTFile& lut, Read_LUTFile& made);
+                       Read_LUTFile& lut, Read_LUTFile& made, Notes& notes);
 
 } // namespace cli

@@ -23,6 +23,10 @@ void printJson(const QJsonArray& array) {
     std::fwrite(text.constData(), 1, static_cast<std::size_t>(text.size()), stdout);
 }
 
+QJsonObject failureAsJson(const QString& path, const QString& error) {
+    return {{QStringLiteral("path"), path}, {QStringLiteral("error"), error}};
+}
+
 int finishOutput() {
     errno = 0;
     if (std::fflush(stdout) == 0 && std::ferror(stdout) == 0 &&

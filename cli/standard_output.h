@@ -1,11 +1,16 @@
 #pragma once
 
 #include <QJsonArray>
+#include <QJsonObject>
+#include <QString>
 
 namespace cli {
 
 /// Prints an array on standard output, indented.
 void printJson(const QJsonArray& array);
+
+/// The entry for a file that could not be read, in an array of files.
+QJsonObject failureAsJson(const QString& path, const QString& error);
 
 /// The last step of a command that prints. Returns Done or, with the error reported, Failed if the
 /// output could not be written.

@@ -4,17 +4,6 @@
 
 namespace cli {
 
-QString formatted(float value) {
-    return QString::number(static_cast<double>(value), 'g', 6);
-}
-
-QString formatted(const tintwell::Channels& values) {
-    const bool same = values[0] == values[1] && values[1] == values[2];
-    return same ? formatted(values[0])
-                : QStringLiteral("%1 %2 %3")
-                      .arg(formatted(values[0]), formatted(values[1]), formatted(values[2]));
-}
-
 QString entriesText(int size) {
     return size == 1 ? QStringLiteral("1 entry") : QStringLiteral("%1 entries").arg(size);
 }

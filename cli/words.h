@@ -1,6 +1,5 @@
 #pragma once
 
-#include "calc/measure.h"
 #include "lut/table_kind.h"
 
 #include <QString>
@@ -8,10 +7,6 @@
 namespace cli {
 
 // Words that several commands share.
-
-QString formatted(float value);
-/// "0.5", or all three where they differ.
-QString formatted(const tintwell::Channels& values);
 
 /// "1024 entries"
 QString entriesText(int size);

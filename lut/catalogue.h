@@ -45,6 +45,9 @@ struct FormatTraits {
     IntegerSamples integers = IntegerSamples::Never;
     DomainMeaning domain = DomainMeaning::Input;
     const char* caveat = ""; ///< what may surprise its users; empty if nothing
+    // What other programs make of a file that is written; empty if the same.
+    const char* realsElsewhere = "";
+    const char* integersElsewhere = "";
 };
 
 /// One file format.
@@ -126,7 +129,9 @@ inline constexpr auto catalogue = std::to_array<Format>({
      .read = &Read_LUTFile::Read_Mga,
      .write = &Write_LUTFile::Write_Mga,
      .readerOrders = rgbBlueFastest,
-     .traits = {.integers = IntegerSamples::ScaleRecovered, .domain = DomainMeaning::FullScale}},
+     .traits = {.integers = IntegerSamples::ScaleRecovered,
+                .domain = DomainMeaning::FullScale,
+                .realsElsewhere = "other programs expect integers in this format"}},
     {.code = FormatCode::Look,
      .name = "look",
      .extensions = "look",
@@ -146,7 +151,10 @@ inline constexpr auto catalogue = std::to_array<Format>({
      .readerOrders = rgbBlueFastest,
      .traits = {.integers = IntegerSamples::LargestIsFull,
                 .domain = DomainMeaning::FullScale,
-                .caveat = "the largest value of the file is read as 1"}},
+                .caveat = "the largest value of the file is read as 1",
+                .realsElsewhere = "other programs expect integers in this format",
+                .integersElsewhere = "other programs take the number of entries less one, such as "
+                                     "1023, as full scale"}},
     {.code = FormatCode::Plain1D,
      .name = "lut",
      .extensions = "lut",
@@ -204,7 +212,9 @@ inline constexpr auto catalogue = std::to_array<Format>({
      .writerOrders = rgbBlueFastest,
      .traits = {.integers = IntegerSamples::ScaleRecovered,
                 .domain = DomainMeaning::SampleRange,
-                .caveat = sampleRangeCaveat}},
+                .caveat = sampleRangeCaveat,
+                .integersElsewhere = "other programs take From as the range of the inputs and do "
+                                     "not scale the samples"}},
     {.code = FormatCode::Spi3D,
      .name = "spi3d",
      .extensions = "spi3d",
