@@ -58,12 +58,13 @@ inline std::vector<float> unitPositions(int n) {
     return positions;
 }
 
-/// The positions on an axis of the \a n points of a new lattice over 0..1.
-inline std::vector<AxisPosition<float>> gridPositions(const LatticeAxis& axis, int n) {
+/// The positions of \a coordinates on an axis.
+inline std::vector<AxisPosition<float>> gridPositions(const LatticeAxis& axis,
+                                                      const std::vector<float>& coordinates) {
     std::vector<AxisPosition<float>> positions;
-    positions.reserve(static_cast<std::size_t>(n));
-    for (const float position : unitPositions(n)) {
-        positions.push_back(axis.at(position));
+    positions.reserve(coordinates.size());
+    for (const float coordinate : coordinates) {
+        positions.push_back(axis.at(coordinate));
     }
     return positions;
 }

@@ -4,11 +4,19 @@
 #include "calc/tetrahedron.h"
 #include "lut/read_lutfile.h"
 
+#include <array>
+
 namespace tintwell {
 
 /// Axis \a axis of the 3D table.
 inline LatticeAxis latticeAxis(const Read_LUTFile& lut, int axis) {
     return {lut.domainMin3D[axis], lut.domainMax3D[axis], lut.size3D};
+}
+
+using LatticeAxes = std::array<LatticeAxis, 3>;
+
+inline LatticeAxes latticeAxes(const Read_LUTFile& lut) {
+    return {latticeAxis(lut, 0), latticeAxis(lut, 1), latticeAxis(lut, 2)};
 }
 
 /// The lattice rows along axis 2 around a point, indexed by the first two bits of the corner.
@@ -41,6 +49,15 @@ inline void interpolate(const Rows& rows, const RowOrder<float>& order,
         out[c] = first[c] * t.weight[0] + second[c] * t.weight[1] + third[c] * t.weight[2] +
                  last[c] * t.weight[3];
     }
+}
+
+/// Looks up \a in on the three axes of \a lut; \a out may be the same array.
+inline void evaluate(const Read_LUTFile& lut, const LatticeAxes& axes, const float* in,
+                     float* out) {
+    const AxisPosition<float> p0 = axes[0].at(in[0]);
+    const AxisPosition<float> p1 = axes[1].at(in[1]);
+    const AxisPosition<float> p2 = axes[2].at(in[2]);
+    interpolate(rowsAround(lut, p0, p1), rowOrder(p0.fraction, p1.fraction), p2, out);
 }
 
 } // namespace tintwell

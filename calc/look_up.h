@@ -5,8 +5,8 @@ class Read_LUTFile;
 namespace tintwell {
 
 // Each evaluates a table at the colour \a in (three floats in its input domain) and stores the
-// result in \a out. Colours outside the domain get the value at its edge. If the table is missing,
-// nothing is done.
+// result in \a out, which may be the same array. Colours outside the domain get the value at its
+// edge. If the table is missing, nothing is done.
 
 /// The lattice, by tetrahedral interpolation.
 void lookUp3D(const Read_LUTFile& lut, const float* in, float* out);

@@ -13,10 +13,12 @@
 using tintwell::AxisPosition;
 using tintwell::Corner;
 using tintwell::enclosingTetrahedron;
+using tintwell::evaluate;
 using tintwell::gridPositions;
 using tintwell::interpolate;
+using tintwell::latticeAxes;
+using tintwell::LatticeAxes;
 using tintwell::latticeAxis;
-using tintwell::LatticeAxis;
 using tintwell::RowOrder;
 using tintwell::rowOrder;
 using tintwell::Rows;
@@ -24,16 +26,9 @@ using tintwell::rowsAround;
 using tintwell::sampleAt;
 using tintwell::Tetrahedron;
 using tintwell::unitPosition;
+using tintwell::unitPositions;
 
 namespace {
-
-/// Looks up \a in on the three axes of \a lut; \a out may be the same array.
-void evaluate(const Read_LUTFile& lut, const LatticeAxis* axes, const float* in, float* out) {
-    const AxisPosition<float> p0 = axes[0].at(in[0]);
-    const AxisPosition<float> p1 = axes[1].at(in[1]);
-    const AxisPosition<float> p2 = axes[2].at(in[2]);
-    interpolate(rowsAround(lut, p0, p1), rowOrder(p0.fraction, p1.fraction), p2, out);
-}
 
 /// Evaluates \a src at the lattice points of \a dst and stores the results in its cells;
 /// \a finish(cell) may process each of them further.
@@ -42,10 +37,10 @@ void evaluateLattice(const Read_LUTFile& src, Read_LUTFile& dst, Finish&& finish
     if (!src.hasTable3D() || !dst.hasTable3D()) {
         return;
     }
-    const int n = dst.size3D;
-    const auto grid0 = gridPositions(latticeAxis(src, 0), n);
-    const auto grid1 = gridPositions(latticeAxis(src, 1), n);
-    const auto grid2 = gridPositions(latticeAxis(src, 2), n);
+    const std::vector<float> points = unitPositions(dst.size3D);
+    const auto grid0 = gridPositions(latticeAxis(src, 0), points);
+    const auto grid1 = gridPositions(latticeAxis(src, 1), points);
+    const auto grid2 = gridPositions(latticeAxis(src, 2), points);
     float*** const* plane = dst.data3D;
     for (const AxisPosition<float>& p0 : grid0) {
         float** const* row = *plane++;
@@ -69,8 +64,7 @@ void tintwell::lookUp3D(const Read_LUTFile& lut, const float* in, float* out) {
     if (!lut.hasTable3D()) {
         return;
     }
-    const LatticeAxis axes[] = {latticeAxis(lut, 0), latticeAxis(lut, 1), latticeAxis(lut, 2)};
-    evaluate(lut, axes, in, out);
+    evaluate(lut, latticeAxes(lut), in, out);
 }
 
 void LutCalc::Lut3D_Tetrahedral(const float* in, float* out, const Read_LUTFile& lut) {
@@ -120,8 +114,7 @@ void LutCalc::Lut3D_Merge(const Read_LUTFile& first, const Read_LUTFile& second,
     if (!second.hasTable3D()) {
         return;
     }
-    const LatticeAxis axes[] = {latticeAxis(second, 0), latticeAxis(second, 1),
-                                latticeAxis(second, 2)};
+    const LatticeAxes axes = latticeAxes(second);
     evaluateLattice(first, result, [&](float* colour) { evaluate(second, axes, colour, colour); });
 }
 
@@ -129,7 +122,7 @@ void LutCalc::Lut3D_OnebyOne(Read_LUTFile& lut) {
     if (!lut.hasTable3D()) {
         return;
     }
-    const std::vector<float> positions = tintwell::unitPositions(lut.size3D);
+    const std::vector<float> positions = unitPositions(lut.size3D);
     const float* const grid = positions.data();
     tintwell::visitLattice(lut.size3D, [&](int i, int j, int k) {
         const float sample[] = {grid[i], grid[j], grid[k]};
@@ -142,7 +135,7 @@ void LutCalc::Lut3D_to_Lut1D(const Read_LUTFile& src, Read_LUTFile& dst) {
     if (!src.hasTable3D() || !dst.hasTable1D()) {
         return;
     }
-    const LatticeAxis axes[] = {latticeAxis(src, 0), latticeAxis(src, 1), latticeAxis(src, 2)};
+    const LatticeAxes axes = latticeAxes(src);
     for (int i = 0; i < dst.size1D; ++i) {
         const float t = unitPosition(i, dst.size1D);
         const float grey[] = {t, t, t};
