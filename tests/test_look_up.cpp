@@ -1,3 +1,4 @@
+#include "calc/compare.h"
 #include "calc/look_up.h"
 #include "calc/lutcalc.h"
 #include "samples.h"
@@ -9,6 +10,10 @@
 // Every computation on tables against the same in plain steps, each rounded to single precision.
 
 namespace {
+
+using tintwell::compositionError;
+using tintwell::resamplingError;
+using tintwell::TableKind;
 
 using Codes = std::array<unsigned long, 3>;
 
@@ -109,6 +114,16 @@ QVector<float> through(void (LutCalc::*lookUp)(const float*, float*, const Read_
 constexpr auto lattice = &LutCalc::Lut3D_Tetrahedral;
 constexpr auto curves = &LutCalc::Lut1D_liner;
 
+void raise(float& largest, const QVector<float>& a, const QVector<float>& b) {
+    for (int c = 0; c < 3; ++c) {
+        largest = std::max(largest, std::abs(a[c] - b[c]));
+    }
+}
+
+float& sampleOf(Read_LUTFile& lut, TableKind kind, int n) {
+    return kind == TableKind::ThreeD ? lut.data3D[n][n][n][2] : lut.data1D[n][2];
+}
+
 float unit(int n, int size) {
     return size > 1 ? float(n) / float(size - 1) : 0;
 }
@@ -180,6 +195,7 @@ private Q_SLOTS:
             m_calc.Lut1D_Out(source, made);
             m_calc.Lut3D_Merge(source, second, merged);
             m_calc.Lut3D_to_Lut1D(source, grey);
+            std::array<float, 6> errors{};
             for (int n = 0; n < to * to * to; ++n) {
                 const int at[] = {n / to / to, n / to % to, n % to};
                 const QVector<float> point = {unit(at[0], to), unit(at[1], to), unit(at[2], to)};
@@ -190,8 +206,30 @@ private Q_SLOTS:
                 const QVector<float> level(3, point[2]);
                 QCOMPARE(samples::cell(made.data1D[at[2]]), through(curves, source, level));
                 QCOMPARE(samples::cell(grey.data1D[at[2]]), through(lattice, source, level));
+                if (std::max({at[0], at[1], at[2]}) == to - 1) {
+                    continue;
+                }
+                const auto middle = [&](int axis) { return unit(2 * at[axis] + 1, 2 * to - 1); };
+                const QVector<float> in = {middle(0), middle(1), middle(2)};
+                const QVector<float> tone(3, in[2]);
+                const auto merge = through(lattice, merged, in);
+                const auto curve = through(curves, grey, tone);
+                raise(errors[0], through(curves, source, tone), curve);
+                raise(errors[1], through(lattice, second, tone), curve);
+                raise(errors[2], through(lattice, second, through(lattice, source, tone)), curve);
+                raise(errors[3], through(curves, source, in), merge);
+                raise(errors[4], through(lattice, second, through(lattice, source, in)), merge);
+                raise(errors[5], through(curves, source, through(lattice, second, in)), merge);
             }
             QCOMPARE(made.domainMax3D[0], 1.0F);
+            QCOMPARE(resamplingError(source, grey, TableKind::OneD), errors[0]);
+            QCOMPARE(compositionError(source, second, grey, TableKind::OneD), errors[2]);
+            QCOMPARE(compositionError(source, second, merged, TableKind::ThreeD), errors[4]);
+            source.setSize3D(0);
+            second.setSize1D(0);
+            QCOMPARE(resamplingError(second, grey, TableKind::OneD), errors[1]);
+            QCOMPARE(resamplingError(source, merged, TableKind::ThreeD), errors[3]);
+            QCOMPARE(compositionError(second, source, merged, TableKind::ThreeD), errors[5]);
             m_calc.Lut3D_OnebyOne(merged);
             m_calc.Lut1D_OnebyOne(made);
             m_calc.Lut1D_to_Lut3D(source.data1D, from, made);
@@ -206,6 +244,52 @@ private Q_SLOTS:
                 QCOMPARE(samples::cell(made.data3D[0][n][n]),
                          QVector<float>({first, below[1], below[2]}));
             }
+        }
+    }
+
+    void differences() {
+        for (const auto& [kind, size] :
+             {std::pair{TableKind::OneD, 70'000}, {TableKind::ThreeD, 70}}) {
+            Read_LUTFile a(nullptr);
+            Read_LUTFile b(nullptr);
+            QVERIFY(tintwell::makeIdentity(a, kind, size));
+            QCOMPARE(tintwell::tableDifference(a, b, kind), INFINITY);
+            QVERIFY(tintwell::makeIdentity(b, kind, size));
+            for (const auto& [one, other, difference] : {std::array{NAN, NAN, 0.0F},
+                                                         {NAN, 0, INFINITY},
+                                                         {-INFINITY, -INFINITY, 0},
+                                                         {1, 1.5F, 0.5F}}) {
+                sampleOf(a, kind, size - 1) = one;
+                sampleOf(b, kind, size - 1) = other;
+                QCOMPARE(tintwell::tableDifference(a, b, kind), difference);
+            }
+            sampleOf(b, kind, 0) = INFINITY;
+            // Not every cell of such a size is looked at, but the last one is.
+            QVERIFY(std::abs(resamplingError(a, b, kind) - 0.25F) < 0.01F);
+        }
+    }
+
+    /// Against the number that is printed.
+    void lossesOfWriting() {
+        std::mt19937 random(12);
+        std::uniform_real_distribution<float> real(-1, 1);
+        for (int n = 0; n < 2'000; ++n) {
+            const long scale = std::array{1, 2, 1023, 65535}[std::size_t(n / 2 % 4)];
+            const auto kind = n % 2 == 0 ? TableKind::OneD : TableKind::ThreeD;
+            const float value = std::ldexp(real(random), n % 50 - 20);
+            Read_LUTFile lut(nullptr);
+            QVERIFY(tintwell::makeZeros(lut, kind, 2));
+            sampleOf(lut, kind, 0) = INFINITY;
+            sampleOf(lut, kind, 1) = value;
+            QString text;
+            QTextStream out(&text);
+            Write_LUTFile writer(nullptr);
+            kind == TableKind::OneD ? writer.White1D(lut.data1D, out, 1, scale, " ")
+                                    : writer.White3D(lut.data3D, out, 1, 1, 1, scale, " ");
+            const double printed = text.split(' ', Qt::SkipEmptyParts)[2].toDouble();
+            const double loss = std::abs(double(value) - printed / double(scale));
+            const double error = double(tintwell::writingLoss(lut, kind, scale)) - loss;
+            QVERIFY(std::abs(error) <= 1e-6 * loss + 1e-12 * double(std::abs(value)));
         }
     }
 
@@ -232,7 +316,7 @@ private Q_SLOTS:
         QCOMPARE(samples::cell(out), QVector<float>(3, 9));
         QCOMPARE(lookedUp(none, {1, 2, 3}), (Codes{9999, 9999, 9999}));
         for (const int size : {0, Read_LUTFile::MaxSize1D + 1}) {
-            for (const auto kind : {tintwell::TableKind::OneD, tintwell::TableKind::ThreeD}) {
+            for (const auto kind : {TableKind::OneD, TableKind::ThreeD}) {
                 QVERIFY(!tintwell::makeIdentity(none, kind, size));
                 QVERIFY(!tintwell::reshape(lut, none, kind, size));
                 QVERIFY(!tintwell::compose(lut, lut, none, kind, size));
@@ -258,9 +342,9 @@ private Q_SLOTS:
             }
         }
         Read_LUTFile lut(nullptr);
-        QVERIFY(tintwell::makeIdentity(lut, tintwell::TableKind::ThreeD, 256));
+        QVERIFY(tintwell::makeIdentity(lut, TableKind::ThreeD, 256));
         QCOMPARE(lookedUp(lut, {255, 90, 0}), (Codes{255, 90, 0}));
-        QVERIFY(tintwell::makeZeros(lut, tintwell::TableKind::ThreeD, 1));
+        QVERIFY(tintwell::makeZeros(lut, TableKind::ThreeD, 1));
         QCOMPARE(lookedUp(lut, {1, 2, 3}), (Codes{9999, 9999, 9999}));
     }
 };

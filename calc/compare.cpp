@@ -1,0 +1,247 @@
+#include "calc/compare.h"
+
+#include "calc/lattice_axis.h"
+#include "calc/lattice_rows.h"
+#include "calc/look_up.h"
+#include "calc/measure.h"
+#include "lut/lattice.h"
+#include "lut/read_lutfile.h"
+#include "lut/truncate.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <cstddef>
+#include <limits>
+#include <vector>
+
+namespace tintwell {
+
+namespace {
+
+/// The middles of the cells of an axis of \a points over 0..1; if there are more than \a most
+/// cells, of \a most from the first to the last.
+std::vector<float> middles(int points, int most) {
+    const std::int64_t cells = points - 1;
+    const std::int64_t count = std::min(cells, std::int64_t{most});
+    std::vector<float> inputs;
+    for (std::int64_t n = 0; n < count; ++n) {
+        const std::int64_t cell = count < cells ? n * (cells - 1) / (count - 1) : n;
+        inputs.push_back(static_cast<float>(2 * cell + 1) / static_cast<float>(2 * cells));
+    }
+    return inputs;
+}
+
+/// The largest finite difference of any channel, \a before included.
+float largestFinite(float before, const float* a, const float* b) {
+    float largest = before;
+    for (int c = 0; c < 3; ++c) {
+        const float difference = std::fabs(a[c] - b[c]);
+        if (difference > largest && std::isfinite(difference)) {
+            largest = difference;
+        }
+    }
+    return largest;
+}
+
+/// \a exact(colour) puts the right result in the place of a colour.
+template <typename Exact>
+float errorOfCurves(const Read_LUTFile& made, Exact&& exact) {
+    constexpr int mostCells = 1 << 16;
+    float largest = 0;
+    for (const float input : middles(made.size1D, mostCells)) {
+        float expected[] = {input, input, input};
+        float found[] = {input, input, input};
+        exact(expected);
+        lookUp1D(made, found, found);
+        largest = largestFinite(largest, expected, found);
+    }
+    return largest;
+}
+
+/// The effect of the lattice of a table or, if there is none, of its curves on a grid of colours
+/// that has the same inputs on each axis. What depends on one axis alone is computed once.
+class GridEffect {
+public:
+    GridEffect(const Read_LUTFile& lut, const std::vector<float>& inputs)
+        : m_lut(lut), m_positions{gridPositions(latticeAxis(lut, 0), inputs),
+                                  gridPositions(latticeAxis(lut, 1), inputs),
+                                  gridPositions(latticeAxis(lut, 2), inputs)} {
+        for (const float input : inputs) {
+            Channels response = {input, input, input};
+            lookUp1D(lut, response.data(), response.data());
+            m_responses.push_back(response);
+        }
+    }
+
+    void at(std::size_t i, std::size_t j, std::size_t k, float* out) const {
+        if (!m_lut.hasTable3D()) {
+            fillCell(out, true, m_responses[i][0], m_responses[j][1], m_responses[k][2]);
+            return;
+        }
+        const AxisPosition<float>& p0 = m_positions[0][i];
+        const AxisPosition<float>& p1 = m_positions[1][j];
+        interpolate(rowsAround(m_lut, p0, p1), rowOrder(p0.fraction, p1.fraction),
+                    m_positions[2][k], out);
+    }
+
+private:
+    const Read_LUTFile& m_lut;
+    std::array<std::vector<AxisPosition<float>>, 3> m_positions;
+    std::vector<Channels> m_responses;
+};
+
+/// \a finish(colour) puts the right result in the place of that of \a from.
+template <typename Finish>
+float errorOfLattice(const Read_LUTFile& from, const Read_LUTFile& made, Finish&& finish) {
+    constexpr int mostCells = 64;
+    const std::vector<float> inputs = middles(made.size3D, mostCells);
+    const GridEffect source(from, inputs);
+    const GridEffect result(made, inputs);
+    float largest = 0;
+    for (std::size_t i = 0; i < inputs.size(); ++i) {
+        for (std::size_t j = 0; j < inputs.size(); ++j) {
+            for (std::size_t k = 0; k < inputs.size(); ++k) {
+                float expected[3];
+                float found[3];
+                source.at(i, j, k, expected);
+                finish(expected);
+                result.at(i, j, k, found);
+                largest = largestFinite(largest, expected, found);
+            }
+        }
+    }
+    return largest;
+}
+
+/// 0 if there is no table of the kind.
+int sizeOf(const Read_LUTFile& lut, TableKind kind) {
+    if (kind == TableKind::ThreeD) {
+        return lut.hasTable3D() ? lut.size3D : 0;
+    }
+    return lut.hasTable1D() ? lut.size1D : 0;
+}
+
+float differenceOf(float a, float b) {
+    if (a == b || (std::isnan(a) && std::isnan(b))) {
+        return 0;
+    }
+    const float difference = std::fabs(a - b);
+    return std::isnan(difference) ? std::numeric_limits<float>::infinity() : difference;
+}
+
+/// What is lost of a positive number when it is rounded to a multiple of 1 / \a parts.
+double roundingLoss(float value, double parts) {
+    const double scaled = static_cast<double>(value) * parts;
+    const auto nearest = static_cast<double>(static_cast<std::int64_t>(scaled + 0.5));
+    return std::fabs(scaled - nearest) / parts;
+}
+
+double lossToSixDecimals(float value) {
+    constexpr float wholeFrom = 8388608.0F; // where floats have no fractions
+    const float magnitude = std::fabs(value);
+    return magnitude < wholeFrom ? roundingLoss(magnitude, 1e6) : 0;
+}
+
+double lossToSixDigits(float value) {
+    const float magnitude = std::fabs(value);
+    if (magnitude == 0) {
+        return 0;
+    }
+    double parts = 1e6; // right from 0.1 to 1, where most samples are
+    while (static_cast<double>(magnitude) * parts < 1e5) {
+        parts *= 10;
+    }
+    while (static_cast<double>(magnitude) * parts >= 1e6) {
+        parts /= 10;
+    }
+    return roundingLoss(magnitude, parts);
+}
+
+/// Visits the cells of a table, which must exist, in the order of memory.
+template <typename Visit>
+void visitCells(const Read_LUTFile& lut, TableKind kind, Visit&& visit) {
+    if (kind == TableKind::OneD) {
+        std::for_each_n(lut.data1D, lut.size1D, visit);
+        return;
+    }
+    visitLattice(lut.size3D, [&](int i, int j, int k) {
+        visit(lut.data3D[i][j][k]);
+        return true;
+    });
+}
+
+/// The largest \a lossOf(sample) of the finite samples.
+template <typename LossOf>
+float largestLoss(const Read_LUTFile& lut, TableKind kind, LossOf lossOf) {
+    double largest = 0;
+    visitCells(lut, kind, [&](const float* cell) {
+        for (int c = 0; c < 3; ++c) {
+            if (std::isfinite(cell[c])) {
+                largest = std::max(largest, lossOf(cell[c]));
+            }
+        }
+    });
+    return static_cast<float>(largest);
+}
+
+} // namespace
+
+float resamplingError(const Read_LUTFile& from, const Read_LUTFile& made, TableKind kind) {
+    if (kind == TableKind::ThreeD) {
+        return errorOfLattice(from, made, [](const float* /*colour*/) {});
+    }
+    const auto effect = from.hasTable1D() ? lookUp1D : lookUp3D;
+    return errorOfCurves(made, [&](float* colour) { effect(from, colour, colour); });
+}
+
+float compositionError(const Read_LUTFile& first, const Read_LUTFile& second,
+                       const Read_LUTFile& made, TableKind kind) {
+    if (kind == TableKind::OneD) {
+        return errorOfCurves(made, [&](float* colour) {
+            lookUp(first, colour, colour);
+            lookUp(second, colour, colour);
+        });
+    }
+    if (!second.hasTable3D()) {
+        return errorOfLattice(first, made,
+                              [&](float* colour) { lookUp1D(second, colour, colour); });
+    }
+    const LatticeAxes axes = latticeAxes(second);
+    return errorOfLattice(first, made,
+                          [&](float* colour) { evaluate(second, axes, colour, colour); });
+}
+
+float tableDifference(const Read_LUTFile& a, const Read_LUTFile& b, TableKind kind) {
+    const int size = sizeOf(a, kind);
+    if (size != sizeOf(b, kind)) {
+        return std::numeric_limits<float>::infinity();
+    }
+    float largest = 0;
+    const auto compare = [&largest](const float* one, const float* other) {
+        for (int c = 0; c < 3; ++c) {
+            largest = std::max(largest, differenceOf(one[c], other[c]));
+        }
+    };
+    for (int n = 0; kind == TableKind::OneD && n < size; ++n) {
+        compare(a.data1D[n], b.data1D[n]);
+    }
+    visitLattice(kind == TableKind::ThreeD ? size : 0, [&](int i, int j, int k) {
+        compare(a.data3D[i][j][k], b.data3D[i][j][k]);
+        return true;
+    });
+    return largest;
+}
+
+float writingLoss(const Read_LUTFile& lut, TableKind kind, std::int64_t scale) {
+    if (scale >= 2) {
+        return largestLoss(lut, kind, [scale](float value) {
+            const auto printed = static_cast<double>(scaledInteger(value, scale));
+            return std::fabs(static_cast<double>(value) - printed / static_cast<double>(scale));
+        });
+    }
+    return kind == TableKind::ThreeD ? largestLoss(lut, kind, lossToSixDecimals)
+                                     : largestLoss(lut, kind, lossToSixDigits);
+}
+
+} // namespace tintwell
