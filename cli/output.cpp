@@ -110,7 +110,8 @@ private:
         const tintwell::Statistics samples = statisticsOf(m_lut, m_format.kind);
         const float least = *std::min_element(samples.min.begin(), samples.min.end());
         const float largest = *std::max_element(samples.max.begin(), samples.max.end());
-        return least < 0 || largest > 1
+        const bool isTooLarge = largest > 1 && integers() != IntegerSamples::LargestIsFull;
+        return least < 0 || isTooLarge
                    ? QStringLiteral("samples go from %1 to %2: readers will clamp them to 0 to 1")
                          .arg(tintwell::formatted(least), tintwell::formatted(largest))
                    : QString();
@@ -118,10 +119,9 @@ private:
 
     QString rounded() const {
         const float loss = tintwell::writingLoss(m_lut, m_format.kind, m_scale);
-        return loss > realPrecision
-                   ? QStringLiteral("samples lose up to %1 of their value to rounding")
-                         .arg(tintwell::formatted(loss))
-                   : QString();
+        return loss > realPrecision ? QStringLiteral("rounding changes samples by up to %1")
+                                          .arg(tintwell::formatted(loss))
+                                    : QString();
     }
 
     /// What other programs make of the numbers.
@@ -204,8 +204,9 @@ QString verify(const Output& output, const Format& format, const QString& place,
         return QStringLiteral("read again: ") + problem;
     }
     const float difference = tintwell::tableDifference(written, read.lut, format.kind);
-    const QString found =
-        QStringLiteral("read again, it is off by up to %1").arg(tintwell::formatted(difference));
+    const QString found = difference == 0 ? QStringLiteral("read again, it is the same")
+                                          : QStringLiteral("read again, it is off by up to %1")
+                                                .arg(tintwell::formatted(difference));
     if (!(difference <= precision)) {
         return found + QStringLiteral(", expected at most ") + tintwell::formatted(precision);
     }

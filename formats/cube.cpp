@@ -201,9 +201,8 @@ void inferSize(LineSource& lines, Read_LUTFile& lut) {
     }
     lut.sizeInferred = lut.size3D > 0;
     if (lut.sizeInferred) {
-        lut.remarks += QStringLiteral("no line states the size: %1 make it %2")
-                           .arg(tintwell::counted(count, "line"))
-                           .arg(lut.size3D);
+        lut.remarks += QStringLiteral("no line states the size: %1 is inferred from %2")
+                           .arg(QString::number(lut.size3D), tintwell::counted(count, "line"));
     }
 }
 
@@ -240,10 +239,11 @@ bool startsLikeCurve(const Read_LUTFile& lut) {
 /// Many programs write the curve first.
 void remarkOnBothTables(Read_LUTFile& lut) {
     const std::int64_t n = lut.size3D;
-    const QString first = QStringLiteral("the file has both tables: its first %1 are taken for the "
-                                         "lattice, the next %2 for the curve")
-                              .arg(n * n * n)
-                              .arg(lut.size1D);
+    const QString first =
+        QStringLiteral("the file has both tables: its first %1 lines are taken for "
+                       "the lattice, the next %2 for the curve")
+            .arg(n * n * n)
+            .arg(lut.size1D);
     lut.remarks += startsLikeCurve(lut)
                        ? first + QStringLiteral("; but the first lines are grey and rising, as if "
                                                 "the curve came first")

@@ -67,7 +67,8 @@ void BodyLines::tellWithLast(Read_LUTFile& lut) const {
     double extra = 0;
     if (scan(words.next(), extra) > 0) {
         remarkOnLine(lut, m_lines,
-                     QStringLiteral("of which only %1 are read").arg(counted(m_numbers, "number")));
+                     QStringLiteral("expected %1: the others are not read")
+                         .arg(counted(m_numbers, "number")));
     }
 }
 

@@ -70,9 +70,10 @@ const char* isOrAre(std::int64_t count) {
 
 /// "it is 1.5" or "the least is -1, the largest 1.5"
 QString extremes(std::int64_t count, float least, float largest) {
-    return count == 1 ? QStringLiteral("it is %1").arg(formatted(least))
-                      : QStringLiteral("the least is %1, the largest %2")
-                            .arg(formatted(least), formatted(largest));
+    return count == 1         ? QStringLiteral("it is %1").arg(formatted(least))
+           : least == largest ? QStringLiteral("each is %1").arg(formatted(least))
+                              : QStringLiteral("the least is %1, the largest %2")
+                                    .arg(formatted(least), formatted(largest));
 }
 
 bool isSame(const float* a, const float* b) {
