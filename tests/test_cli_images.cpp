@@ -2,6 +2,7 @@
 
 #include "calc/look_up.h"
 #include "calc/look_up_image.h"
+#include "lut/image_file.h"
 #include "picture/table_picture.h"
 
 #include <QGuiApplication>
