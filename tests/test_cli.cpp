@@ -73,6 +73,8 @@ constexpr Run runs[] = {
     // Input
     {"info none.cube", 1, "none.cube: No such file or directory"},
     {"info --from cube .", 1, ".: is a folder, expected a file"},
+    {"info deep.png", 1,
+     "deep.png: found an image of 2 x 2 pixels, expected a width of the height squared, or a"},
     {"info short.cube", 1, "short.cube:7: the file ends after 6 samples, expected 8"},
     {"info empty.cube", 1, "empty.cube: found no table, expected .cube"},
     {"info never.cub", 1, "never.cub:2: found \"# oDims 2\", expected three dimensions"},
