@@ -51,6 +51,10 @@ std::optional<int> cli::beginImageJob(CommandLine& line, const QStringList& argu
     }
     job.target = {line.operands().last(), line.isSet("force")};
     job.type = QFileInfo(job.target.path).suffix().toLower().toLatin1();
+    if (const QString missing = tintwell::missingPackage(job.type); !missing.isEmpty()) {
+        reportFile(job.target.path, missing);
+        return Failed;
+    }
     const QList<QByteArray> types = QImageWriter::supportedImageFormats();
     if (!types.contains(job.type)) {
         return line.wrong(QStringLiteral("%1: found the extension \"%2\", expected one of %3")

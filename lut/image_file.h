@@ -24,6 +24,10 @@ enum class Orientation { Stored, Upright };
 /// decoded.
 ImageFile readImage(const QString& path, std::int64_t mostPixels, Orientation orientation);
 
+/// Names the package with the toolkit's plug-in for a type, by Qt's name, if it is not installed;
+/// empty for types that need none.
+QString missingPackage(const QByteArray& type);
+
 /// Writes an image; \a type is Qt's name for its type. Returns what went wrong; empty on success.
 QString writeImage(const QString& path, const QByteArray& type, const QImage& image);
 
