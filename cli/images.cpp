@@ -3,6 +3,7 @@
 #include "calc/look_up_image.h"
 #include "cli/image_thread.h"
 #include "cli/report.h"
+#include "cli/words.h"
 #include "lut/image_file.h"
 
 #include <QFileInfo>
@@ -20,6 +21,16 @@ constexpr std::int64_t MaxPixels = std::int64_t{1} << 29;
 QImage refuse(const QString& path, const QString& why) {
     cli::reportFile(path, why);
     return {};
+}
+
+/// Why no image of any type can be written to the target.
+QString unsuitable(const cli::ImageJob& job) {
+    if (QFileInfo(job.target.path).isDir()) {
+        return cli::isFolder();
+    }
+    return QStringLiteral("found the extension \"%1\", expected one of %2")
+        .arg(QString::fromLatin1(job.type),
+             QString::fromLatin1(QImageWriter::supportedImageFormats().join(' ')));
 }
 
 void noteLosses(const QString& path, const QImage& image) {
@@ -55,11 +66,8 @@ std::optional<int> cli::beginImageJob(CommandLine& line, const QStringList& argu
         reportFile(job.target.path, missing);
         return Failed;
     }
-    const QList<QByteArray> types = QImageWriter::supportedImageFormats();
-    if (!types.contains(job.type)) {
-        return line.wrong(QStringLiteral("%1: found the extension \"%2\", expected one of %3")
-                              .arg(job.target.path, QString::fromLatin1(job.type),
-                                   QString::fromLatin1(types.join(' '))));
+    if (!QImageWriter::supportedImageFormats().contains(job.type)) {
+        return line.wrong(job.target.path + QStringLiteral(": ") + unsuitable(job));
     }
     if (!readTable(*input, line.operands().first(), job.table)) {
         return Failed;
@@ -76,6 +84,9 @@ int cli::doImageWork(const QString& path, const std::function<bool()>& work) {
 }
 
 QImage cli::loadImage(const QString& path) {
+    if (refuseStandardInput(path)) {
+        return {};
+    }
     const tintwell::ImageFile image =
         tintwell::readImage(path, MaxPixels, tintwell::Orientation::Upright);
     if (!image.error.isEmpty()) {

@@ -51,7 +51,8 @@ QStringList notesOn(const Facts& facts, const Read_LUTFile& lut) {
     for (const TableFacts& table : facts.tables) {
         notes += domainCaveat(table.domain, *facts.format);
         if (table.samples.nonFiniteCount > 0) {
-            notes += QStringLiteral("%1 numbers are not finite").arg(table.samples.nonFiniteCount);
+            notes += cli::counted(table.samples.nonFiniteCount, "number is", "numbers are") +
+                     QStringLiteral(" not finite");
         }
     }
     notes.removeAll(QString());

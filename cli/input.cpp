@@ -54,13 +54,24 @@ std::optional<Input> inputOptions(const CommandLine& line) {
     return input;
 }
 
+bool refuseStandardInput(const QString& path) {
+    if (path != QLatin1String("-")) {
+        return false;
+    }
+    reportFile(path, QStringLiteral("standard input is not read"));
+    return true;
+}
+
 const Format* formatOfInput(const Input& input, const QString& path) {
+    if (refuseStandardInput(path)) {
+        return nullptr;
+    }
     if (input.format != nullptr) {
         return input.format;
     }
     const std::vector<const Format*> formats = tintwell::formatsByExtension(path);
     if (formats.empty()) {
-        reportFile(path, unknownExtension(path) + QStringLiteral(", or --from"));
+        reportFile(path, unknownExtension(path, "--from"));
         return nullptr;
     }
     const auto fits = [&path](const Format* format) {

@@ -41,6 +41,9 @@ inline constexpr std::array inputOptionList = {
 /// None, with wrong usage reported, if an option's value is not valid.
 std::optional<Input> inputOptions(const CommandLine& line);
 
+/// Whether the path is "-", which no command reads; it is then reported.
+bool refuseStandardInput(const QString& path);
+
 /// The format of a file to read: from --from or from its extension and, if that leaves a choice,
 /// its content. Null, with the error reported, if these do not decide.
 const tintwell::Format* formatOfInput(const Input& input, const QString& path);

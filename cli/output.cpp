@@ -6,8 +6,6 @@
 #include "cli/target.h"
 #include "cli/words.h"
 
-#include <QFileInfo>
-
 #include <algorithm>
 #include <limits>
 #include <vector>
@@ -67,8 +65,8 @@ void noteQuirks(const Format& format, std::optional<int> scale, const QString& p
                                       "integers"));
     }
     if (format.fixedSize > 0 && lut.size1D != format.fixedSize) {
-        noteFile(path, QStringLiteral("found %1 entries, but readers expect %2")
-                           .arg(lut.size1D)
+        noteFile(path, QStringLiteral("found %1, but readers expect %2")
+                           .arg(entriesText(lut.size1D))
                            .arg(format.fixedSize));
     }
     if (integers == IntegerSamples::Always && !tintwell::hasEqualCurves(lut)) {
@@ -115,9 +113,7 @@ QString namesOf(const std::vector<const Format*>& formats) {
 const Format* choice(const std::vector<const Format*>& formats, const Format* from,
                      const QString& path, QString& problem) {
     if (formats.empty()) {
-        problem = path + QStringLiteral(": ") +
-                  (QFileInfo(path).isDir() ? QStringLiteral("is a folder, expected a file")
-                                           : unknownExtension(path) + QStringLiteral(", or --to"));
+        problem = path + QStringLiteral(": ") + unknownExtension(path, "--to");
         return nullptr;
     }
     if (formats.front()->write == nullptr) {

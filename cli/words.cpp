@@ -15,23 +15,33 @@ QString formatted(const tintwell::Channels& values) {
                       .arg(formatted(values[0]), formatted(values[1]), formatted(values[2]));
 }
 
+QString counted(qint64 count, const char* one, const char* several) {
+    return QStringLiteral("%1 %2").arg(count).arg(QLatin1String(count == 1 ? one : several));
+}
+
 QString entriesText(int size) {
-    return size == 1 ? QStringLiteral("1 entry") : QStringLiteral("%1 entries").arg(size);
+    return counted(size, "entry", "entries");
 }
 
 QString sizeText(tintwell::TableKind kind, int size) {
     return kind == tintwell::TableKind::OneD ? entriesText(size)
-                                             : QStringLiteral("%1 points per axis").arg(size);
+                                             : counted(size, "point per axis", "points per axis");
 }
 
 QString unknownFormat(const QString& name) {
     return QStringLiteral("unknown format \"%1\" (see tintwell-cli formats)").arg(name);
 }
 
-QString unknownExtension(const QString& path) {
-    return QStringLiteral("found the extension \"%1\", expected a known one "
-                          "(see tintwell-cli formats)")
-        .arg(QFileInfo(path).suffix());
+QString unknownExtension(const QString& path, const char* option) {
+    const QFileInfo file(path);
+    return file.isDir() ? isFolder()
+                        : QStringLiteral("found the extension \"%1\", expected a known one "
+                                         "(see tintwell-cli formats), or %2")
+                              .arg(file.suffix(), QLatin1String(option));
+}
+
+QString isFolder() {
+    return QStringLiteral("is a folder, expected a file");
 }
 
 } // namespace cli

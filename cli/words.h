@@ -13,6 +13,9 @@ QString formatted(float value);
 /// "0.5", or all three where they differ.
 QString formatted(const tintwell::Channels& values);
 
+/// "1 file" or "2 files".
+QString counted(qint64 count, const char* one, const char* several);
+
 /// "1024 entries"
 QString entriesText(int size);
 
@@ -20,6 +23,8 @@ QString entriesText(int size);
 QString sizeText(tintwell::TableKind kind, int size);
 
 QString unknownFormat(const QString& name);
-QString unknownExtension(const QString& path);
+/// Why no format follows from the path. \a option would name one.
+QString unknownExtension(const QString& path, const char* option);
+QString isFolder();
 
 } // namespace cli
