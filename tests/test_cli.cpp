@@ -54,9 +54,11 @@ struct Run {
 constexpr Run runs[] = {
     {"", 2, "no command given"},
     {"- look.cube", 2, "unknown command \"-\""},
-    {"--help", 0, "",
+    {"help", 0, "",
      "\n  convert   IN OUT                  Convert tables to another format, size or order.\n"},
-    {"--version", 0, "", "tintwell-cli 0.1.0\n"},
+    {"-V", 0, "", "tintwell-cli 0.1.0\n"},
+    {"help info", 0, "", "Usage: tintwell-cli info [options] FILE...\n"},
+    {"help covnert", 2, "unknown command \"covnert\"; did you mean convert?"},
     {"convert -h", 0, "",
      "Usage: tintwell-cli convert [options] IN OUT\n"
      "       tintwell-cli convert [options] --to FORMAT --output-directory DIR IN...\n"
