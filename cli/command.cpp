@@ -2,6 +2,7 @@
 
 #include "cli/report.h"
 #include "cli/standard_output.h"
+#include "lut/words.h"
 
 #include <QLoggingCategory>
 
@@ -44,9 +45,10 @@ std::optional<int> CommandLine::parse(const QStringList& arguments, int least, i
     }
     const int count = operands().size();
     if (count < least || count > most) {
-        return wrong(QStringLiteral("found %1 operands, expected %2")
-                         .arg(count)
-                         .arg(QLatin1String(m_command.operands)));
+        return wrong(QStringLiteral("found %1, expected %2")
+                         .arg(tintwell::counted(count, "operand", "operands"),
+                              *m_command.operands != '\0' ? QLatin1String(m_command.operands)
+                                                          : QLatin1String("none")));
     }
     return std::nullopt;
 }

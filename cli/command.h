@@ -15,8 +15,8 @@ enum ExitStatus { Done = 0, Failed = 1, Usage = 2 };
 /// How much of Qt a command needs.
 enum class Toolkit { Core, Fonts };
 
-/// How the value of an option is completed.
-enum class Completion { Nothing, Formats, Orders, Folders };
+/// How the value of an option or an operand is completed.
+enum class Completion { Nothing, Formats, Orders, Folders, Files, Commands };
 
 /// An option of a command. --help, the manual page and the completions are all made from this.
 struct Option {
@@ -36,10 +36,20 @@ struct Command {
     std::array<std::span<const Option>, 4> options = {}; ///< in groups that commands share
     Toolkit toolkit = Toolkit::Core;
     const char* batch = nullptr; ///< a second form of the operands, with the options it needs
+    Completion completion = Completion::Files; ///< of the operands
 };
 
 /// Every command, in the order in which the help lists them.
 std::span<const Command> allCommands();
+
+/// Null, if there is none of this name.
+const Command* commandByName(const QString& name);
+
+/// Reports that there is no command of this name, and suggests one that is spelled much like it.
+void reportUnknownCommand(const QString& name);
+
+/// Prints the help of the program, with all commands.
+void showProgramHelp();
 
 /// The options that every command has.
 std::span<const Option> commonOptions();
@@ -53,6 +63,7 @@ int runMerge(const Command& self, const QStringList& arguments);
 int runIdentity(const Command& self, const QStringList& arguments);
 int runApply(const Command& self, const QStringList& arguments);
 int runPicture(const Command& self, const QStringList& arguments);
+int runHelp(const Command& self, const QStringList& arguments);
 
 /// The command line of one command.
 class CommandLine {

@@ -69,7 +69,12 @@ constexpr std::array commands = {
             .summary = "Draw a picture of a table",
             .run = runPicture,
             .options = {inputOptionList, strict, force},
-            .toolkit = Toolkit::Fonts}};
+            .toolkit = Toolkit::Fonts},
+    Command{.name = "help",
+            .operands = "[COMMAND]",
+            .summary = "List the commands, or show the help of one",
+            .run = runHelp,
+            .completion = Completion::Commands}};
 
 } // namespace
 

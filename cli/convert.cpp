@@ -4,6 +4,7 @@
 #include "cli/input.h"
 #include "cli/output.h"
 #include "cli/report.h"
+#include "lut/words.h"
 
 #include <QDir>
 #include <QElapsedTimer>
@@ -151,7 +152,9 @@ int convertBatch(const cli::CommandLine& line, Conversion conversion, const QStr
     const std::vector<Job> jobs = batchJobs(inputs, folder, *conversion.to);
     const int failed = inputs.size() - runAll(conversion, jobs, threads);
     if (failed > 0) {
-        cli::report(QStringLiteral("%1 of %2 files failed").arg(failed).arg(inputs.size()));
+        cli::report(QStringLiteral("%1 of %2 failed")
+                        .arg(failed)
+                        .arg(tintwell::counted(inputs.size(), "file", "files")));
     }
     return failed == 0 ? cli::Done : cli::Failed;
 }

@@ -3,6 +3,7 @@
 #include "calc/look_up_image.h"
 #include "cli/image_thread.h"
 #include "cli/report.h"
+#include "cli/words.h"
 #include "lut/image_file.h"
 
 #include <QFileInfo>
@@ -20,6 +21,16 @@ constexpr std::int64_t MaxPixels = std::int64_t{1} << 29;
 QImage refuse(const QString& path, const QString& why) {
     cli::reportFile(path, why);
     return {};
+}
+
+/// Why no image of any type can be written to the target.
+QString unsuitable(const cli::ImageJob& job) {
+    if (QFileInfo(job.target.path).isDir()) {
+        return cli::isFolder();
+    }
+    return QStringLiteral("found the extension \"%1\", expected one of %2")
+        .arg(QString::fromLatin1(job.type),
+             QString::fromLatin1(QImageWriter::supportedImageFormats().join(' ')));
 }
 
 /// Notes what the file just written at \a place does not hold.
@@ -49,11 +60,12 @@ std::optional<int> cli::beginImageJob(CommandLine& line, const QStringList& argu
     }
     job.target = {line.operands().last(), line.isSet("force")};
     job.type = QFileInfo(job.target.path).suffix().toLower().toLatin1();
-    const QList<QByteArray> types = QImageWriter::supportedImageFormats();
-    if (!types.contains(job.type)) {
-        return line.wrong(QStringLiteral("%1: found the extension \"%2\", expected one of %3")
-                              .arg(job.target.path, QString::fromLatin1(job.type),
-                                   QString::fromLatin1(types.join(' '))));
+    if (const QString missing = tintwell::missingPackage(job.type); !missing.isEmpty()) {
+        reportFile(job.target.path, missing);
+        return Failed;
+    }
+    if (!QImageWriter::supportedImageFormats().contains(job.type)) {
+        return line.wrong(job.target.path + QStringLiteral(": ") + unsuitable(job));
     }
     job.notes = Notes(line.isSet("strict"));
     if (!loadTable(*input, line.operands().first(), job.table, job.notes)) {
@@ -71,6 +83,9 @@ int cli::doImageWork(const QString& path, const std::function<bool()>& work) {
 }
 
 QImage cli::loadImage(const QString& path) {
+    if (const QString problem = standardInput(path); !problem.isEmpty()) {
+        return refuse(path, problem);
+    }
     const tintwell::ImageFile image =
         tintwell::readImage(path, MaxPixels, tintwell::Orientation::Upright);
     if (!image.error.isEmpty()) {

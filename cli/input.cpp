@@ -58,13 +58,21 @@ std::optional<Input> inputOptions(const CommandLine& line) {
     return input;
 }
 
+QString standardInput(const QString& path) {
+    return path == QLatin1String("-") ? QStringLiteral("standard input is not read") : QString();
+}
+
 const Format* formatOfInput(const Input& input, const QString& path, QString& problem) {
+    problem = standardInput(path);
+    if (!problem.isEmpty()) {
+        return nullptr;
+    }
     if (input.format != nullptr) {
         return input.format;
     }
     const std::vector<const Format*> formats = tintwell::formatsByExtension(path);
     if (formats.empty()) {
-        problem = unknownExtension(path) + QStringLiteral(", or --from");
+        problem = unknownExtension(path, "--from");
         return nullptr;
     }
     const auto fits = [&path](const Format* format) {

@@ -45,6 +45,9 @@ inline constexpr Option strictOption = {"strict", nullptr,
 /// None, with wrong usage reported, if an option's value is not valid.
 std::optional<Input> inputOptions(const CommandLine& line);
 
+/// Why the path cannot be read if it is "-", which no command reads; else empty.
+QString standardInput(const QString& path);
+
 /// The format of a file to read: from --from or from its extension and, if that leaves a choice,
 /// its content. Null, with the reason in \a problem, if these do not decide.
 const tintwell::Format* formatOfInput(const Input& input, const QString& path, QString& problem);

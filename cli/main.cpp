@@ -9,7 +9,6 @@
 #include <QLoggingCategory>
 #include <QTextCodec>
 
-#include <algorithm>
 #include <clocale>
 #include <cstdio>
 #include <cstdlib>
@@ -26,37 +25,20 @@ namespace {
 using cli::Command;
 using cli::Toolkit;
 
-const Command* commandOf(const QString& name) {
-    const std::span<const Command> commands = cli::allCommands();
-    const auto found = std::find_if(commands.begin(), commands.end(), [&](const Command& command) {
-        return name == QLatin1String(command.name);
-    });
-    return found != commands.end() ? &*found : nullptr;
-}
-
-void showHelp() {
-    std::puts("Usage: tintwell-cli COMMAND [options] ...\n"
-              "Convert colour look-up tables.\n\n"
-              "Commands:");
-    for (const Command& command : cli::allCommands()) {
-        std::printf("  %-9s %-22s  %s.\n", command.name, command.operands, command.summary);
-    }
-    std::puts("\ntintwell-cli COMMAND --help lists the options of a command.\n"
-              "tintwell-cli --version prints the version.\n"
-              "Exit status: 0 success, 1 failure, 2 wrong usage.");
-}
-
 int runWithoutCommand(const QString& word) {
     if (word == QLatin1String("--help") || word == QLatin1String("-h")) {
-        showHelp();
+        cli::showProgramHelp();
         return cli::finishOutput();
     }
-    if (word == QLatin1String("--version")) {
+    if (word == QLatin1String("--version") || word == QLatin1String("-V")) {
         std::puts("tintwell-cli " TINTWELL_VERSION);
         return cli::finishOutput();
     }
-    cli::report(word.isEmpty() ? QStringLiteral("no command given")
-                               : QStringLiteral("unknown command \"%1\"").arg(word));
+    if (word.isEmpty()) {
+        cli::report(QStringLiteral("no command given"));
+    } else {
+        cli::reportUnknownCommand(word);
+    }
     cli::report(QStringLiteral("see tintwell-cli --help"));
     return cli::Usage;
 }
@@ -81,7 +63,8 @@ void printMessage(QtMsgType type, const QMessageLogContext& context, const QStri
 int runCommand(int argc, char* argv[]) {
     qInstallMessageHandler(printMessage);
     QLoggingCategory::setFilterRules(QStringLiteral("*=false")); // Qt's warnings, too
-    const Command* const command = argc > 1 ? commandOf(QString::fromLocal8Bit(argv[1])) : nullptr;
+    const Command* const command =
+        argc > 1 ? cli::commandByName(QString::fromLocal8Bit(argv[1])) : nullptr;
     const auto app =
         makeApplication(command != nullptr ? command->toolkit : Toolkit::Core, argc, argv);
     std::setlocale(LC_MESSAGES, "C"); // system error texts appear within English messages

@@ -9,8 +9,6 @@
 #include "cli/words.h"
 #include "lut/words.h"
 
-#include <QFileInfo>
-
 #include <algorithm>
 #include <limits>
 #include <vector>
@@ -173,9 +171,7 @@ QString namesOf(const std::vector<const Format*>& formats) {
 const Format* choice(const std::vector<const Format*>& formats, const Format* from,
                      const QString& path, QString& problem) {
     if (formats.empty()) {
-        problem = path + QStringLiteral(": ") +
-                  (QFileInfo(path).isDir() ? QStringLiteral("is a folder, expected a file")
-                                           : unknownExtension(path) + QStringLiteral(", or --to"));
+        problem = path + QStringLiteral(": ") + unknownExtension(path, "--to");
         return nullptr;
     }
     if (formats.front()->write == nullptr) {

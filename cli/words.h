@@ -15,6 +15,8 @@ QString entriesText(int size);
 QString sizeText(tintwell::TableKind kind, int size);
 
 QString unknownFormat(const QString& name);
-QString unknownExtension(const QString& path);
+/// Why no format follows from the path. \a option would name one.
+QString unknownExtension(const QString& path, const char* option);
+QString isFolder();
 
 } // namespace cli

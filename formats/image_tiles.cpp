@@ -48,6 +48,22 @@ ImageFile readTiles(const QString& path) {
     return readImage(path, largest * largest * largest, Orientation::Stored);
 }
 
+int tilesPerSide(const QSize& texture) {
+    if (texture.width() != texture.height()) {
+        return 0;
+    }
+    switch (texture.width()) {
+    case 64:
+        return 4;
+    case 512:
+        return 8;
+    case 4096:
+        return 16;
+    default:
+        return 0;
+    }
+}
+
 bool failWithImage(Read_LUTFile& lut, const ImageFile& image, const char* expected) {
     if (!image.error.isEmpty()) {
         return lut.fail(image.error);

@@ -2,6 +2,7 @@
 
 #include "lut/image_file.h"
 
+#include <QSize>
 #include <QString>
 
 class Read_LUTFile;
@@ -11,6 +12,9 @@ namespace tintwell {
 /// Reads an image that may hold a 3D table as square tiles. An image with more pixels than the
 /// largest lattice has points is not decoded.
 ImageFile readTiles(const QString& path);
+
+/// Tiles per row and per column of a texture image; 0 if an image of this size is not one.
+int tilesPerSide(const QSize& texture);
 
 /// Sets the container's `lastError` to the image's size and the \a expected one. Returns false,
 /// which the reader returns in turn.

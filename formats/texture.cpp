@@ -14,30 +14,9 @@
 #include "lut/format_code.h"
 #include "lut/read_lutfile.h"
 
-namespace {
-
-/// Tiles per row and per column; 0 if the image is not a texture.
-int tilesPerRow(const QSize& image) {
-    if (image.width() != image.height()) {
-        return 0;
-    }
-    switch (image.width()) {
-    case 64:
-        return 4;
-    case 512:
-        return 8;
-    case 4096:
-        return 16;
-    default:
-        return 0;
-    }
-}
-
-} // namespace
-
 bool Read_LUTFile::Read_Texture(QString path, bool probe) {
     const tintwell::ImageFile image = tintwell::readTiles(path);
-    const int tiles = tilesPerRow(image.size);
+    const int tiles = tintwell::tilesPerSide(image.size);
     if (tiles == 0) {
         return failWithImage(*this, image, "64 x 64, 512 x 512 or 4096 x 4096");
     }

@@ -15,7 +15,12 @@ bool Read_LUTFile::Read_IUC(QString path, bool probe) {
     const tintwell::ImageFile image = tintwell::readTiles(path);
     const qint64 height = image.size.height();
     if (image.size.width() != height * height) {
-        return failWithImage(*this, image, "a width of the height squared");
+        // Images of no known layout end up here; a texture only if it is read as this format.
+        const bool isTexture = tintwell::tilesPerSide(image.size) > 0;
+        return failWithImage(*this, image,
+                             isTexture ? "a width of the height squared"
+                                       : "a width of the height squared, or a square of 64, 512 or "
+                                         "4096; HaldCLUTs are another layout");
     }
     setSize3D(image.size.height());
     applyDefaultOrders(tintwell::FormatCode::UnwrappedCube);

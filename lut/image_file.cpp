@@ -28,8 +28,8 @@ QByteArray typeOf(QBuffer& content) {
     return {};
 }
 
-/// A file that remembers a failed write. Image writers do not check all of theirs, and a later one
-/// may succeed.
+/// A file that remembers a failed write, and takes the rest without writing it. Image writers do
+/// not check all of their writes, and some libraries print a line of their own when one fails.
 class WatchedFile : public QFile {
 public:
     using QFile::QFile;
@@ -39,15 +39,15 @@ public:
 protected:
     qint64 writeData(const char* data, qint64 size) override {
         qint64 written = 0;
-        while (written < size) {
+        while (written < size && m_failure.isEmpty()) {
             const qint64 count = QFile::writeData(data + written, size - written);
-            if (count <= 0) {
+            if (count > 0) {
+                written += count;
+            } else {
                 m_failure = errorString();
-                return -1;
             }
-            written += count;
         }
-        return written;
+        return size;
     }
 
 private:
@@ -58,7 +58,25 @@ ImageFile noImage(const QString& error) {
     return {QSize(0, 0), QImage(), error};
 }
 
+bool isTiff(const QByteArray& content) {
+    return content.startsWith(QByteArray("II*\0", 4)) || content.startsWith(QByteArray("MM\0*", 4));
+}
+
+QString unknownType(const QByteArray& content) {
+    const QString missing = isTiff(content) ? missingPackage("tiff") : QString();
+    return !missing.isEmpty() ? missing
+                              : QStringLiteral("is not an image of a known type (%1)")
+                                    .arg(QLatin1String(imageExtensions));
+}
+
 } // namespace
+
+QString missingPackage(const QByteArray& type) {
+    return (type == "tif" || type == "tiff") &&
+                   !QImageWriter::supportedImageFormats().contains(type)
+               ? QStringLiteral("TIFF images need the package qt5-image-formats-plugins")
+               : QString();
+}
 
 ImageFile readImage(const QString& path, std::int64_t mostPixels, Orientation orientation) {
     QString error;
@@ -70,8 +88,7 @@ ImageFile readImage(const QString& path, std::int64_t mostPixels, Orientation or
     buffer.open(QIODevice::ReadOnly);
     const QByteArray type = typeOf(buffer);
     if (type.isEmpty()) {
-        return noImage(QStringLiteral("is not an image of a known type (%1)")
-                           .arg(QLatin1String(imageExtensions)));
+        return noImage(unknownType(*content));
     }
     QImageReader reader(&buffer, type);
     reader.setAutoDetectImageFormat(false);
@@ -94,7 +111,8 @@ bool isDeep(QImage::Format format) {
 
 QString writeImage(const QString& path, const QByteArray& type, const QImage& image) {
     WatchedFile file(path);
-    if (!file.open(QIODevice::WriteOnly)) {
+    // A buffer would hide the reason if the disk is full: part of it is written, without an error.
+    if (!file.open(QIODevice::WriteOnly | QIODevice::Unbuffered)) {
         return file.errorString();
     }
     QImageWriter writer(&file, type);
@@ -102,11 +120,7 @@ QString writeImage(const QString& path, const QByteArray& type, const QImage& im
         writer.setQuality(95); // Qt's default shows bands in gradients
     }
     const bool written = writer.write(image);
-    const bool flushed = file.flush();
-    return !file.failure().isEmpty() ? file.failure()
-           : !flushed                ? file.errorString()
-           : !written                ? writer.errorString()
-                                     : QString();
+    return !file.failure().isEmpty() ? file.failure() : !written ? writer.errorString() : QString();
 }
 
 } // namespace tintwell

@@ -28,6 +28,10 @@ ImageFile readImage(const QString& path, std::int64_t mostPixels, Orientation or
 /// Whether an image has more than 8 bits per channel.
 bool isDeep(QImage::Format format);
 
+/// Names the package with the toolkit's plug-in for a type, by Qt's name, if it is not installed;
+/// empty for types that need none.
+QString missingPackage(const QByteArray& type);
+
 /// Writes an image; \a type is Qt's name for its type. Returns what went wrong; empty on success.
 QString writeImage(const QString& path, const QByteArray& type, const QImage& image);
 

@@ -2,9 +2,12 @@
 
 namespace tintwell {
 
+QString counted(std::int64_t count, const char* one, const char* several) {
+    return QStringLiteral("%1 %2").arg(count).arg(QLatin1String(count == 1 ? one : several));
+}
+
 QString counted(std::int64_t count, const char* noun) {
-    return QStringLiteral("%1 %2%3").arg(count).arg(QLatin1String(noun),
-                                                    count == 1 ? QString() : QStringLiteral("s"));
+    return counted(count, noun, QByteArray(noun).append('s').constData());
 }
 
 QString formatted(float value) {

@@ -9,6 +9,8 @@ namespace tintwell {
 
 // Numbers in messages.
 
+/// "1 entry" or "3 entries".
+QString counted(std::int64_t count, const char* one, const char* several);
 /// "1 sample" or "3 samples": a noun with a regular plural.
 QString counted(std::int64_t count, const char* noun);
 

@@ -96,6 +96,15 @@ QString bashWords(const Command& command) {
     return words + QStringLiteral("' ;;\n");
 }
 
+/// The completion of operands other than files.
+QString bashOperands(const Command& command) {
+    return command.completion == Completion::Commands
+               ? QStringLiteral("        %1) mapfile -t COMPREPLY < <(compgen -W \"$commands\" -- "
+                                "\"$current\") ;;\n")
+                     .arg(QLatin1String(command.name))
+               : QString();
+}
+
 QString bashCompletion() {
     QString text =
         QStringLiteral(R"(# Completion of tintwell-cli for bash. Made by scripts/generate.
@@ -104,10 +113,11 @@ _tintwell_cli() {
     local current=${COMP_WORDS[COMP_CWORD]} previous=${COMP_WORDS[COMP_CWORD - 1]} words=
     local formats='%1'
     local orders='%2'
+    local commands='%3'
 
     COMPREPLY=()
     if [ "$COMP_CWORD" -eq 1 ]; then
-        words='%3 --help --version'
+        words="$commands --help --version"
         mapfile -t COMPREPLY < <(compgen -W "$words" -- "$current")
         return
     fi
@@ -120,7 +130,13 @@ _tintwell_cli() {
     text += QStringLiteral("    %1) return ;;\n").arg(pattern(Completion::Nothing));
     text += QStringLiteral(R"(    esac
     if [[ $current != -* ]]; then
-        mapfile -t COMPREPLY < <(compgen -f -- "$current")
+        case ${COMP_WORDS[1]} in
+)");
+    for (const Command& command : cli::allCommands()) {
+        text += bashOperands(command);
+    }
+    text += QStringLiteral(R"(        *) mapfile -t COMPREPLY < <(compgen -f -- "$current") ;;
+        esac
         return
     fi
     case ${COMP_WORDS[1]} in
@@ -154,6 +170,10 @@ QString zshAction(Completion completion) {
         return QStringLiteral("($orders)");
     case Completion::Folders:
         return QStringLiteral("_files -/");
+    case Completion::Files:
+        return QStringLiteral("_files");
+    case Completion::Commands:
+        return QStringLiteral("(%1)").arg(commandNames());
     case Completion::Nothing:
         break;
     }
@@ -176,7 +196,10 @@ QString zshCommand(const Command& command) {
         text += QStringLiteral(" \\\n            ") + zshOption(*option);
     }
     if (*command.operands != '\0') {
-        text += QStringLiteral(" \\\n            '*:file:_files'");
+        text +=
+            QStringLiteral(" \\\n            '*:%1:%2'")
+                .arg(QLatin1String(command.completion == Completion::Files ? "file" : "command"),
+                     zshAction(command.completion));
     }
     return text + QStringLiteral("\n        ;;\n");
 }
@@ -201,7 +224,8 @@ _tintwell-cli() {
 
     if ((CURRENT == 2)); then
         _describe command commands
-        _arguments '--help[show the help]' '--version[show the version]'
+        _arguments '(-h --help)'{-h,--help}'[show the help]' \
+            '(-V --version)'{-V,--version}'[show the version]'
         return
     fi
     local command=${words[2]}

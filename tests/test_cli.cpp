@@ -53,9 +53,11 @@ struct Run {
 constexpr Run runs[] = {
     {"", 2, "no command given"},
     {"- look.cube", 2, "unknown command \"-\""},
-    {"--help", 0, "",
+    {"help", 0, "",
      "\n  convert   IN OUT                  Convert tables to another format, size or order.\n"},
-    {"--version", 0, "", "tintwell-cli 0.1.0\n"},
+    {"-V", 0, "", "tintwell-cli 0.1.0\n"},
+    {"help info", 0, "", "Usage: tintwell-cli info [options] FILE...\n"},
+    {"help covnert", 2, "unknown command \"covnert\"; did you mean convert?"},
     {"convert -h", 0, "",
      "Usage: tintwell-cli convert [options] IN OUT\n"
      "       tintwell-cli convert [options] --to FORMAT --output-directory DIR IN...\n"
@@ -63,7 +65,7 @@ constexpr Run runs[] = {
     {"formats", 0, "", "\n   3  3dl        3D    yes    no      3dl                        .3dl\n"},
     {"info --colour look.cube", 2, "Unknown option 'colour'."},
     {"info", 2, "found 0 operands, expected FILE..."},
-    {"identity a b", 2, "found 2 operands, expected OUT"},
+    {"formats a", 2, "found 1 operand, expected none"},
     {"merge a b c d", 2, "found 4 operands, expected FIRST SECOND OUT"},
     {"convert look.cube o.cube --to 99", 2, "unknown format \"99\" (see tintwell-cli formats)"},
     {"convert look.cube --output-directory o", 2, "--output-directory needs --to"},
@@ -71,7 +73,10 @@ constexpr Run runs[] = {
 
     // Input
     {"info none.cube", 1, "none.cube: No such file or directory"},
-    {"info --from cube .", 1, ".: is a folder, expected a file"},
+    {"info .", 1, ".: is a folder, expected a file"},
+    {"info --from cube -", 1, "-: standard input is not read"},
+    {"info deep.png", 1,
+     "deep.png: found an image of 2 x 2 pixels, expected a width of the height squared, or a"},
     {"info short.cube", 1, "short.cube:7: the file ends after 6 samples, expected 8"},
     {"info empty.cube", 1, "empty.cube: found no table, expected .cube"},
     {"info never.cub", 1, "never.cub:2: found \"# oDims 2\", expected three dimensions"},
@@ -233,6 +238,8 @@ constexpr Run runs[] = {
     // Images
     {"apply look.cube noise.png o.png", 1, "noise.png: is not an image of a known type"},
     {"apply short.cube good.png o.png", 1, "short.cube:7: the file ends"},
+    {"apply look.cube - o.png", 1, "-: standard input is not read"},
+    {"apply look.cube good.png .", 2, ".: is a folder, expected a file"},
     {"apply look.cube good.png no/o.png", 1, "no/o.png: not written: No such file"},
     {"apply look.cube good.png good.png", 1, "good.png: exists already"},
     {"apply look.cube good.png o.txt", 2, "o.txt: found the extension \"txt\", expected one of"},
@@ -364,6 +371,7 @@ private Q_SLOTS:
         check(
             {"", 1, "short.cube:7: the file ends after 6 samples, expected 8|1 of 3 files failed"},
             run(convert + "--jobs 4 short.cube look.cube data/sample.itx"));
+        check({"", 1, "none.cube: No such file|1 of 1 file failed"}, run(convert + "none.cube"));
         check({"", 0, "mesh.cube: note: the 3D table has a single point"},
               run(convert + "--jobs 2 look.cube mesh.cube"));
         check({"", 1, "look.cube: another input is already written to look.spi3d|1 of 2 files "},

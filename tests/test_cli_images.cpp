@@ -7,6 +7,7 @@
 
 #include <QGuiApplication>
 #include <QImage>
+#include <QImageWriter>
 
 #include <algorithm>
 #include <array>
@@ -99,6 +100,15 @@ private Q_SLOTS:
                     QCOMPARE(words(result, n % 61, n / 61), expected);
                 }
             }
+        }
+    }
+
+    void namesThePackageForTiff() {
+        const bool missing = !QImageWriter::supportedImageFormats().contains("tiff");
+        m_folder.file("a.png", QByteArray("II*\0", 4));
+        for (const QString line :
+             {"info a.png", "apply 13.spi3d a.png o.png", "picture 13.spi3d o.tif"}) {
+            QCOMPARE(run(line).errors.contains("need the package qt5-image-formats"), missing);
         }
     }
 

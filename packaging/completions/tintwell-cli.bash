@@ -4,10 +4,11 @@ _tintwell_cli() {
     local current=${COMP_WORDS[COMP_CWORD]} previous=${COMP_WORDS[COMP_CWORD - 1]} words=
     local formats='cube texture unwrapped 3dl mga look discreet lut davlut csp cub itx spi1d spi3d csv nvx1d nvx3d'
     local orders='rgb bgr red-fastest blue-fastest rgb,red-fastest rgb,blue-fastest bgr,red-fastest bgr,blue-fastest'
+    local commands='formats info check convert merge identity apply picture help'
 
     COMPREPLY=()
     if [ "$COMP_CWORD" -eq 1 ]; then
-        words='formats info convert merge identity apply picture --help --version'
+        words="$commands --help --version"
         mapfile -t COMPREPLY < <(compgen -W "$words" -- "$current")
         return
     fi
@@ -27,17 +28,22 @@ _tintwell_cli() {
     --size | --scale | --jobs) return ;;
     esac
     if [[ $current != -* ]]; then
-        mapfile -t COMPREPLY < <(compgen -f -- "$current")
+        case ${COMP_WORDS[1]} in
+        help) mapfile -t COMPREPLY < <(compgen -W "$commands" -- "$current") ;;
+        *) mapfile -t COMPREPLY < <(compgen -f -- "$current") ;;
+        esac
         return
     fi
     case ${COMP_WORDS[1]} in
     formats) words='--help --verbose --json' ;;
-    info) words='--help --verbose --from --in-order --json' ;;
-    convert) words='--help --verbose --from --in-order --to --size --out-order --scale --force --output-directory --jobs' ;;
-    merge) words='--help --verbose --from --in-order --to --size --out-order --scale --force' ;;
-    identity) words='--help --verbose --to --size --out-order --scale --force' ;;
-    apply) words='--help --verbose --from --in-order --force' ;;
-    picture) words='--help --verbose --from --in-order --force' ;;
+    info) words='--help --verbose --from --in-order --strict --json' ;;
+    check) words='--help --verbose --from --in-order --json' ;;
+    convert) words='--help --verbose --from --in-order --strict --to --size --out-order --scale --verify --force --output-directory --jobs' ;;
+    merge) words='--help --verbose --from --in-order --strict --to --size --out-order --scale --verify --force' ;;
+    identity) words='--help --verbose --to --size --out-order --scale --verify --force' ;;
+    apply) words='--help --verbose --from --in-order --strict --force' ;;
+    picture) words='--help --verbose --from --in-order --strict --force' ;;
+    help) words='--help --verbose' ;;
     esac
     mapfile -t COMPREPLY < <(compgen -W "$words" -- "$current")
 }
