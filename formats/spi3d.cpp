@@ -16,6 +16,8 @@
 #include "lut/read_lutfile.h"
 #include "lut/write_lutfile.h"
 
+#include <algorithm>
+#include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <string_view>
@@ -93,29 +95,41 @@ struct PlacedSample {
     }
 };
 
-/// The points of a lattice that have a line.
+/// The points of a lattice that have a line. Most files name all of them in order.
 class Points {
 public:
-    explicit Points(std::int64_t size)
-        : m_size(size), m_hasLine(static_cast<std::size_t>(size * size * size)) {}
+    explicit Points(std::int64_t size) : m_size(size) {}
 
     /// False if the point has a line already.
     bool add(const PlacedSample& sample) {
         const std::int64_t place = (sample.i * m_size + sample.j) * m_size + sample.k;
-        std::vector<bool>::reference point = m_hasLine[static_cast<std::size_t>(place)];
-        const bool isNew = !point;
-        point = true;
-        m_count += isNew ? 1 : 0;
-        return isNew;
+        if (place == m_count && m_hasLine.empty()) {
+            ++m_count;
+            return true;
+        }
+        return addOutOfOrder(static_cast<std::size_t>(place));
     }
 
     std::int64_t count() const { return m_count; }
     std::int64_t all() const { return m_size * m_size * m_size; }
 
 private:
+    bool addOutOfOrder(std::size_t place) {
+        if (m_hasLine.empty()) {
+            m_hasLine.resize(static_cast<std::size_t>(all()));
+            std::fill_n(m_hasLine.begin(), m_count, true);
+        }
+        if (m_hasLine[place]) {
+            return false;
+        }
+        m_hasLine[place] = true;
+        ++m_count;
+        return true;
+    }
+
     std::int64_t m_size;
     std::int64_t m_count = 0;
-    std::vector<bool> m_hasLine;
+    std::vector<bool> m_hasLine; ///< empty as long as the lines are in order
 };
 
 /// Reads the samples, each to its place.

@@ -25,7 +25,8 @@ struct OddNumbers {
     float largest = 0;          ///< of those
     std::int64_t nonFinite = 0; ///< NaN and infinities
 
-    void count(const float (&sample)[3], const float* min, const float* max);
+    /// Clamps and divides a number for storing, and counts it if it is odd.
+    float normalised(float value, float min, float max);
 };
 
 } // namespace tintwell
@@ -158,16 +159,6 @@ public:
     void remarkUnfilled(const QString& why);
 
 private:
-    static bool isInside(const float (&sample)[3], const float* min, const float* max) {
-        // One branch for the whole sample: this is the innermost loop of every reader.
-        return static_cast<unsigned>(sample[0] >= min[0]) &
-               static_cast<unsigned>(sample[0] <= max[0]) &
-               static_cast<unsigned>(sample[1] >= min[1]) &
-               static_cast<unsigned>(sample[1] <= max[1]) &
-               static_cast<unsigned>(sample[2] >= min[2]) &
-               static_cast<unsigned>(sample[2] <= max[2]);
-    }
-
     /// Adds the remarks on the domain and the samples of a table that has been read.
     void remarkOnTable(const tintwell::Format& format, tintwell::TableKind kind);
 
@@ -193,16 +184,22 @@ private:
 
 namespace tintwell {
 
-/// Clamps to [min, max] and divides by the width. NaN stays NaN.
-inline float normalised(float value, float min, float max) {
-    const float clamped = min > value ? min : (value > max ? max : value);
-    return clamped / (max - min);
-}
-
 inline void fillCell(float* cell, bool rgb, float r, float g, float b) {
     cell[0] = rgb ? r : b;
     cell[1] = g;
     cell[2] = rgb ? b : r;
+}
+
+/// The store of both kinds of table, and the innermost loop of every reader: what lies inside the
+/// domain, as nearly all does, is only divided.
+inline void storeSample(float* cell, bool rgb, float r, float g, float b, const float* min,
+                        const float* max, OddNumbers& odd) {
+    if (r >= min[0] && r <= max[0] && g >= min[1] && g <= max[1] && b >= min[2] && b <= max[2]) {
+        fillCell(cell, rgb, r / (max[0] - min[0]), g / (max[1] - min[1]), b / (max[2] - min[2]));
+    } else {
+        fillCell(cell, rgb, odd.normalised(r, min[0], max[0]), odd.normalised(g, min[1], max[1]),
+                 odd.normalised(b, min[2], max[2]));
+    }
 }
 
 } // namespace tintwell
@@ -210,22 +207,10 @@ inline void fillCell(float* cell, bool rgb, float r, float g, float b) {
 inline void Read_LUTFile::White3D(int i, int j, int k, float r, float g, float b, const float* min,
                                   const float* max) {
     float* const cell = tableOrder ? data3D[i][j][k] : data3D[k][j][i];
-    const float sample[] = {r, g, b};
-    if (!isInside(sample, min, max)) {
-        m_odd3D.count(sample, min, max);
-    }
-    tintwell::fillCell(cell, dataOrder, tintwell::normalised(r, min[0], max[0]),
-                       tintwell::normalised(g, min[1], max[1]),
-                       tintwell::normalised(b, min[2], max[2]));
+    tintwell::storeSample(cell, dataOrder, r, g, b, min, max, m_odd3D);
 }
 
 inline void Read_LUTFile::White1D(int i, float r, float g, float b, const float* min,
                                   const float* max) {
-    const float sample[] = {r, g, b};
-    if (!isInside(sample, min, max)) {
-        m_odd1D.count(sample, min, max);
-    }
-    tintwell::fillCell(data1D[i], dataOrder == tableOrder, tintwell::normalised(r, min[0], max[0]),
-                       tintwell::normalised(g, min[1], max[1]),
-                       tintwell::normalised(b, min[2], max[2]));
+    tintwell::storeSample(data1D[i], dataOrder == tableOrder, r, g, b, min, max, m_odd1D);
 }

@@ -135,17 +135,16 @@ QString constantText(TableKind kind, const float* cell) {
 
 } // namespace
 
-void OddNumbers::count(const float (&sample)[3], const float* min, const float* max) {
-    for (int c = 0; c < 3; ++c) {
-        const float value = sample[c];
-        if (!std::isfinite(value)) {
-            ++nonFinite;
-        } else if (min[c] > value || value > max[c]) {
-            least = clamped == 0 ? value : std::min(least, value);
-            largest = clamped == 0 ? value : std::max(largest, value);
-            ++clamped;
-        }
+float OddNumbers::normalised(float value, float min, float max) {
+    const float clampedValue = min > value ? min : (value > max ? max : value); // NaN stays NaN
+    if (!std::isfinite(value)) {
+        ++nonFinite;
+    } else if (clampedValue != value) {
+        least = clamped == 0 ? value : std::min(least, value);
+        largest = clamped == 0 ? value : std::max(largest, value);
+        ++clamped;
     }
+    return clampedValue / (max - min);
 }
 
 void Read_LUTFile::remarkMissing(std::int64_t found, std::int64_t expected) {

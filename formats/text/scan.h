@@ -118,8 +118,10 @@ inline const char* parse(const char* at, const char* /*first*/, const char* end,
 /// input in the C locale reads "%d", "%ld", "%f" and "%lf" for int, long, float and double: signs,
 /// exponents, hexadecimal floats, inf and nan, out-of-range values, a NUL as the end. Returns how
 /// many were converted; variables from the first failure on keep their values.
+///
+/// Always inlined, because in the loops over samples the numbers must stay in registers.
 template <typename... Values>
-int scan(std::string_view line, Values&&... values) {
+[[gnu::always_inline]] inline int scan(std::string_view line, Values&&... values) {
     if constexpr ((std::is_floating_point_v<std::decay_t<Values>> && ...)) {
         if (detail::parseSixDecimalsEach(line, values...)) {
             return sizeof...(values);
