@@ -34,6 +34,7 @@ using tintwell::FillResult;
 using tintwell::latticeSizeOf;
 using tintwell::LineSource;
 using tintwell::removeAll;
+using tintwell::SampleLine;
 using tintwell::scan;
 using tintwell::Triple;
 
@@ -266,10 +267,10 @@ bool isPassedOver(std::string_view line, const CubeHeader& header) {
 }
 
 /// The result of scanning a line that may be a keyword.
-int foundIn(std::string_view line, int found) {
+SampleLine sampleOrKeyword(std::string_view line, int found) {
     return found == 0 && (isKeyword(line) || contains(line, "LUT_3D_INPUT_RANGE"))
-               ? tintwell::PassedOver
-               : found;
+               ? SampleLine::PassedOver
+               : tintwell::sampleLine(found, 3);
 }
 
 } // namespace
@@ -305,10 +306,11 @@ bool Read_LUTFile::Read_Cube(QString path, bool probe) {
     Triple<int> codes;
     const auto parseSample = [&](std::string_view line, Triple<float>& values) {
         if (isPassedOver(line, header)) {
-            return tintwell::PassedOver;
+            return SampleLine::PassedOver;
         }
-        return foundIn(line, meshHeader ? parseCodes(line, codes, header.meshScale(), values)
-                                        : values.scan(line));
+        return sampleOrKeyword(line, meshHeader
+                                         ? parseCodes(line, codes, header.meshScale(), values)
+                                         : values.scan(line));
     };
     const FillResult lattice = fillLattice(*this, lines, sample, parseSample);
     if (lattice != FillResult::Complete) {
@@ -320,7 +322,8 @@ bool Read_LUTFile::Read_Cube(QString path, bool probe) {
     }
 
     const auto parseEntry = [&](std::string_view line, Triple<float>& values) {
-        return isPassedOver(line, header) ? tintwell::PassedOver : foundIn(line, values.scan(line));
+        return isPassedOver(line, header) ? SampleLine::PassedOver
+                                          : sampleOrKeyword(line, values.scan(line));
     };
     const FillResult entries = fillCurve(*this, lines, sample, parseEntry);
     resetDomainMax1D();

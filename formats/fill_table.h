@@ -72,9 +72,9 @@ inline void tellFilled(Read_LUTFile& lut, const LineSource& lines, const BodyLin
     }
 }
 
-/// Fills the 3D table of `size3D` with the samples of \a numbers numbers for which
-/// \a scanSample(line, sample) returns more than zero: how many there are. On return, \a sample is
-/// the last one read. If the file ends early, `lastError` says so.
+/// Fills the 3D table of `size3D` with the samples that \a scanSample(line, sample) finds, which
+/// returns a SampleLine. A whole sample line has \a numbers numbers. On return, \a sample is the
+/// last one read. If the file ends early, `lastError` says so.
 template <typename Number, typename ScanSample>
 FillResult fillLattice(Read_LUTFile& lut, LineSource& lines, Triple<Number>& sample,
                        ScanSample&& scanSample, int numbers = 3) {

@@ -29,6 +29,7 @@
 
 using tintwell::LineSource;
 using tintwell::removeAll;
+using tintwell::SampleLine;
 using tintwell::scan;
 using tintwell::setDomain;
 using tintwell::startsWith;
@@ -116,18 +117,20 @@ std::string codesOf(std::int64_t scale) {
 /// Scans samples, whose running numbers place nothing, and collects those that are out of order.
 class NumberedSamples {
 public:
+    static constexpr int numbers = 4; ///< on a line
+
     explicit NumberedSamples(const LineSource& lines) : m_lines(lines) {}
 
-    int scan(std::string_view line, Triple<double>& sample) {
+    SampleLine scan(std::string_view line, Triple<double>& sample) {
         const int found = tintwell::scanWords(line, m_number, sample.r, sample.g, sample.b);
         if (found == 0) {
-            return 0;
+            return SampleLine::None;
         }
         if (m_number != m_expected) {
             m_outOfOrder.add(m_lines);
         }
         m_expected = m_number + 1;
-        return found;
+        return tintwell::sampleLine(found, numbers);
     }
 
     void tell(Read_LUTFile& lut) const {
@@ -156,12 +159,12 @@ bool Read_LUTFile::Read_Mga(QString path, bool probe) {
         resetDomainMax3D();
         return hasSize() || tintwell::failUnsized(*this, lines, "an \"in\" line");
     }
-    constexpr int numbers = 4;
     NumberedSamples samples(lines);
     const auto scanSample = [&](std::string_view line, Triple<double>& sample) {
         return samples.scan(line, sample);
     };
-    const bool filled = tintwell::readLattice(*this, lines, Triple<double>(), scanSample, numbers);
+    const bool filled =
+        tintwell::readLattice(*this, lines, Triple<double>(), scanSample, NumberedSamples::numbers);
     samples.tell(*this);
     return filled;
 }

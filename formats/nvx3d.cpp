@@ -44,9 +44,10 @@ bool Read_LUTFile::Read_NVX3D(QString path, bool probe) {
     tintwell::OddLines empty;
     tintwell::BodyLines body(lines, 3);
     const auto place = [&](std::string_view line, int i, int j, int k) {
-        if (const int found = sample.scan(line); found == 0) {
+        const tintwell::SampleLine kind = tintwell::scanNumbers(line, sample);
+        if (kind == tintwell::SampleLine::None) {
             empty.add(lines);
-        } else if (body.isSample(found)) {
+        } else if (body.isSample(kind)) {
             store3D(*this, i, j, k, sample);
         }
         return true;

@@ -34,20 +34,20 @@ void OddLines::tell(Read_LUTFile& lut, const QString& what) const {
     lut.remarks += remark;
 }
 
-bool BodyLines::isOddSample(int found) {
-    if (found > 0) {
+bool BodyLines::isOddSample(SampleLine line) {
+    if (line == SampleLine::Partial) {
         m_incomplete.add(m_lines);
-    } else if (found == 0) {
+    } else if (line == SampleLine::None) {
         m_unknown.addUnlessComment(m_lines.current(), m_lines);
     }
-    return found > 0;
+    return line == SampleLine::Partial;
 }
 
-void BodyLines::addSurplus(int found) {
-    if (found > 0) {
+void BodyLines::addSurplus(SampleLine line) {
+    if (line == SampleLine::Whole || line == SampleLine::Partial) {
         m_surplus.add(m_lines);
     } else {
-        isOddSample(found);
+        isOddSample(line);
     }
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "formats/text/line_source.h"
+#include "formats/text/triple.h"
 #include "lut/read_lutfile.h"
 
 #include <QString>
@@ -26,27 +27,23 @@ private:
     QString m_text;   ///< of the first line
 };
 
-/// What a scanner of samples returns for a line that holds no sample and is no loss: a keyword, or
-/// a comment. Otherwise it returns how many numbers of a sample the line begins with.
-inline constexpr int PassedOver = -1;
-
 /// Decides which lines of a body are samples, and collects those that are worth a remark.
 class BodyLines {
 public:
     /// A sample of the file \a lines has \a numbers numbers a line.
     BodyLines(const LineSource& lines, int numbers) : m_lines(lines), m_numbers(numbers) {}
 
-    /// Whether the line read last is a sample, \a found being what the scanner returned for it.
-    bool isSample(int found) { return found == m_numbers || isOddSample(found); }
-    /// Takes a line that comes after the last sample of the table.
-    void addSurplus(int found);
+    /// Whether the line read last, which turned out to be this, is a sample.
+    bool isSample(SampleLine line) { return line == SampleLine::Whole || isOddSample(line); }
+    /// Takes the line read last, which comes after the last sample of the table.
+    void addSurplus(SampleLine line);
     /// Adds the remarks on the lines so far.
     void tell(Read_LUTFile& lut) const;
     /// The same, the line read last being a sample, and typical for all of them.
     void tellWithLast(Read_LUTFile& lut) const;
 
 private:
-    bool isOddSample(int found);
+    bool isOddSample(SampleLine line);
 
     const LineSource& m_lines;
     int m_numbers;

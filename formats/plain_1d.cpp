@@ -18,6 +18,7 @@
 
 using tintwell::FillResult;
 using tintwell::LineSource;
+using tintwell::SampleLine;
 using tintwell::scan;
 using tintwell::startsWith;
 using tintwell::Triple;
@@ -37,12 +38,12 @@ bool Read_LUTFile::Read_1dLut(QString path, bool probe) {
     }
     double index = 0;
     Triple<double> sample;
+    constexpr int numbers = 4;
     const auto parseEntry = [&index](std::string_view line, Triple<double>& values) {
         return startsWith(line, "#") || startsWith(line, "Index")
-                   ? tintwell::PassedOver
-                   : scan(line, index, values.r, values.g, values.b);
+                   ? SampleLine::PassedOver
+                   : tintwell::sampleLine(scan(line, index, values.r, values.g, values.b), numbers);
     };
-    constexpr int numbers = 4;
     if (fillCurve(*this, lines, sample, parseEntry, numbers) == FillResult::EndedEarly) {
         return false;
     }

@@ -25,6 +25,7 @@
 using tintwell::FillResult;
 using tintwell::LineSource;
 using tintwell::removeAll;
+using tintwell::SampleLine;
 using tintwell::scan;
 using tintwell::startsWith;
 using tintwell::Triple;
@@ -83,23 +84,23 @@ void readHeader(LineSource& lines, Read_LUTFile& lut, int& components) {
     }
 }
 
-int parseSample(std::string_view line, int components, Triple<double>& sample) {
+SampleLine parseSample(std::string_view line, int components, Triple<double>& sample) {
     if (line == "}") {
-        return tintwell::PassedOver;
+        return SampleLine::PassedOver;
     }
     switch (components) {
     case 1:
         if (scan(line, sample.r) == 0) {
-            return 0;
+            return SampleLine::None;
         }
         sample.g = sample.b = sample.r;
-        return 1;
+        return SampleLine::Whole;
     case 2:
-        return scan(line, sample.r, sample.g);
+        return tintwell::sampleLine(scan(line, sample.r, sample.g), 2);
     case 3:
-        return sample.scan(line);
+        return tintwell::sampleLine(sample.scan(line), 3);
     default:
-        return 0;
+        return SampleLine::None;
     }
 }
 

@@ -26,6 +26,7 @@
 using tintwell::Completeness;
 using tintwell::LineSource;
 using tintwell::OddLines;
+using tintwell::SampleLine;
 using tintwell::scan;
 using tintwell::Triple;
 
@@ -85,8 +86,11 @@ struct PlacedSample {
     int k = 0;
     Triple<float> value;
 
-    int scan(std::string_view line) {
-        return tintwell::scan(line, i, j, k, value.r, value.g, value.b);
+    static constexpr int numbers = 6; ///< on a line
+
+    SampleLine scan(std::string_view line) {
+        return tintwell::sampleLine(tintwell::scan(line, i, j, k, value.r, value.g, value.b),
+                                    numbers);
     }
 
     bool isInside(int size) const {
@@ -134,8 +138,7 @@ private:
 
 /// Reads the samples, each to its place.
 void readSamples(LineSource& lines, Read_LUTFile& lut) {
-    constexpr int numbers = 6;
-    tintwell::BodyLines body(lines, numbers);
+    tintwell::BodyLines body(lines, PlacedSample::numbers);
     OddLines outside;
     OddLines repeated;
     Points points(lut.size3D);

@@ -34,6 +34,7 @@
 using tintwell::BodyLines;
 using tintwell::LineSource;
 using tintwell::removeAll;
+using tintwell::SampleLine;
 using tintwell::scan;
 using tintwell::setDomain;
 using tintwell::startsWith;
@@ -48,8 +49,8 @@ int scanSample(std::string_view line, Triple<double>& sample) {
 }
 
 /// For the second pass: the first has told of the odd lines.
-int rescanSample(std::string_view line, Triple<double>& sample) {
-    return scanSample(line, sample) > 0 ? 3 : tintwell::PassedOver;
+SampleLine rescanSample(std::string_view line, Triple<double>& sample) {
+    return scanSample(line, sample) > 0 ? SampleLine::Whole : SampleLine::PassedOver;
 }
 
 Triple<float> narrowed(const Triple<double>& sample) {
@@ -270,11 +271,11 @@ bool readHeader(LineSource& lines, bool probe, Read_LUTFile& lut, Header& header
             }
         } else if (const int found = probe ? 0 : samples.collect(line, isScaleKnown(lut));
                    found > 0) {
-            header.body.isSample(found);
+            header.body.isSample(tintwell::sampleLine(found, 3));
         } else if (const std::size_t count = wordCount(line); count > 1 && count != 3) {
             parseShaper(line, lines, lut, header);
         } else if (!startsWith(line, "LUT")) { // "LUT8" states the depth of the output
-            header.body.isSample(0);
+            header.body.isSample(SampleLine::None);
         }
     }
     if (!probe) {
