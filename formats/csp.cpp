@@ -66,7 +66,7 @@ bool readMetadata(LineSource& lines, Read_LUTFile& lut) {
             return true;
         }
         if (lut.title.size() < enough) {
-            lut.title += lines.currentText() + QLatin1Char(' ');
+            lut.title += lines.currentText(enough) + QLatin1Char(' ');
         }
     }
     return lut.fail(QStringLiteral("found no END METADATA line"));

@@ -59,26 +59,27 @@ LineKind kindOfSize(int size) {
 }
 
 /// A keyword without all its numbers leaves what it does not state as it was.
-LineKind checkNumbers(int found, int expected, const LineSource& lines, Read_LUTFile& lut) {
+LineKind checkNumbers(int found, int expected, const char* keyword, const LineSource& lines,
+                      Read_LUTFile& lut) {
     if (found < expected) {
         remarkOnLine(lut, lines,
-                     QStringLiteral("expected a keyword, one blank and %1: the rest is not set")
-                         .arg(tintwell::counted(expected, "number")));
+                     QStringLiteral("expected %1, one blank and %2: the rest is not set")
+                         .arg(QLatin1String(keyword), tintwell::counted(expected, "number")));
     }
     return LineKind::Keyword;
 }
 
-LineKind parseTriple(const LineSource& lines, std::string_view keyword, float (&channels)[3],
+LineKind parseTriple(const LineSource& lines, const char* keyword, float (&channels)[3],
                      Read_LUTFile& lut) {
-    const int found =
-        scan(removeAll(lines.current(), keyword), channels[0], channels[1], channels[2]);
-    return checkNumbers(found, 3, lines, lut);
+    const std::string text = removeAll(lines.current(), std::string(keyword) + ' ');
+    const int found = scan(text, channels[0], channels[1], channels[2]);
+    return checkNumbers(found, 3, keyword, lines, lut);
 }
 
 LineKind parseInputRange(const LineSource& lines, Read_LUTFile& lut) {
     const int found = tintwell::scanDomain(removeAll(lines.current(), "LUT_1D_INPUT_RANGE "),
                                            lut.domainMin1D, lut.domainMax1D);
-    return checkNumbers(found, 2, lines, lut);
+    return checkNumbers(found, 2, "LUT_1D_INPUT_RANGE", lines, lut);
 }
 
 /// Other programs state the inputs of a lattice so; here they are always those of DOMAIN_MIN and
@@ -92,13 +93,12 @@ void remarkOnInputRange(const LineSource& lines, Read_LUTFile& lut) {
     }
 }
 
-QString titleOf(std::string_view line) {
+QString titleIn(const LineSource& lines) {
     constexpr int enough = 100;
-    const std::string text = removeAll(line, "TITLE");
-    return QString::fromUtf8(text.data(), static_cast<int>(text.size()))
+    return lines.currentText(enough)
+        .remove(QStringLiteral("TITLE"))
         .remove(QLatin1Char('"'))
-        .trimmed()
-        .left(enough);
+        .trimmed();
 }
 
 LineKind parseMesh(std::string_view line, Read_LUTFile& lut, CubeHeader& header) {
@@ -118,9 +118,9 @@ LineKind parseSize1D(std::string_view line, Read_LUTFile& lut) {
     return kindOfSize(lut.size1D);
 }
 
-LineKind parseTitle(std::string_view line, Read_LUTFile& lut) {
+LineKind parseTitle(const LineSource& lines, Read_LUTFile& lut) {
     if (lut.title.isEmpty()) {
-        lut.title = titleOf(line);
+        lut.title = titleIn(lines);
     }
     return LineKind::Keyword;
 }
@@ -142,13 +142,13 @@ LineKind parseLine(std::string_view line, const LineSource& lines, Read_LUTFile&
         return parseSize3D(line, lut);
     }
     if (contains(line, "TITLE")) {
-        return parseTitle(line, lut);
+        return parseTitle(lines, lut);
     }
     if (contains(line, "DOMAIN_MIN")) {
-        return parseTriple(lines, "DOMAIN_MIN ", lut.domainMin3D, lut);
+        return parseTriple(lines, "DOMAIN_MIN", lut.domainMin3D, lut);
     }
     if (contains(line, "DOMAIN_MAX")) {
-        return parseTriple(lines, "DOMAIN_MAX ", lut.domainMax3D, lut);
+        return parseTriple(lines, "DOMAIN_MAX", lut.domainMax3D, lut);
     }
     if (contains(line, "LUT_1D_SIZE")) {
         return parseSize1D(line, lut);

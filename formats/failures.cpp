@@ -17,7 +17,7 @@ QString onlyReturns() {
 
 QString quotedLine(const LineSource& lines) {
     constexpr int enough = 60;
-    QString text = lines.currentText();
+    QString text = lines.currentText(enough + 1);
     if (text.size() > enough) {
         text = text.left(enough) + QStringLiteral("...");
     }

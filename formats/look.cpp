@@ -204,14 +204,17 @@ bool readTable(QXmlStreamReader& xml, HexTable& table, bool probe) {
 
 /// Skips an element that is not applied, and tells of it unless it is empty.
 void skipCorrection(QXmlStreamReader& xml, Read_LUTFile& lut) {
-    const QString remark =
-        atLine(xml, QStringLiteral("found corrections in %1, which are ignored").arg(xml.name()));
+    const QString what =
+        QStringLiteral("found corrections in %1, which are ignored").arg(xml.name());
+    const QString remark = atLine(xml, what);
     bool isEmpty = true;
     while (xml.readNextStartElement()) {
         isEmpty = false;
         xml.skipCurrentElement();
     }
-    if (!isEmpty) {
+    const bool isTold = std::any_of(lut.remarks.cbegin(), lut.remarks.cend(),
+                                    [&](const QString& told) { return told.endsWith(what); });
+    if (!isEmpty && !isTold) {
         lut.remarks += remark;
     }
 }

@@ -5,6 +5,7 @@
 #include "formats/text/words.h"
 #include "lut/words.h"
 
+#include <algorithm>
 #include <string_view>
 
 namespace tintwell {
@@ -73,6 +74,11 @@ void BodyLines::tellWithLast(Read_LUTFile& lut) const {
 }
 
 void remarkOnLine(Read_LUTFile& lut, const LineSource& lines, const QString& what) {
+    const bool isTold = std::any_of(lut.remarks.cbegin(), lut.remarks.cend(),
+                                    [&](const QString& told) { return told.endsWith(what); });
+    if (isTold) { // a file may have any number of such lines
+        return;
+    }
     OddLines line;
     line.add(lines);
     line.tell(lut, what);

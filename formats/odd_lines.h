@@ -52,7 +52,8 @@ private:
     OddLines m_surplus;
 };
 
-/// Adds the remark "LINE: found "TEXT", what" on the line read last.
+/// Adds the remark "LINE: found "TEXT", what" on the line read last, unless an earlier line has the
+/// same.
 void remarkOnLine(Read_LUTFile& lut, const LineSource& lines, const QString& what);
 
 } // namespace tintwell

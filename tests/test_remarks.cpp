@@ -108,7 +108,7 @@ constexpr struct {
     {Cube, "LUT_3D_SIZE 2\nDOMAIN_MIN 1 1 1\n1 1 1\n@",
      "the domain of the 3D table is 1 to 1: it has no width, and the samples are divided by zero"},
     {Cube, "LUT_3D_SIZE 2\nDOMAIN_MAX\t2 2 2\n0 0 0\n@",
-     "2: found \"DOMAIN_MAX\t2 2 2\", expected a keyword, one blank and 3 numbers: the rest is not "
+     "2: found \"DOMAIN_MAX\t2 2 2\", expected DOMAIN_MAX, one blank and 3 numbers: the rest is not "
      "set"},
     {Cube, "LUT_3D_SIZE 2\nLUT_3D_INPUT_RANGE 0 4\n0 0 0\n@",
      "2: found \"LUT_3D_INPUT_RANGE 0 4\", which is ignored"},

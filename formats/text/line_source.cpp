@@ -179,9 +179,10 @@ std::string_view LineSource::current() const {
     return trimmed({start, static_cast<std::size_t>(m_next - start)});
 }
 
-QString LineSource::currentText() const {
-    const std::string_view line = current();
-    return QString::fromUtf8(line.data(), static_cast<int>(line.size()));
+QString LineSource::currentText(int most) const {
+    constexpr std::size_t bytes = 4; // of a character, at most
+    const std::string_view line = current().substr(0, bytes * static_cast<std::size_t>(most));
+    return QString::fromUtf8(line.data(), static_cast<int>(line.size())).left(most);
 }
 
 bool LineSource::canHold(std::int64_t lines) const {

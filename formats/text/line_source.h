@@ -5,6 +5,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <limits>
 #include <string_view>
 
 namespace tintwell {
@@ -39,7 +40,8 @@ public:
     // Both are found by scanning the text again.
     int lineNumber() const;
     std::string_view current() const;
-    QString currentText() const;
+    /// At most \a most characters of the text.
+    QString currentText(int most = std::numeric_limits<int>::max()) const;
     /// Whether carriage returns stand where line feeds should: the text has returns and no line
     /// feed.
     bool hasOnlyReturns() const { return m_hasOnlyReturns; }
