@@ -47,6 +47,7 @@ bool convert(const Conversion& conversion, const Job& job) {
         return false;
     }
     noteLostDomain(table, job.out, notes);
+    noteLostTitle(table, job.out, notes);
     return cli::writeTable(conversion.output, *conversion.to, job.in, job.out, table.lut, notes);
 }
 

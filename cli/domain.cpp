@@ -52,4 +52,10 @@ void noteLostDomain(const Table& table, const QString& path, Notes& notes) {
     }
 }
 
+void noteLostTitle(const Table& table, const QString& path, Notes& notes) {
+    if (!table.lut.title.isEmpty()) {
+        notes.add(path, QStringLiteral("the title \"%1\" is not written").arg(table.lut.title));
+    }
+}
+
 } // namespace cli

@@ -29,4 +29,7 @@ const char* domainLabel(const StatedDomain& domain, const tintwell::Format& form
 /// Notes that the file \a path will not hold the input domain that \a table was read with.
 void noteLostDomain(const Table& table, const QString& path, Notes& notes);
 
+/// The same for the title.
+void noteLostTitle(const Table& table, const QString& path, Notes& notes);
+
 } // namespace cli

@@ -2,6 +2,7 @@
 
 #include "calc/compare.h"
 #include "calc/make_table.h"
+#include "cli/domain.h"
 #include "cli/input.h"
 #include "cli/output.h"
 #include "cli/report.h"
@@ -77,6 +78,9 @@ int cli::runMerge(const Command& self, const QStringList& arguments) {
     if (!tintwell::compose(first.lut, second.lut, merged, format->kind, size)) {
         reportFile(path, merged.lastError);
         return Failed;
+    }
+    for (const Table* const table : {&first, &second}) {
+        noteLostTitle(*table, path, notes);
     }
     noteKinds(format->kind, size, path, first.lut, second.lut, notes);
     noteError(path, tintwell::compositionError(first.lut, second.lut, merged, format->kind), notes);

@@ -273,9 +273,6 @@ bool writeTable(const Output& output, const Format& format, const QString& sourc
     if (table == nullptr) {
         return false;
     }
-    if (!lut.title.isEmpty()) {
-        notes.add(path, QStringLiteral("the title \"%1\" is not written").arg(lut.title));
-    }
     const Losses losses(format, scaleIn(format, output.scale), *table);
     for (const QString& note : losses.notes(output.scale)) {
         notes.add(path, note);

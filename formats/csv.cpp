@@ -50,6 +50,8 @@ public:
             m_incomplete.add(m_lines);
         } else if (tintwell::contains(line, ".")) {
             m_real.add(m_lines);
+        } else if (std::count(line.begin(), line.end(), ',') > 1) {
+            m_wide.add(m_lines);
         }
     }
     void addOutside() { m_outside.add(m_lines); }
@@ -58,6 +60,7 @@ public:
         m_unknown.tell(lut, QStringLiteral("which is not an entry"));
         m_incomplete.tell(lut, QStringLiteral("without a code: that of the line before is taken"));
         m_real.tell(lut, QStringLiteral("of which only the integer part is read"));
+        m_wide.tell(lut, QStringLiteral("of which only the first code is read"));
         m_outside.tell(lut, QStringLiteral("whose index is outside the table: it is ignored"));
     }
 
@@ -66,6 +69,7 @@ private:
     tintwell::OddLines m_unknown;
     tintwell::OddLines m_incomplete;
     tintwell::OddLines m_real;
+    tintwell::OddLines m_wide;
     tintwell::OddLines m_outside;
 };
 

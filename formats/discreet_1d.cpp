@@ -95,6 +95,8 @@ public:
     void add(std::string_view line, bool isValue) {
         if (!isValue) {
             m_unknown.add(m_lines);
+        } else if (tintwell::contains(line, ",")) {
+            m_comma.add(m_lines);
         } else if (!isPlain(line)) {
             m_spaced.add(m_lines);
         }
@@ -104,6 +106,7 @@ public:
     void tell(Read_LUTFile& lut) const {
         m_unknown.tell(lut, QStringLiteral("which is neither a value nor a keyword"));
         m_spaced.tell(lut, QStringLiteral("which is read as one number"));
+        m_comma.tell(lut, QStringLiteral("which is read up to the comma"));
         m_surplus.tell(lut, QStringLiteral("which is not read: the table is full"));
     }
 
@@ -111,6 +114,7 @@ private:
     const LineSource& m_lines;
     tintwell::OddLines m_unknown;
     tintwell::OddLines m_spaced;
+    tintwell::OddLines m_comma;
     tintwell::OddLines m_surplus;
 };
 

@@ -143,6 +143,10 @@ bool failAt(const QXmlStreamReader& xml, HexTable& table, const QString& what) {
 
 void parseSize(QXmlStreamReader& xml, HexTable& table) {
     if (std::optional<QString> text = readText(xml)) {
+        if (!table.digits.empty()) {
+            table.lut.remarks += atLine(xml, QStringLiteral("found another table of the same kind, "
+                                                            "which replaces the one before"));
+        }
         table.size = text->remove(QLatin1Char('"')).toInt();
         table.digits.clear();
     }

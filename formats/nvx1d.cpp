@@ -45,12 +45,16 @@ bool Read_LUTFile::Read_NVX1D(QString path, bool probe) {
                    ? tintwell::failShort(*this, lines, size1D - 1, size1D)
                    : false;
     }
+    tintwell::OddLines unknown;
     while (!lines.atEnd()) {
-        if (sample.scan(lines.next()) > 0) {
+        const std::string_view line = lines.next();
+        if (sample.scan(line) > 0) {
             return tintwell::failAtLine(*this, lines,
                                         QStringLiteral("nothing after %1 samples").arg(size1D));
         }
+        unknown.addUnlessComment(line, lines);
     }
+    unknown.tell(*this, QStringLiteral("which is neither a sample nor a keyword"));
     resetDomainMax1D();
     return true;
 }

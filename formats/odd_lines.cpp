@@ -61,7 +61,12 @@ void BodyLines::tell(Read_LUTFile& lut) const {
 
 void BodyLines::tellWithLast(Read_LUTFile& lut) const {
     tell(lut);
-    WordReader words(m_lines.current());
+    const std::string_view last = m_lines.current();
+    if (contains(last, ",")) {
+        remarkOnLine(lut, m_lines, QStringLiteral("which is read up to the comma"));
+        return;
+    }
+    WordReader words(last);
     for (int n = 0; n < m_numbers; ++n) {
         words.next();
     }

@@ -36,17 +36,25 @@ bool Read_LUTFile::Read_1dLut(QString path, bool probe) {
     if (!allocate1D()) {
         return false;
     }
-    double index = 0;
+    double index = -1;
     Triple<double> sample;
     constexpr int numbers = 4;
-    const auto parseEntry = [&index](std::string_view line, Triple<double>& values) {
-        return startsWith(line, "#") || startsWith(line, "Index")
-                   ? SampleLine::PassedOver
-                   : tintwell::sampleLine(scan(line, index, values.r, values.g, values.b), numbers);
+    tintwell::OddLines outOfOrder;
+    const auto parseEntry = [&](std::string_view line, Triple<double>& values) {
+        if (startsWith(line, "#") || startsWith(line, "Index")) {
+            return SampleLine::PassedOver;
+        }
+        const double before = index;
+        const int found = scan(line, index, values.r, values.g, values.b);
+        if (found > 0 && index <= before) {
+            outOfOrder.add(lines);
+        }
+        return tintwell::sampleLine(found, numbers);
     };
     if (fillCurve(*this, lines, sample, parseEntry, numbers) == FillResult::EndedEarly) {
         return false;
     }
+    outOfOrder.tell(*this, QStringLiteral("out of order: entries are placed by their lines"));
     passRest(*this, lines, sample, parseEntry);
     return true;
 }

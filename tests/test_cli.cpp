@@ -226,7 +226,7 @@ constexpr Run runs[] = {
     {"merge wide.cube both.cube --to nvx1d -", 0,
      "wide.cube: note: the domain|wide.cube: note: 2 numbers|wide.cube: note: the 3D|"
      "both.cube: note: the file has both tables|"
-     "both.cube: note: only the 3D table is used; the file has both kinds|"
+     "both.cube: note: only the 3D table is used; the file has both kinds|-: note: the title|"
      "-: note: only the grey axis of the merged table is kept, in 1024 entries",
      "Length 1024\n"},
     {"merge up.nvx1d down.nvx1d --to nvx1d -", 0, "",

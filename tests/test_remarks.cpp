@@ -48,6 +48,10 @@ constexpr struct {
     {Spi1D, "Length 2\nComponents 1\n{\n0 0 0\n1 1 1\n}\n",
      "5: found \"1 1 1\", expected 1 number: the others are not read"},
     {Csv, "0,0\n1,127.9\n", "2: found \"1,127.9\", of which only the integer part is read"},
+    {Csv, "0,0,0\n1,3,2\n",
+     "1: found \"0,0,0\", of which only the first code is read (2 such lines)"},
+    {Discreet1D, "LUT: 3 2\n0\n1,5\n0\n1\n0\n1\n",
+     "3: found \"1,5\", which is read up to the comma"},
     {Discreet1D, "LUT: 3 1\n2 55\n255\n255\n",
      "2: found \"2 55\", which is read as one number|"
      "the 1D table has a single point: it maps all colours to one"},
@@ -88,6 +92,14 @@ constexpr struct {
      "2: found \"a new look\", which is neither a sample nor a keyword|"
      "the scale 0 to 3 is inferred from the largest sample, 1"},
 
+    {ThreeDl, "Mesh 0 2\n0 1 2 3\n0 0 0\n3 0 0\n0 3 0\n3 3 0\n0 0 3\n3 0 3\n0 3 3\n3 3 3\n",
+     "a shaper of 4 positions for a lattice of 2 is ignored"},
+    {Look,
+     "<l><LUT1D><size>1</size><data>0000003F0000003F0000003F</data><size>1</size>"
+     "<data>0000003F0000003F0000003F</data></LUT1D></l>",
+     "1: found another table of the same kind, which replaces the one before|"
+     "the 1D table has a single point: it maps all colours to one"},
+
     // Sizes.
     {Cube, "0 0 0\n@", "no line states the size: 2 is inferred from 8 lines"},
     {Cube, "1 0 .5\n", "no line states the size: 1 is inferred from 1 line"},
@@ -108,7 +120,8 @@ constexpr struct {
     {Cube, "LUT_3D_SIZE 2\nDOMAIN_MIN 1 1 1\n1 1 1\n@",
      "the domain of the 3D table is 1 to 1: it has no width, and the samples are divided by zero"},
     {Cube, "LUT_3D_SIZE 2\nDOMAIN_MAX\t2 2 2\n0 0 0\n@",
-     "2: found \"DOMAIN_MAX\t2 2 2\", expected DOMAIN_MAX, one blank and 3 numbers: the rest is not "
+     "2: found \"DOMAIN_MAX\t2 2 2\", expected DOMAIN_MAX, one blank and 3 numbers: the rest is "
+     "not "
      "set"},
     {Cube, "LUT_3D_SIZE 2\nLUT_3D_INPUT_RANGE 0 4\n0 0 0\n@",
      "2: found \"LUT_3D_INPUT_RANGE 0 4\", which is ignored"},
