@@ -72,13 +72,18 @@ bool readMetadata(LineSource& lines, Read_LUTFile& lut) {
     return lut.fail(QStringLiteral("found no END METADATA line"));
 }
 
-/// The next line whose number of words \a fits(count) accepts; empty at the end.
+/// The next line whose number of words \a fits(count) accepts; empty at the end. Lines of a single
+/// word are the counts of the shapers, which nobody needs.
 template <typename Fits>
-std::string_view nextOfWords(LineSource& lines, Fits&& fits) {
+std::string_view nextOfWords(LineSource& lines, tintwell::OddLines& skipped, Fits&& fits) {
     while (!lines.atEnd()) {
         const std::string_view line = lines.next();
-        if (fits(wordCount(line))) {
+        const std::size_t count = wordCount(line);
+        if (fits(count)) {
             return line;
+        }
+        if (count > 1) {
+            skipped.add(lines);
         }
     }
     return "";
@@ -103,9 +108,10 @@ bool isIdentity(std::string_view inputs, std::string_view outputs) {
 
 /// Returns whether applying the shaper would change anything.
 bool readShaper(LineSource& lines, float& min, float& max) {
+    tintwell::OddLines none; // every line of several words is taken for a list
     const auto isList = [](std::size_t count) { return count >= 2; };
-    const std::string_view inputs = nextOfWords(lines, isList);
-    const std::string_view outputs = nextOfWords(lines, isList);
+    const std::string_view inputs = nextOfWords(lines, none, isList);
+    const std::string_view outputs = nextOfWords(lines, none, isList);
     WordReader words(outputs);
     std::string_view word = words.next();
     if (word.empty()) {
@@ -136,20 +142,25 @@ void readShapers(LineSource& lines, Read_LUTFile& lut, float* min, float* max) {
 }
 
 void readSize3D(LineSource& lines, Read_LUTFile& lut) {
+    tintwell::OddLines skipped;
     int i = 0;
     int j = 0;
     int k = 0;
-    if (scan(nextOfWords(lines, [](std::size_t count) { return count == 3; }), i, j, k) == 3 &&
-        i == j && j == k) {
+    const auto isSize = [](std::size_t count) { return count == 3; };
+    if (scan(nextOfWords(lines, skipped, isSize), i, j, k) == 3 && i == j && j == k) {
         lut.setSize3D(i);
     }
+    skipped.tell(lut, QStringLiteral("which is skipped: a size was expected"));
 }
 
 void readSize1D(LineSource& lines, Read_LUTFile& lut) {
+    tintwell::OddLines skipped;
     int size = 0;
-    if (scan(nextOfWords(lines, [](std::size_t count) { return count == 1; }), size) == 1) {
+    const auto isSize = [](std::size_t count) { return count == 1; };
+    if (scan(nextOfWords(lines, skipped, isSize), size) == 1) {
         lut.setSize1D(size);
     }
+    skipped.tell(lut, QStringLiteral("which is skipped: a size was expected"));
 }
 
 bool failUnsized(Read_LUTFile& lut, const LineSource& lines) {
