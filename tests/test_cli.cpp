@@ -366,6 +366,30 @@ private Q_SLOTS:
         }
     }
 
+    /// Every writer, in its own order and in the other of each pair.
+    void verifiesWhatIsWritten() {
+        m_folder.file("skew.nvx1d",
+                      "Length 256\n" + QByteArray("0.5 0.25 0.75\n").repeated(255) + "1 1 1\n");
+        for (const tintwell::Format& format : tintwell::catalogue) {
+            const char* const in =
+                format.kind == tintwell::TableKind::OneD ? "skew.nvx1d" : "look.cube";
+            for (const char* orders : {"", "--out-order bgr", "--out-order rgb,red-fastest",
+                                       "--scale 255 --out-order bgr,blue-fastest"}) {
+                if (format.write == nullptr) {
+                    continue;
+                }
+                const QString line = QString("convert --force --verify --to %1 %2 %3 verified");
+                const Outcome outcome = run(line.arg(format.name, orders, in));
+                const bool scaleUntold =
+                    format.traits.integers == tintwell::IntegerSamples::ScaleLost;
+                const bool isExact = format.code != tintwell::FormatCode::Csv &&
+                                     !(scaleUntold && *orders == '-' && orders[2] == 's');
+                QVERIFY2(outcome.status == (isExact ? 0 : 1), qPrintable(line + outcome.errors));
+                QVERIFY(outcome.errors.contains("read again, it is"));
+            }
+        }
+    }
+
     void batches() {
         const QString convert = "convert --force --to spi3d --output-directory new/out ";
         check(

@@ -1,6 +1,6 @@
+#include "format_samples.h"
 #include "one_format.h"
 
-#include <QDir>
 #include <QImage>
 
 // What readers tell of the files that they accept: one loss, one remark.
@@ -190,6 +190,19 @@ private Q_SLOTS:
             }
         }
         QVERIFY2(wrong.isEmpty(), qPrintable(wrong));
+    }
+
+    /// Only what their formats always lose.
+    void sampleFiles() {
+        for (const tintwell::Format& format : tintwell::catalogue) {
+            Read_LUTFile lut(nullptr);
+            const QString path =
+                QStringLiteral(TINTWELL_TEST_DATA "/") + samples::sampleOf(codeOf(format)).file;
+            QVERIFY(lut.ReadFile(samples::request(path, codeOf(format)), false));
+            const bool loses =
+                format.code == Csp || format.code == TruelightCube || format.code == Look;
+            QVERIFY2(lut.remarks.size() == (loses ? 1 : 0), qPrintable(lut.remarks.join('\n')));
+        }
     }
 
     void images() {
