@@ -62,6 +62,26 @@ float largestSample1D(const Read_LUTFile& lut) {
     return largest;
 }
 
+Range sampleRange(const Read_LUTFile& lut, TableKind kind) {
+    float least = std::numeric_limits<float>::infinity();
+    float largest = -least;
+    const auto take = [&](const float* cell) {
+        for (int c = 0; c < 3; ++c) {
+            least = std::min(least, cell[c]);
+            largest = std::max(largest, cell[c]);
+        }
+    };
+    if (kind == TableKind::OneD) {
+        std::for_each_n(lut.data1D, lut.size1D, take);
+    } else {
+        visitLattice(lut.size3D, [&](int i, int j, int k) {
+            take(lut.data3D[i][j][k]);
+            return true;
+        });
+    }
+    return {least, largest};
+}
+
 bool hasEqualCurves(const Read_LUTFile& lut) {
     return std::all_of(lut.data1D, lut.data1D + lut.size1D,
                        [](const float* cell) { return cell[0] == cell[1] && cell[1] == cell[2]; });

@@ -43,6 +43,9 @@ struct Range {
     double fractionOf(double value) const { return (value - from) / width(); }
 };
 
+/// The least and the largest number of the table of a kind, which must exist. NaN is left out.
+Range sampleRange(const Read_LUTFile& lut, TableKind kind);
+
 /// The response of a table to grey, in equal steps over its input domain.
 struct GreyAxis {
     Range inputs;

@@ -105,17 +105,19 @@ private:
     }
 
     QString clamped() const {
-        const tintwell::Statistics samples = statisticsOf(m_lut, m_format.kind);
-        const float least = *std::min_element(samples.min.begin(), samples.min.end());
-        const float largest = *std::max_element(samples.max.begin(), samples.max.end());
-        const bool isTooLarge = largest > 1 && integers() != IntegerSamples::LargestIsFull;
-        return least < 0 || isTooLarge
+        const tintwell::Range samples = sampleRange(m_lut, m_format.kind);
+        const bool isTooLarge = samples.to > 1 && integers() != IntegerSamples::LargestIsFull;
+        return samples.from < 0 || isTooLarge
                    ? QStringLiteral("samples go from %1 to %2: readers will clamp them to 0 to 1")
-                         .arg(tintwell::formatted(least), tintwell::formatted(largest))
+                         .arg(tintwell::formatted(static_cast<float>(samples.from)),
+                              tintwell::formatted(static_cast<float>(samples.to)))
                    : QString();
     }
 
     QString rounded() const {
+        if (!writesIntegers() && m_format.kind == tintwell::TableKind::ThreeD) {
+            return {}; // six decimals
+        }
         const float loss = tintwell::writingLoss(m_lut, m_format.kind, m_scale);
         return loss > realPrecision ? QStringLiteral("rounding changes samples by up to %1")
                                           .arg(tintwell::formatted(loss))

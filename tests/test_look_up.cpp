@@ -209,7 +209,8 @@ private Q_SLOTS:
                 if (std::max({at[0], at[1], at[2]}) == to - 1) {
                     continue;
                 }
-                const auto middle = [&](int axis) { return unit(2 * at[axis] + 1, 2 * to - 1); };
+                const int halves = 2 * to - 1;
+                const auto middle = [&](int axis) { return unit(2 * at[axis] + 1, halves); };
                 const QVector<float> in = {middle(0), middle(1), middle(2)};
                 const QVector<float> tone(3, in[2]);
                 const auto merge = through(lattice, merged, in);
