@@ -83,8 +83,10 @@ Range sampleRange(const Read_LUTFile& lut, TableKind kind) {
 }
 
 bool hasEqualCurves(const Read_LUTFile& lut) {
-    return std::all_of(lut.data1D, lut.data1D + lut.size1D,
-                       [](const float* cell) { return cell[0] == cell[1] && cell[1] == cell[2]; });
+    const auto isSame = [](float a, float b) { return a == b || (std::isnan(a) && std::isnan(b)); };
+    return std::all_of(lut.data1D, lut.data1D + lut.size1D, [&](const float* cell) {
+        return isSame(cell[0], cell[1]) && isSame(cell[1], cell[2]);
+    });
 }
 
 GreyAxis greyAxis(const Read_LUTFile& lut, int steps) {

@@ -46,7 +46,7 @@ bool convert(const Conversion& conversion, const Job& job) {
     if (!cli::loadTable(conversion.input, job.in, table, notes)) {
         return false;
     }
-    noteLostDomain(table, job.out, notes);
+    noteLostDomain(table, conversion.to->kind, job.out, notes);
     noteLostTitle(table, job.out, notes);
     return cli::writeTable(conversion.output, *conversion.to, job.in, job.out, table.lut, notes);
 }

@@ -43,9 +43,11 @@ const char* domainLabel(const StatedDomain& domain, const Format& format) {
     return nullptr;
 }
 
-void noteLostDomain(const Table& table, const QString& path, Notes& notes) {
-    const TableKind kind = table.lut.hasTable3D() ? TableKind::ThreeD : TableKind::OneD;
-    const StatedDomain domain = statedDomain(table.lut, kind);
+void noteLostDomain(const Table& table, TableKind kind, const QString& path, Notes& notes) {
+    const bool uses3D =
+        table.lut.hasTable3D() && (kind == TableKind::ThreeD || !table.lut.hasTable1D());
+    const StatedDomain domain =
+        statedDomain(table.lut, uses3D ? TableKind::ThreeD : TableKind::OneD);
     if (table.format->traits.domain == DomainMeaning::Input && !domain.isUnit()) {
         notes.add(path, QStringLiteral("the domain %1 is not written: readers will take 0 to 1")
                             .arg(formatted(domain)));

@@ -26,8 +26,10 @@ QString formatted(const StatedDomain& domain);
 /// reporting.
 const char* domainLabel(const StatedDomain& domain, const tintwell::Format& format);
 
-/// Notes that the file \a path will not hold the input domain that \a table was read with.
-void noteLostDomain(const Table& table, const QString& path, Notes& notes);
+/// Notes that the file \a path, with a table of \a kind, will not hold the input domain that
+/// \a table was read with.
+void noteLostDomain(const Table& table, tintwell::TableKind kind, const QString& path,
+                    Notes& notes);
 
 /// The same for the title.
 void noteLostTitle(const Table& table, const QString& path, Notes& notes);

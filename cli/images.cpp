@@ -3,6 +3,7 @@
 #include "calc/look_up_image.h"
 #include "cli/image_thread.h"
 #include "cli/report.h"
+#include "cli/shape.h"
 #include "cli/words.h"
 #include "lut/image_file.h"
 
@@ -33,11 +34,19 @@ QString unsuitable(const cli::ImageJob& job) {
              QString::fromLatin1(QImageWriter::supportedImageFormats().join(' ')));
 }
 
+bool holdsColours(QImage::Format format) {
+    return format != QImage::Format_Mono && format != QImage::Format_MonoLSB &&
+           format != QImage::Format_Grayscale8 && format != QImage::Format_Grayscale16;
+}
+
 /// Notes what the file just written at \a place does not hold.
 void noteLosses(const QString& place, const QString& path, const QImage& image, cli::Notes& notes) {
     const QImage::Format saved = QImageReader(place).imageFormat();
     if (saved == QImage::Format_Invalid) {
         return; // the type cannot be told
+    }
+    if (!holdsColours(saved) && !image.isGrayscale()) {
+        notes.add(path, QStringLiteral("stores no colours"));
     }
     if (tintwell::isDeep(image.format()) && !tintwell::isDeep(saved)) {
         notes.add(path, QStringLiteral("stores only 8 of the 16 bits per channel"));
@@ -70,6 +79,9 @@ std::optional<int> cli::beginImageJob(CommandLine& line, const QStringList& argu
     job.notes = Notes(line.isSet("strict"));
     if (!loadTable(*input, line.operands().first(), job.table, job.notes)) {
         return Failed;
+    }
+    if (job.table.lut.hasTable3D() && job.table.lut.hasTable1D()) {
+        noteBothKinds(job.table.path, tintwell::TableKind::ThreeD, job.notes);
     }
     return std::nullopt;
 }

@@ -118,6 +118,9 @@ private:
         if (!writesIntegers() && m_format.kind == tintwell::TableKind::ThreeD) {
             return {}; // six decimals
         }
+        if (writesIntegers() && tintwell::statisticsOf(m_lut, m_format.kind).nonFiniteCount > 0) {
+            return QStringLiteral("integers cannot hold samples that are not finite");
+        }
         const float loss = tintwell::writingLoss(m_lut, m_format.kind, m_scale);
         return loss > realPrecision ? QStringLiteral("rounding changes samples by up to %1")
                                           .arg(tintwell::formatted(loss))
@@ -196,7 +199,8 @@ const Format* choice(const std::vector<const Format*>& formats, const Format* fr
 QString verify(const Output& output, const Format& format, const QString& place,
                const QString& path, const Read_LUTFile& written) {
     const int scale = scaleIn(format, output.scale);
-    const float precision = realPrecision + (scale > 1 ? 1 / static_cast<float>(scale) : 0);
+    const bool isScaled = scale > 1 && format.traits.integers != IntegerSamples::ScaleLost;
+    const float precision = realPrecision + (isScaled ? 1 / static_cast<float>(scale) : 0);
     Table read;
     if (QString problem = readTable({&format, output.orders}, place, read); !problem.isEmpty()) {
         return QStringLiteral("read again: ") + problem;

@@ -45,18 +45,22 @@ using tintwell::WordReader;
 namespace {
 
 /// False if the file ends before the line.
-bool passLine(LineSource& lines, std::string_view wanted) {
+bool passLine(LineSource& lines, std::string_view wanted, Read_LUTFile& lut) {
+    tintwell::OddLines skipped;
     while (!lines.atEnd()) {
-        if (lines.next() == wanted) {
+        const std::string_view line = lines.next();
+        if (line == wanted) {
+            skipped.tell(lut, QStringLiteral("which is skipped: metadata was expected"));
             return true;
         }
+        skipped.addUnlessComment(line, lines);
     }
     return false;
 }
 
 /// The text between the lines that begin and end it. False if one of them is missing.
 bool readMetadata(LineSource& lines, Read_LUTFile& lut) {
-    if (!passLine(lines, "BEGIN METADATA")) {
+    if (!passLine(lines, "BEGIN METADATA", lut)) {
         return lut.fail(QStringLiteral("found no BEGIN METADATA line"));
     }
     constexpr int enough = 100;
@@ -106,7 +110,7 @@ bool isIdentity(std::string_view inputs, std::string_view outputs) {
     return x.empty() && y.empty();
 }
 
-/// Returns whether applying the shaper would change anything.
+/// Returns whether applying the shaper would change more than the domain made from it does.
 bool readShaper(LineSource& lines, float& min, float& max) {
     tintwell::OddLines none; // every line of several words is taken for a list
     const auto isList = [](std::size_t count) { return count >= 2; };
@@ -123,7 +127,8 @@ bool readShaper(LineSource& lines, float& min, float& max) {
         last = word;
     }
     max = tintwell::toFloat(last);
-    return !isIdentity(inputs, outputs);
+    const bool isStraight = wordCount(outputs) == 2 && (min != 0 || max != 1);
+    return !isStraight && !isIdentity(inputs, outputs);
 }
 
 /// Reads the shapers of the three channels into the ends of a domain.

@@ -48,29 +48,35 @@ public:
             m_unknown.addUnlessComment(line, m_lines);
         } else if (found == 1) {
             m_incomplete.add(m_lines);
-        } else if (tintwell::contains(line, ".")) {
-            m_real.add(m_lines);
         } else if (std::count(line.begin(), line.end(), ',') > 1) {
             m_wide.add(m_lines);
+        } else if (line.find_first_not_of("0123456789+-, \t") != std::string_view::npos) {
+            m_real.add(m_lines);
         }
     }
     void addOutside() { m_outside.add(m_lines); }
+    void addRepeated() { m_repeated.add(m_lines); }
 
-    void tell(Read_LUTFile& lut) const {
-        m_unknown.tell(lut, QStringLiteral("which is not an entry"));
+    /// \a found of \a expected entries have a line. Without a line for each, others are odd.
+    void tell(Read_LUTFile& lut, std::int64_t found, std::int64_t expected) const {
+        m_unknown.tell(lut, QStringLiteral("which is neither a sample nor a keyword"));
         m_incomplete.tell(lut, QStringLiteral("without a code: that of the line before is taken"));
-        m_real.tell(lut, QStringLiteral("of which only the integer part is read"));
         m_wide.tell(lut, QStringLiteral("of which only the first code is read"));
-        m_outside.tell(lut, QStringLiteral("whose index is outside the table: it is ignored"));
+        m_real.tell(lut, QStringLiteral("of which only the integer part is read"));
+        const QString missing = tintwell::counted(expected - found, "entry without a line is black",
+                                                  "entries without a line are black");
+        m_outside.tell(lut, QStringLiteral("whose index is outside the table; ") + missing);
+        m_repeated.tell(lut, QStringLiteral("whose index has had a line before; ") + missing);
     }
 
 private:
     const LineSource& m_lines;
     tintwell::OddLines m_unknown;
     tintwell::OddLines m_incomplete;
-    tintwell::OddLines m_real;
     tintwell::OddLines m_wide;
+    tintwell::OddLines m_real;
     tintwell::OddLines m_outside;
+    tintwell::OddLines m_repeated;
 };
 
 int countEntries(LineSource& lines, Entry& entry) {
@@ -98,10 +104,13 @@ void readEntries(LineSource& lines, Entry& entry, Read_LUTFile& lut) {
         }
         const auto value = static_cast<float>(entry.code);
         lut.White1D(entry.index, value, value, value, lut.domainMin1D, lut.domainMax1D);
-        isFilled[static_cast<std::size_t>(entry.index)] = true;
+        std::vector<bool>::reference filled = isFilled[static_cast<std::size_t>(entry.index)];
+        if (filled) {
+            odd.addRepeated();
+        }
+        filled = true;
     }
-    odd.tell(lut);
-    lut.remarkMissing(std::count(isFilled.begin(), isFilled.end(), true), lut.size1D);
+    odd.tell(lut, std::count(isFilled.begin(), isFilled.end(), true), lut.size1D);
 }
 
 /// The largest code of the bit depth that \a lastCode needs; a power of two belongs to the depth
@@ -140,10 +149,11 @@ bool Read_LUTFile::Read_Csv(QString path, bool probe) {
     if (lines.hasOnlyReturns()) {
         tintwell::remarkOnReturns(*this);
     }
-    if (size1D > 0 && domainMax1D[0] != static_cast<float>(entry.code)) {
+    if (size1D > 0 && domainMax1D[0] > static_cast<float>(entry.code)) {
         remarks += QStringLiteral("the last code, %1, is not full scale: %2 is taken")
                        .arg(QString::number(entry.code), tintwell::formatted(domainMax1D[0]));
     }
+    tellNumbersOnce1D(3);
     lines.rewind();
     readEntries(lines, entry, *this);
     resetDomainMax1D();

@@ -69,11 +69,19 @@ LineKind checkNumbers(int found, int expected, const char* keyword, const LineSo
     return LineKind::Keyword;
 }
 
+/// After a tab the numbers are not seen, which is no loss if they are those that count anyway.
+bool statesSame(const LineSource& lines, const char* keyword, const float (&channels)[3]) {
+    std::array<float, 3> stated{};
+    return scan(removeAll(lines.current(), keyword), stated[0], stated[1], stated[2]) == 3 &&
+           std::equal(stated.begin(), stated.end(), channels);
+}
+
 LineKind parseTriple(const LineSource& lines, const char* keyword, float (&channels)[3],
                      Read_LUTFile& lut) {
     const std::string text = removeAll(lines.current(), std::string(keyword) + ' ');
     const int found = scan(text, channels[0], channels[1], channels[2]);
-    return checkNumbers(found, 3, keyword, lines, lut);
+    return statesSame(lines, keyword, channels) ? LineKind::Keyword
+                                                : checkNumbers(found, 3, keyword, lines, lut);
 }
 
 LineKind parseInputRange(const LineSource& lines, Read_LUTFile& lut) {
@@ -173,8 +181,12 @@ QString expectedSize(std::string_view line) {
     tintwell::WordReader words(line);
     words.next();
     double size = 0;
-    return scan(words.next(), size) > 0 && size >= 1 ? QStringLiteral("a whole number")
-                                                     : QStringLiteral("a size of 1 or more");
+    const std::string_view word = words.next();
+    if (scan(word, size) == 0 || size < 1) {
+        return QStringLiteral("a size of 1 or more");
+    }
+    return contains(word, ".") ? QStringLiteral("a whole number")
+                               : QStringLiteral("a smaller size");
 }
 
 /// Processes every keyword, wherever it is. False for a bad size.
@@ -197,11 +209,10 @@ void inferSize(LineSource& lines, Read_LUTFile& lut) {
         count += !line.empty() && !isComment(line) && !isKeyword(line) ? 1 : 0;
     }
     lut.setSize3D(latticeSizeOf(count));
+    lut.sizeInferred = lut.size3D > 0;
     if (lines.hasOnlyReturns()) {
         tintwell::remarkOnReturns(lut);
-    }
-    lut.sizeInferred = lut.size3D > 0;
-    if (lut.sizeInferred) {
+    } else if (lut.sizeInferred) {
         lut.remarks += QStringLiteral("no line states the size: %1 is inferred from %2")
                            .arg(QString::number(lut.size3D), tintwell::counted(count, "line"));
     }
@@ -213,21 +224,22 @@ void remarkOnUnusedDomains(Read_LUTFile& lut) {
         return std::all_of(min, min + 3, [](float end) { return end == 0; }) &&
                std::all_of(max, max + 3, [](float end) { return end == 1; });
     };
-    if (lut.size3D == 0 && !isUnit(lut.domainMin3D, lut.domainMax3D)) {
+    if (lut.size3D == 0 && lut.size1D > 0 && !isUnit(lut.domainMin3D, lut.domainMax3D)) {
         lut.remarks += QStringLiteral("DOMAIN_MIN and DOMAIN_MAX do not apply to a 1D table and "
                                       "are ignored");
     }
-    if (lut.size1D == 0 && !isUnit(lut.domainMin1D, lut.domainMax1D)) {
+    if (lut.size1D == 0 && lut.size3D > 0 && !isUnit(lut.domainMin1D, lut.domainMax1D)) {
         lut.remarks +=
             QStringLiteral("LUT_1D_INPUT_RANGE does not apply to a 3D table and is ignored");
     }
 }
 
-/// Whether the first row of the lattice is grey and rising, as a curve is.
+/// Whether the lattice begins with greys that rise, as a curve does.
 bool startsLikeCurve(const Read_LUTFile& lut) {
+    const int count = std::min(lut.size1D, lut.size3D);
     const float first = lut.data3D[0][0][0][0];
     float before = first;
-    for (int n = 0; n < lut.size3D; ++n) {
+    for (int n = 0; n < count; ++n) {
         const float* const cell = lut.tableOrder ? lut.data3D[0][0][n] : lut.data3D[n][0][0];
         if (cell[0] != cell[1] || cell[1] != cell[2] || cell[0] < before) {
             return false;
@@ -251,15 +263,36 @@ void remarkOnBothTables(Read_LUTFile& lut) {
                        : first;
 }
 
-/// Integer samples, scaled to real numbers.
-int parseCodes(std::string_view line, Triple<int>& codes, float scale, Triple<float>& sample) {
-    const int found = codes.scan(line);
-    if (found > 0) {
-        sample = {static_cast<float>(codes.r) / scale, static_cast<float>(codes.g) / scale,
-                  static_cast<float>(codes.b) / scale};
+/// Scans integer samples and scales them to real numbers.
+class CodeScanner {
+public:
+    CodeScanner(const LineSource& lines, float scale) : m_lines(lines), m_scale(scale) {}
+
+    /// Returns how many numbers there are.
+    int scan(std::string_view line, Triple<float>& sample) {
+        const int found = m_codes.scan(line);
+        if (found > 0) {
+            sample = {static_cast<float>(m_codes.r) / m_scale,
+                      static_cast<float>(m_codes.g) / m_scale,
+                      static_cast<float>(m_codes.b) / m_scale};
+            if (contains(line, ".")) {
+                m_reals.add(m_lines);
+            }
+        }
+        return found;
     }
-    return found;
-}
+
+    void tell(Read_LUTFile& lut) const {
+        m_reals.tell(lut, QStringLiteral("expected integers, as the Mesh line says: a number ends "
+                                         "at its point"));
+    }
+
+private:
+    const LineSource& m_lines;
+    float m_scale;
+    Triple<int> m_codes;
+    tintwell::OddLines m_reals;
+};
 
 /// Lines that never hold a sample, whatever they begin with.
 bool isPassedOver(std::string_view line, const CubeHeader& header) {
@@ -289,9 +322,8 @@ bool Read_LUTFile::Read_Cube(QString path, bool probe) {
     }
     if (size3D == 0 && size1D == 0) {
         inferSize(lines, *this);
-    } else {
-        remarkOnUnusedDomains(*this);
     }
+    remarkOnUnusedDomains(*this);
     if (probe) {
         return true;
     }
@@ -303,16 +335,15 @@ bool Read_LUTFile::Read_Cube(QString path, bool probe) {
 
     lines.rewind();
     Triple<float> sample;
-    Triple<int> codes;
+    CodeScanner codes(lines, header.meshScale());
     const auto parseSample = [&](std::string_view line, Triple<float>& values) {
         if (isPassedOver(line, header)) {
             return SampleLine::PassedOver;
         }
-        return sampleOrKeyword(line, meshHeader
-                                         ? parseCodes(line, codes, header.meshScale(), values)
-                                         : values.scan(line));
+        return sampleOrKeyword(line, meshHeader ? codes.scan(line, values) : values.scan(line));
     };
     const FillResult lattice = fillLattice(*this, lines, sample, parseSample);
+    codes.tell(*this);
     if (lattice != FillResult::Complete) {
         resetDomainMax3D();
         if (lattice == FillResult::LastMissing) {

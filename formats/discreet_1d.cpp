@@ -50,7 +50,7 @@ bool statesHalfFloats(std::string_view line) {
     for (std::string_view word = words.next(); !word.empty(); word = words.next()) {
         last = word;
     }
-    return !last.empty() && last.back() == 'f';
+    return last == "16f";
 }
 
 /// Reads up to the "LUT:" line. No size if that is missing or does not state three channels.
@@ -104,7 +104,7 @@ public:
     void addSurplus() { m_surplus.add(m_lines); }
 
     void tell(Read_LUTFile& lut) const {
-        m_unknown.tell(lut, QStringLiteral("which is neither a value nor a keyword"));
+        m_unknown.tell(lut, QStringLiteral("which is neither a sample nor a keyword"));
         m_spaced.tell(lut, QStringLiteral("which is read as one number"));
         m_comma.tell(lut, QStringLiteral("which is read up to the comma"));
         m_surplus.tell(lut, QStringLiteral("which is not read: the table is full"));

@@ -2,6 +2,7 @@
 
 #include "lut/words.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace tintwell {
@@ -50,6 +51,14 @@ bool failShort(Read_LUTFile& lut, const LineSource& lines, std::int64_t found,
                         .arg(lines.lineNumber())
                         .arg(counted(found, "sample"))
                         .arg(expected));
+}
+
+void remarkOnce(Read_LUTFile& lut, qint64 line, const QString& what) {
+    const bool isTold = std::any_of(lut.remarks.cbegin(), lut.remarks.cend(),
+                                    [&](const QString& told) { return told.endsWith(what); });
+    if (!isTold) {
+        lut.remarks += QStringLiteral("%1: %2").arg(QString::number(line), what);
+    }
 }
 
 void remarkOnReturns(Read_LUTFile& lut) {

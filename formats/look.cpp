@@ -15,6 +15,7 @@
 // A sample is three floats of eight hexadecimal digits, the least significant byte first; samples
 // are k fastest. The 1D table is in a LUT1D element of the same form.
 
+#include "formats/failures.h"
 #include "formats/fill_table.h"
 #include "formats/hex_float.h"
 #include "formats/text/xml_document.h"
@@ -22,6 +23,7 @@
 #include "lut/format_code.h"
 #include "lut/lattice.h"
 #include "lut/read_lutfile.h"
+#include "lut/table_kind.h"
 #include "lut/trace.h"
 #include "lut/words.h"
 
@@ -36,6 +38,7 @@
 #include <string>
 #include <utility>
 
+using tintwell::remarkOnce;
 using tintwell::Triple;
 
 namespace {
@@ -144,11 +147,17 @@ bool failAt(const QXmlStreamReader& xml, HexTable& table, const QString& what) {
 void parseSize(QXmlStreamReader& xml, HexTable& table) {
     if (std::optional<QString> text = readText(xml)) {
         if (!table.digits.empty()) {
-            table.lut.remarks += atLine(xml, QStringLiteral("found another table of the same kind, "
-                                                            "which replaces the one before"));
+            remarkOnce(table.lut, xml.lineNumber(),
+                       QStringLiteral("found another table of the same kind, which replaces the "
+                                      "one before"));
         }
         table.size = text->remove(QLatin1Char('"')).toInt();
         table.digits.clear();
+        if (*table.size < 1) {
+            remarkOnce(table.lut, xml.lineNumber(),
+                       QStringLiteral("found no whole number from 1 on as a size: the table is "
+                                      "ignored"));
+        }
     }
 }
 
@@ -210,16 +219,17 @@ bool readTable(QXmlStreamReader& xml, HexTable& table, bool probe) {
 void skipCorrection(QXmlStreamReader& xml, Read_LUTFile& lut) {
     const QString what =
         QStringLiteral("found corrections in %1, which are ignored").arg(xml.name());
-    const QString remark = atLine(xml, what);
+    const qint64 line = xml.lineNumber();
     bool isEmpty = true;
-    while (xml.readNextStartElement()) {
-        isEmpty = false;
-        xml.skipCurrentElement();
+    for (int depth = 1; depth > 0 && !xml.atEnd();) {
+        const QXmlStreamReader::TokenType token = xml.readNext();
+        depth += token == QXmlStreamReader::StartElement ? 1 : 0;
+        depth -= token == QXmlStreamReader::EndElement ? 1 : 0;
+        isEmpty = isEmpty && token != QXmlStreamReader::StartElement &&
+                  (token != QXmlStreamReader::Characters || xml.isWhitespace());
     }
-    const bool isTold = std::any_of(lut.remarks.cbegin(), lut.remarks.cend(),
-                                    [&](const QString& told) { return told.endsWith(what); });
-    if (!isEmpty && !isTold) {
-        lut.remarks += remark;
+    if (!isEmpty) {
+        remarkOnce(lut, line, what);
     }
 }
 
@@ -267,16 +277,15 @@ bool mayBeEmpty(Read_LUTFile& lut, const HexTable& table, int largest) {
     return true;
 }
 
-/// Tells which channels have samples above 1.
-void remarkOnScale(Read_LUTFile& lut, const float* max) {
+/// Tells which channels of a table have samples above 1.
+void remarkOnScale(Read_LUTFile& lut, tintwell::TableKind kind, const float* max) {
     const std::array<float, 3> scale = {max[0], max[1], max[2]};
     if (scale != std::array<float, 3>{1, 1, 1}) {
         lut.remarks +=
-            QStringLiteral("channels with samples above 1 are divided by their largest: "
-                           "red, green, blue by %1")
-                .arg(QStringLiteral("%1, %2, %3")
-                         .arg(tintwell::formatted(scale[0]), tintwell::formatted(scale[1]),
-                              tintwell::formatted(scale[2])));
+            QStringLiteral("channels of the %1 table with samples above 1 are divided by their "
+                           "largest: red, green, blue by %2, %3, %4")
+                .arg(QLatin1String(kindName(kind)), tintwell::formatted(scale[0]),
+                     tintwell::formatted(scale[1]), tintwell::formatted(scale[2]));
     }
 }
 
@@ -335,8 +344,8 @@ bool Read_LUTFile::Read_Look(QString path, bool probe) {
     }
     const bool filled = probe || ((lattice.size.value_or(0) <= 0 || fill3D(*this, lattice)) &&
                                   (curve.size.value_or(0) <= 0 || fill1D(*this, curve)));
-    remarkOnScale(*this, domainMax3D);
-    remarkOnScale(*this, domainMax1D);
+    remarkOnScale(*this, tintwell::TableKind::ThreeD, domainMax3D);
+    remarkOnScale(*this, tintwell::TableKind::OneD, domainMax1D);
     resetDomainMax1D();
     resetDomainMax3D();
     if (!filled) {

@@ -24,6 +24,7 @@
 #include "lut/write_lutfile.h"
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -57,6 +58,14 @@ bool parseCount(std::string_view line, const LineSource& lines, Read_LUTFile& lu
     return true;
 }
 
+/// Whether the columns of a "values" line are those that are read.
+bool isInOrder(std::string_view line) {
+    tintwell::WordReader words(line);
+    words.next();
+    const std::string_view first = words.next();
+    return first.empty() || (first == "red" && words.next() == "green" && words.next() == "blue");
+}
+
 bool parseCodes(std::string_view line, Read_LUTFile& lut) {
     long codes = 0;
     if (scan(removeAll(line, "out"), codes) == 0) {
@@ -84,6 +93,10 @@ bool readHeader(LineSource& lines, Read_LUTFile& lut) {
         } else if (startsWith(line, "format")) {
             traceLine("format:", line);
         } else if (startsWith(line, "values")) {
+            if (!isInOrder(line)) {
+                remarkOnLine(lut, lines,
+                             QStringLiteral("but columns are taken as red, green, blue"));
+            }
             break;
         } else if (startsWith(line, "in")) {
             if (!parseCount(line, lines, lut)) {
@@ -126,7 +139,7 @@ public:
         if (found == 0) {
             return SampleLine::None;
         }
-        if (m_number != m_expected) {
+        if (m_expected && m_number != *m_expected) {
             m_outOfOrder.add(m_lines);
         }
         m_expected = m_number + 1;
@@ -140,7 +153,7 @@ public:
 private:
     const LineSource& m_lines;
     double m_number = 0;
-    double m_expected = 0;
+    std::optional<double> m_expected; ///< of the first sample: any
     tintwell::OddLines m_outOfOrder;
 };
 

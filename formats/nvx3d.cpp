@@ -55,10 +55,14 @@ bool Read_LUTFile::Read_NVX3D(QString path, bool probe) {
     const std::int64_t n = size3D;
     std::int64_t found = n * n * n;
     walkLattice(lines, size3D, place, &found);
-    empty.tell(*this, QStringLiteral("which is not a sample: its point stays black"));
-    body.tell(*this);
+    empty.tell(*this,
+               QStringLiteral("which is not a sample: its point stays black, and those after "
+                              "it are late"));
+    body.tellWithLast(*this);
     remarkMissing(found, n * n * n);
-    passRest(*this, lines, sample, tintwell::scanNumbers);
+    if (empty.count() == 0) { // else the last samples are left over
+        passRest(*this, lines, sample, tintwell::scanNumbers);
+    }
     resetDomainMax3D();
     return true;
 }

@@ -62,6 +62,9 @@ void BodyLines::tell(Read_LUTFile& lut) const {
 void BodyLines::tellWithLast(Read_LUTFile& lut) const {
     tell(lut);
     const std::string_view last = m_lines.current();
+    if (isBlankOrComment(last)) {
+        return;
+    }
     if (contains(last, ",")) {
         remarkOnLine(lut, m_lines, QStringLiteral("which is read up to the comma"));
         return;

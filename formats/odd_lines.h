@@ -17,6 +17,7 @@ public:
     void add(const LineSource& lines);
     /// The same for \a line, the line read last, unless it is empty or a comment.
     void addUnlessComment(std::string_view line, const LineSource& lines);
+    int count() const { return m_count; }
     /// Adds the remark "LINE: found "TEXT", what", with the number of lines if there are several.
     /// Does nothing without a line.
     void tell(Read_LUTFile& lut, const QString& what) const;

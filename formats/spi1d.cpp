@@ -127,6 +127,9 @@ bool Read_LUTFile::Read_Spi1D(QString path, bool probe) {
         remarkUnfilled(QStringLiteral("no Components line"));
         return true;
     }
+    if (components == 1) {
+        tellNumbersOnce1D(3);
+    }
     Triple<double> sample;
     const auto scanSample = [components](std::string_view line, Triple<double>& values) {
         return parseSample(line, components, values);

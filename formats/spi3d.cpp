@@ -156,7 +156,7 @@ void readSamples(LineSource& lines, Read_LUTFile& lut) {
             repeated.add(lines);
         }
     }
-    body.tell(lut);
+    body.tellWithLast(lut);
     outside.tell(lut, QStringLiteral("which is outside the lattice and is ignored"));
     repeated.tell(lut, QStringLiteral("whose point has had a line before: the last one counts"));
     lut.remarkMissing(points.count(), points.all());

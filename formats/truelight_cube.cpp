@@ -110,10 +110,10 @@ FillResult readCube(LineSource& lines, Read_LUTFile& lut, Triple<float>& sample)
 /// Tables without a section in the file are all zeros.
 bool allocateUnread(const LineSource& lines, Read_LUTFile& lut) {
     if (lut.size3D > 0 && lut.data3D == nullptr) {
-        lut.remarkUnfilled(QStringLiteral("no samples after a Cube line"));
+        lut.remarkUnfilled(QStringLiteral("no samples for the lattice"));
     }
     if (lut.size1D > 0 && lut.data1D == nullptr) {
-        lut.remarkUnfilled(QStringLiteral("no samples after an InputLUT line"));
+        lut.remarkUnfilled(QStringLiteral("no samples for the shaper"));
     }
     return (lut.size3D <= 0 || allocateLattice(lut, lines, Completeness::Partial)) &&
            (lut.size1D <= 0 || allocateCurve(lut, lines, Completeness::Partial));
@@ -178,9 +178,22 @@ FillResult readSection(Keyword keyword, LineSource& lines, Read_LUTFile& lut,
         return readShaper(lines, lut, sample);
     }
     if (keyword == Keyword::Cube && lut.size3D > 0) {
+        if (lut.data3D != nullptr) {
+            remarkOnLine(lut, lines, QStringLiteral("which replaces the section before"));
+        }
         return readCube(lines, lut, sample);
     }
+    if (keyword == Keyword::Shaper || keyword == Keyword::Cube) {
+        remarkOnLine(lut, lines,
+                     QStringLiteral("expected its size before it: the section is skipped"));
+    }
     return FillResult::Complete;
+}
+
+/// Whether the samples of a section that is skipped may follow.
+bool isSectionSkipped(Keyword keyword, const Read_LUTFile& lut) {
+    return (keyword == Keyword::Shaper && !lut.hasTable1D()) ||
+           (keyword == Keyword::Cube && !lut.hasTable3D());
 }
 
 } // namespace
@@ -195,6 +208,7 @@ bool Read_LUTFile::Read_Cub(QString path, bool probe) {
     Triple<float> sample; // kept from section to section
     FillResult section = FillResult::Complete;
     tintwell::OddLines outside;
+    bool isSkipping = false;
     while (section == FillResult::Complete && !lines.atEnd()) {
         const std::string_view line = lines.next();
         const Keyword keyword = keywordOf(line);
@@ -202,9 +216,15 @@ bool Read_LUTFile::Read_Cub(QString path, bool probe) {
             break;
         }
         if (!probe) {
-            outside.addUnlessComment(line, lines);
+            if (!isSkipping) {
+                outside.addUnlessComment(line, lines);
+            }
             section = readSection(keyword, lines, *this, sample);
+            isSkipping = keyword == Keyword::None ? isSkipping : isSectionSkipped(keyword, *this);
         }
+    }
+    while (!probe && section == FillResult::Complete && !lines.atEnd()) {
+        outside.addUnlessComment(lines.next(), lines);
     }
     outside.tell(*this, QStringLiteral("which is not in a section and is ignored"));
     if (section == FillResult::Complete) {

@@ -24,6 +24,7 @@ struct OddNumbers {
     float least = 0;            ///< of those
     float largest = 0;          ///< of those
     std::int64_t nonFinite = 0; ///< NaN and infinities
+    int copies = 1;             ///< how often each number of the file is counted
 
     /// Clamps and divides a number for storing, and counts it if it is odd.
     float normalised(float value, float min, float max);
@@ -152,6 +153,9 @@ public:
     /// set back to 1.
     void resetDomainMax3D();
     void resetDomainMax1D();
+    /// For a reader that stores each number of the file in \a channels channels of the 1D table:
+    /// the remarks count it once.
+    void tellNumbersOnce1D(int channels) { m_odd1D.copies = channels; }
     /// Adds the remark that only \a found of \a expected samples are in the file, if they are
     /// fewer.
     void remarkMissing(std::int64_t found, std::int64_t expected);

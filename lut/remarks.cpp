@@ -97,9 +97,16 @@ QString nameOf(TableKind kind) {
 }
 
 QString clampedText(TableKind kind, const Domain& domain, const OddNumbers& odd) {
+    const std::int64_t count = odd.clamped / odd.copies;
     return QStringLiteral("%1 of %2 %3 outside %4 and clamped: %5")
-        .arg(counted(odd.clamped, "value"), nameOf(kind), QLatin1String(isOrAre(odd.clamped)),
-             formatted(domain.min, domain.max), extremes(odd.clamped, odd.least, odd.largest));
+        .arg(counted(count, "value"), nameOf(kind), QLatin1String(isOrAre(count)),
+             formatted(domain.min, domain.max), extremes(count, odd.least, odd.largest));
+}
+
+QString nonFiniteText(TableKind kind, const OddNumbers& odd) {
+    const std::int64_t count = odd.nonFinite / odd.copies;
+    return QStringLiteral("%1 of %2 %3 not finite")
+        .arg(counted(count, "number"), nameOf(kind), QLatin1String(isOrAre(count)));
 }
 
 /// What the domain and the store did to the numbers of a table.
@@ -119,18 +126,18 @@ QStringList remarksOnNumbers(const tintwell::Format& format, TableKind kind, con
         remarks = QStringList(remarks.join(QStringLiteral("; ")));
     }
     if (odd.nonFinite > 0) {
-        remarks += QStringLiteral("%1 of %2 %3 not finite")
-                       .arg(counted(odd.nonFinite, "number"), nameOf(kind),
-                            QLatin1String(isOrAre(odd.nonFinite)));
+        remarks += nonFiniteText(kind, odd);
     }
     return remarks;
 }
 
+constexpr float black[] = {0, 0, 0};
+
 QString constantText(TableKind kind, const float* cell) {
-    const Channels colour = {cell[0], cell[1], cell[2]};
     return QStringLiteral("all samples of %1 are ").arg(nameOf(kind)) +
-           (colour == Channels{0, 0, 0} ? QStringLiteral("black")
-                                        : QStringLiteral("the same, %1").arg(formatted(colour)));
+           (isSame(cell, black)
+                ? QStringLiteral("black")
+                : QStringLiteral("the same, %1").arg(formatted({cell[0], cell[1], cell[2]})));
 }
 
 } // namespace
@@ -168,8 +175,10 @@ void Read_LUTFile::remarkOnTable(const tintwell::Format& format, TableKind kind)
                                : Domain{copied(domainMin1D), statedMax1D()};
     remarks += remarksOnNumbers(format, kind, domain, is3D ? m_odd3D : m_odd1D);
     if ((is3D ? size3D : size1D) > 1) {
-        if (!m_isUnfilled && domain.hasWidth() && isConstant(*this, kind)) {
-            remarks += constantText(kind, is3D ? data3D[0][0][0] : data1D[0]);
+        const float* const first = is3D ? data3D[0][0][0] : data1D[0];
+        const bool isToldBlack = m_isUnfilled && isSame(first, black);
+        if (!isToldBlack && domain.hasWidth() && isConstant(*this, kind)) {
+            remarks += constantText(kind, first);
         }
     } else if (!sizeInferred) {
         remarks += nameOf(kind) + QStringLiteral(" has a single point: it maps all colours to one");

@@ -56,6 +56,14 @@ constexpr struct {
      "2: found \"2 55\", which is read as one number|"
      "the 1D table has a single point: it maps all colours to one"},
 
+    {Cube, "LUT_3D_SIZE 1\nMesh 1 1\n.5 1 1\n1.9 0 0\n",
+     "3: found \".5 1 1\", which is neither a sample nor a keyword|"
+     "4: found \"1.9 0 0\", expected 3 numbers: the rest is that of the sample before|"
+     "4: found \"1.9 0 0\", expected integers, as the Mesh line says: a number ends at its point|"
+     "the 3D table has a single point: it maps all colours to one"},
+    {Csv, "0,0\n1,1e2\n2,127\n", "2: found \"1,1e2\", of which only the integer part is read"},
+    {Csv, "0,0\n1,256\n", "1 value of the 1D table is outside 0 to 255 and clamped: it is 256"},
+
     // Lines.
     {Cube, "LUT_3D_SIZE 2\nLUT_SIZE 5\n\"A\"\n0 0 0\n@",
      "2: found \"LUT_SIZE 5\", which is neither a sample nor a keyword (2 such lines)"},
@@ -78,12 +86,17 @@ constexpr struct {
      "6: found \"0 1 0 .5 .5 0\", whose point has had a line before: the last one counts|"
      "found 2 of 8 samples; the rest is black"},
     {Csv, "0,0\n5,1\n1,3\n",
-     "2: found \"5,1\", whose index is outside the table: it is ignored|"
-     "found 2 of 3 samples; the rest is black"},
+     "2: found \"5,1\", whose index is outside the table; 1 entry without "
+     "a line is black"},
+    {Csv, "0,0\n0,1\n2,3\n",
+     "2: found \"0,1\", whose index has had a line before; 1 entry without a line is black"},
     {Csv, "0,0\n1\n2,3\n", "2: found \"1\", without a code: that of the line before is taken"},
-    {Csv, "index,code\n0,0\n1,3\n", "1: found \"index,code\", which is not an entry"},
+    {Csv, "index,code\n0,0\n1,3\n",
+     "1: found \"index,code\", which is neither a sample nor a keyword"},
     {Csv, "0,0\n1,2900\n", "the last code, 2900, is not full scale: 4095 is taken"},
-    {Nvx3D, "Length 2\n\n@", "2: found \"\", which is not a sample: its point stays black"},
+    {Nvx3D, "Length 2\n\n@",
+     "2: found \"\", which is not a sample: its point stays black, and those "
+     "after it are late"},
     {Nvx1D, "Range 0 1\nLength 2\n0 0 0\n1 1 1\n",
      "1: found \"Range 0 1\", which is not a keyword of the header"},
     {TruelightCube, "# width 2 2 2\n1 1 1\n# Cube\n0 0 0\n@# End\n",
@@ -99,6 +112,18 @@ constexpr struct {
      "<data>0000003F0000003F0000003F</data></LUT1D></l>",
      "1: found another table of the same kind, which replaces the one before|"
      "the 1D table has a single point: it maps all colours to one"},
+
+    {Look,
+     "<l><LUT><size>2.5</size></LUT><LUT1D><size>2</size>"
+     "<data>0000000000000000000000000000803F0000803F0000803F</data></LUT1D></l>",
+     "1: found no whole number from 1 on as a size: the table is ignored"},
+    {TruelightCube,
+     "# lutLength 2\n# InputLUT\n0 0 0\n1 1 1\n# width 2 2 2\n# Cube\n0 0 0\n@# End\n",
+     "2: found \"# InputLUT\", expected its size before it: the section is skipped|"
+     "no samples for the shaper: the table is black"},
+    {Mga, "in 1\nvalues blue green red\n7 0 .5 1\n",
+     "2: found \"values blue green red\", but columns are taken as red, green, blue|"
+     "the 3D table has a single point: it maps all colours to one"},
 
     // Sizes.
     {Cube, "0 0 0\n@", "no line states the size: 2 is inferred from 8 lines"},
@@ -152,7 +177,7 @@ constexpr struct {
      "# width 2 2 2\n# lutLength 3\n# InputLUT\n0 0 0\n.6 .6 .6\n1 1 1\n# Cube\n0 0 0\n@",
      "the shaper is not the identity, and is not applied to the lattice"},
     {TruelightCube, "# width 2 2 2\n# lutLength 2\n# InputLUT\n0 0 0\n1 1 1\n",
-     "no samples after a Cube line: the table is black"},
+     "no samples for the lattice: the table is black"},
     {ThreeDl, "0 9\n0 0 0\n3 0 0\n0 3 0\n3 3 0\n0 0 3\n3 0 3\n0 3 3\n3 3 3\ngamma 2.2\n",
      "10: found \"gamma 2.2\", which is not applied"},
     {Spi1D, "Length 2\nComponents 2\n{\n0 0\n1 1\n}\n", "with two components blue is 0"},
@@ -164,7 +189,8 @@ constexpr struct {
      "<LUT1D><size>2</size><data>0000000000000000000000000000004000000040000000400</data>"
      "</LUT1D>",
      "1: found more than 2 samples; the rest is not read|"
-     "channels with samples above 1 are divided by their largest: red, green, blue by 2, 2, 2"},
+     "channels of the 1D table with samples above 1 are divided by their largest: red, green, blue "
+     "by 2, 2, 2"},
 
     // Tables that can hardly be meant.
     {Itx, "LUT_3D_SIZE 2\n0 0 0\n0 0 0\n0 0 0\n0 0 0\n0 0 0\n0 0 0\n0 0 0\n0 0 0\n",
