@@ -54,10 +54,6 @@ bool isComment(std::string_view line) {
     return tintwell::startsWith(line, "#") || tintwell::startsWith(line, "x");
 }
 
-LineKind kindOfSize(int size) {
-    return size < 1 ? LineKind::BadSize : LineKind::Keyword;
-}
-
 /// A keyword without all its numbers leaves what it does not state as it was.
 LineKind checkNumbers(int found, int expected, const char* keyword, const LineSource& lines,
                       Read_LUTFile& lut) {
@@ -116,14 +112,24 @@ LineKind parseMesh(std::string_view line, Read_LUTFile& lut, CubeHeader& header)
     return LineKind::Keyword;
 }
 
-LineKind parseSize3D(std::string_view line, Read_LUTFile& lut) {
-    lut.setSize3D(tintwell::toInt(removeAll(line, "LUT_3D_SIZE ")));
-    return kindOfSize(lut.size3D);
+/// Of several sizes the last one counts.
+LineKind checkSize(int size, int before, const LineSource& lines, Read_LUTFile& lut) {
+    if (before > 0 && size != before) {
+        remarkOnLine(lut, lines, QStringLiteral("which replaces the size before"));
+    }
+    return size < 1 ? LineKind::BadSize : LineKind::Keyword;
 }
 
-LineKind parseSize1D(std::string_view line, Read_LUTFile& lut) {
+LineKind parseSize3D(std::string_view line, const LineSource& lines, Read_LUTFile& lut) {
+    const int before = lut.size3D;
+    lut.setSize3D(tintwell::toInt(removeAll(line, "LUT_3D_SIZE ")));
+    return checkSize(lut.size3D, before, lines, lut);
+}
+
+LineKind parseSize1D(std::string_view line, const LineSource& lines, Read_LUTFile& lut) {
+    const int before = lut.size1D;
     lut.setSize1D(tintwell::toInt(removeAll(line, "LUT_1D_SIZE ")));
-    return kindOfSize(lut.size1D);
+    return checkSize(lut.size1D, before, lines, lut);
 }
 
 LineKind parseTitle(const LineSource& lines, Read_LUTFile& lut) {
@@ -147,7 +153,7 @@ LineKind parseLine(std::string_view line, const LineSource& lines, Read_LUTFile&
                    CubeHeader& header) {
     header.hasMeshWord = header.hasMeshWord || contains(line, "MESH");
     if (contains(line, "LUT_3D_SIZE")) {
-        return parseSize3D(line, lut);
+        return parseSize3D(line, lines, lut);
     }
     if (contains(line, "TITLE")) {
         return parseTitle(lines, lut);
@@ -159,7 +165,7 @@ LineKind parseLine(std::string_view line, const LineSource& lines, Read_LUTFile&
         return parseTriple(lines, "DOMAIN_MAX", lut.domainMax3D, lut);
     }
     if (contains(line, "LUT_1D_SIZE")) {
-        return parseSize1D(line, lut);
+        return parseSize1D(line, lines, lut);
     }
     if (contains(line, "LUT_1D_INPUT_RANGE")) {
         return parseInputRange(lines, lut);

@@ -128,6 +128,8 @@ constexpr struct {
     // Sizes.
     {Cube, "0 0 0\n@", "no line states the size: 2 is inferred from 8 lines"},
     {Cube, "1 0 .5\n", "no line states the size: 1 is inferred from 1 line"},
+    {Cube, "LUT_3D_SIZE 3\nLUT_3D_SIZE 2\n0 0 0\n@",
+     "2: found \"LUT_3D_SIZE 2\", which replaces the size before"},
     {Cube, "LUT_3D_SIZE 1\n1 0 .5\n",
      "the 3D table has a single point: it maps all colours to one"},
     {Mga, "in 7\nvalues\n0 0 0 0\n1 1 0 0\n2 0 1 0\n3 1 1 0\n4 0 0 1\n5 1 0 1\n6 0 1 1\n7 1 1 1\n",
