@@ -42,6 +42,8 @@ namespace {
 
 /// What the first pass finds besides the fields of the container.
 struct CubeHeader {
+    int size3D = 0; ///< as the last line with a size states it
+    int size1D = 0; ///< likewise
     int outBits = 0;
     bool hasMeshWord = false; ///< some line contains "MESH" and must be skipped
 
@@ -112,24 +114,23 @@ LineKind parseMesh(std::string_view line, Read_LUTFile& lut, CubeHeader& header)
     return LineKind::Keyword;
 }
 
-/// Of several sizes the last one counts.
-LineKind checkSize(int size, int before, const LineSource& lines, Read_LUTFile& lut) {
+/// The size that a line states. Of several the last one counts; \a before is the one before it.
+LineKind checkSize(int size, int& before, const LineSource& lines, Read_LUTFile& lut) {
     if (before > 0 && size != before) {
         remarkOnLine(lut, lines, QStringLiteral("which replaces the size before"));
     }
+    before = size;
     return size < 1 ? LineKind::BadSize : LineKind::Keyword;
 }
 
-LineKind parseSize3D(std::string_view line, const LineSource& lines, Read_LUTFile& lut) {
-    const int before = lut.size3D;
-    lut.setSize3D(tintwell::toInt(removeAll(line, "LUT_3D_SIZE ")));
-    return checkSize(lut.size3D, before, lines, lut);
+LineKind parseSize3D(const LineSource& lines, Read_LUTFile& lut, CubeHeader& header) {
+    lut.setSize3D(tintwell::toInt(removeAll(lines.current(), "LUT_3D_SIZE ")));
+    return checkSize(lut.size3D, header.size3D, lines, lut);
 }
 
-LineKind parseSize1D(std::string_view line, const LineSource& lines, Read_LUTFile& lut) {
-    const int before = lut.size1D;
-    lut.setSize1D(tintwell::toInt(removeAll(line, "LUT_1D_SIZE ")));
-    return checkSize(lut.size1D, before, lines, lut);
+LineKind parseSize1D(const LineSource& lines, Read_LUTFile& lut, CubeHeader& header) {
+    lut.setSize1D(tintwell::toInt(removeAll(lines.current(), "LUT_1D_SIZE ")));
+    return checkSize(lut.size1D, header.size1D, lines, lut);
 }
 
 LineKind parseTitle(const LineSource& lines, Read_LUTFile& lut) {
@@ -153,7 +154,7 @@ LineKind parseLine(std::string_view line, const LineSource& lines, Read_LUTFile&
                    CubeHeader& header) {
     header.hasMeshWord = header.hasMeshWord || contains(line, "MESH");
     if (contains(line, "LUT_3D_SIZE")) {
-        return parseSize3D(line, lines, lut);
+        return parseSize3D(lines, lut, header);
     }
     if (contains(line, "TITLE")) {
         return parseTitle(lines, lut);
@@ -165,7 +166,7 @@ LineKind parseLine(std::string_view line, const LineSource& lines, Read_LUTFile&
         return parseTriple(lines, "DOMAIN_MAX", lut.domainMax3D, lut);
     }
     if (contains(line, "LUT_1D_SIZE")) {
-        return parseSize1D(line, lines, lut);
+        return parseSize1D(lines, lut, header);
     }
     if (contains(line, "LUT_1D_INPUT_RANGE")) {
         return parseInputRange(lines, lut);
