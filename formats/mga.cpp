@@ -58,12 +58,18 @@ bool parseCount(std::string_view line, const LineSource& lines, Read_LUTFile& lu
     return true;
 }
 
-/// Whether the columns of a "values" line are those that are read.
+/// Whether the columns of a "values" line are those that are read, by their first letters.
 bool isInOrder(std::string_view line) {
     tintwell::WordReader words(line);
     words.next();
-    const std::string_view first = words.next();
-    return first.empty() || (first == "red" && words.next() == "green" && words.next() == "blue");
+    for (const char letter : {'r', 'g', 'b'}) {
+        const std::string_view word = words.next();
+        constexpr char lowerCase = 0x20;
+        if (!word.empty() && (word.front() | lowerCase) != letter) {
+            return false;
+        }
+    }
+    return true;
 }
 
 bool parseCodes(std::string_view line, Read_LUTFile& lut) {
