@@ -3,7 +3,7 @@
 
 #include "app/main_window.h"
 #include "calc/lutcalc.h"
-#include "lut/format_code.h"
+#include "lut/catalogue.h"
 #include "lut/read_lutfile.h"
 #include "lut/write_lutfile.h"
 #include "saving/save_file.h"
@@ -14,7 +14,13 @@
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QLineEdit>
+#include <QLocale>
 #include <QMessageBox>
+#include <QRegularExpression>
+
+#include <algorithm>
+
+using tintwell::Message;
 
 namespace {
 
@@ -53,6 +59,30 @@ QString firstOffered(const QStringList& files) {
     return other;
 }
 
+/// "look.cube:7: what" or "look.cube: what"
+QString inFile(const QString& path, const QString& what) {
+    static const QRegularExpression line(QStringLiteral("^[0-9]+: "));
+    return QFileInfo(path).fileName() +
+           (line.match(what).hasMatch() ? QStringLiteral(":") : QStringLiteral(": ")) + what;
+}
+
+bool hasDomain(const Read_LUTFile& lut) {
+    const auto isUnit = [](const float* min, const Read_LUTFile::DomainEnd& max) {
+        return std::all_of(min, min + 3, [](float end) { return end == 0; }) &&
+               max == Read_LUTFile::DomainEnd{1, 1, 1};
+    };
+    return !isUnit(lut.domainMin3D, lut.statedMax3D());
+}
+
+bool isSameFile(const QFileInfo& a, const QFileInfo& b) {
+    return a.exists() && a.canonicalFilePath() == b.canonicalFilePath();
+}
+
+/// The orders that a request stands for.
+tintwell::Orders ordersOf(const LUTFILE_ST& st, const tintwell::Orders& own) {
+    return st.defaultOrder ? own : tintwell::Orders{st.dataOrder, st.tableOrder};
+}
+
 void report(const QString& title, const QString& text) {
     QMessageBox::warning(nullptr, title, text, QMessageBox::Ok);
 }
@@ -75,9 +105,10 @@ bool isProtected(const QString& path) {
     return file.exists() && !file.isWritable();
 }
 
-bool write(const LUTFILE_ST& st, Read_LUTFile& lut) {
+/// Returns why the file is not written; empty if it is.
+QString write(const LUTFILE_ST& st, Read_LUTFile& lut) {
     if (isProtected(st.path)) {
-        return false;
+        return QStringLiteral("the file is protected against writing");
     }
     tintwell::removeLeftOversBeside(st.path);
     const auto writeTo = [&](const QString& path) {
@@ -87,17 +118,18 @@ bool write(const LUTFILE_ST& st, Read_LUTFile& lut) {
         writer.WriteFile(standIn, lut);
         return writer.lastError;
     };
-    return !tintwell::saveFile(st.path, tintwell::IfExists::Replace, writeTo);
+    const auto error = tintwell::saveFile(st.path, tintwell::IfExists::Replace, writeTo);
+    return error ? error->reason : QString();
 }
 
-bool writeResampled(const LUTFILE_ST& st, const Read_LUTFile& lut) {
+QString writeResampled(const LUTFILE_ST& st, const Read_LUTFile& lut) {
     if (lut.size3D <= 0) {
-        return false;
+        return QStringLiteral("the input has no 3D table");
     }
     Read_LUTFile resampled(nullptr);
     Read_LUTFile::Data3DCalloc(&resampled.data3D, st.outSize3D);
     if (resampled.data3D == nullptr) {
-        return false;
+        return QStringLiteral("not enough memory for the table");
     }
     resampled.size3D = st.outSize3D;
     LutCalc().Lut3D_Out(lut, resampled);
@@ -129,7 +161,12 @@ void MainWindow::takeInput(const QString& path) {
     st.path = inputPath;
     st.formatCode = CubeFormat;
     Read_LUTFile preview(nullptr);
-    if (!preview.ReadFile(st, true)) {
+    const bool isRead = preview.ReadFile(st, true);
+    inputHas1D = preview.size1D > 0;
+    inputHasDomain = hasDomain(preview);
+    suggestOutput();
+    if (!isRead) {
+        setOutcome({{Message::PreviewFailed, inFile(inputPath, preview.lastError)}});
         return;
     }
     inputName->setText(inputPath.mid(inputPath.lastIndexOf(QLatin1Char('/'))));
@@ -139,6 +176,7 @@ void MainWindow::takeInput(const QString& path) {
     inputSize3D->setText(QString::number(preview.size3D));
     inputSize1D->setText(QStringLiteral("0"));
     inputDimension->setText(QStringLiteral("3D"));
+    setOutcome({});
 }
 
 void MainWindow::slotOutputButton() {
@@ -160,6 +198,7 @@ void MainWindow::slotWriteLut() {
 
     Read_LUTFile lut(nullptr);
     if (!lut.ReadFile(request(inputPath, inputOrders), false)) {
+        setOutcome({{Message::ReadFailed, inFile(inputPath, lut.lastError)}});
         report(QStringLiteral("Error"), QStringLiteral("File Error!"));
         return;
     }
@@ -169,12 +208,90 @@ void MainWindow::slotWriteLut() {
 }
 
 void MainWindow::SaveLut(LUTFILE_ST st, Read_LUTFile& lut) {
-    const bool written = lut.size3D == st.outSize3D ? write(st, lut) : writeResampled(st, lut);
-    if (written) {
+    const QString error = lut.size3D == st.outSize3D ? write(st, lut) : writeResampled(st, lut);
+    if (error.isEmpty()) {
+        setOutcome(written(st, lut));
         report(QStringLiteral("Successful"), QStringLiteral("Export successful !"));
     } else {
+        setOutcome({{Message::WriteFailed, inFile(st.path, error)}});
         report(QStringLiteral("Error"), QStringLiteral("Format not supported !"));
     }
+}
+
+QVector<MainWindow::Note> MainWindow::written(const LUTFILE_ST& st, const Read_LUTFile& lut) {
+    constexpr int mostRemarks = 3; // more are in what tintwell-cli check prints
+    const QFileInfo file(st.path);
+    const QString bytes = QLocale::c().formattedDataSize(file.size());
+    QVector<Note> notes = {{Message::Written, QStringLiteral("%1 (%2 x %2 x %2, %3)")
+                                                  .arg(file.absoluteFilePath(),
+                                                       QString::number(st.outSize3D), bytes)}};
+    for (const QString& remark : lut.remarks.mid(0, mostRemarks)) {
+        notes += {Message::Remark, inFile(inputPath, remark)};
+    }
+    return notes;
+}
+
+void MainWindow::suggestOutput() {
+    if (inputPath.isEmpty()) {
+        return;
+    }
+    const QFileInfo input(inputPath);
+    QDir::setCurrent(input.absolutePath()); // a bare name stands beside the input
+    outputPathField->setPlaceholderText(
+        QStringLiteral("%1_%2.cube").arg(input.completeBaseName(), outputSize3D->currentText()));
+    refreshNotes();
+}
+
+QVector<MainWindow::Note> MainWindow::warnings() const {
+    QVector<Note> notes;
+    const QFileInfo input(inputPath);
+    if (!inputPath.isEmpty() && input.suffix().toLower() != QLatin1String("cube")) {
+        notes += {Message::NotACube, input.fileName()};
+    }
+    if (inputHas1D) {
+        notes += {Message::CurveLost};
+    }
+    if (inputHasDomain) {
+        notes += {Message::DomainLost};
+    }
+    return notes + outputWarnings();
+}
+
+QVector<MainWindow::Note> MainWindow::outputWarnings() const {
+    const QString path = outputPathField->text();
+    if (path.isEmpty()) {
+        return {};
+    }
+    const QFileInfo output(path);
+    if (!output.absoluteDir().exists()) {
+        return {{Message::NoFolder, output.absolutePath()}};
+    }
+    QVector<Note> notes;
+    if (output.suffix().toLower() != QLatin1String("cube")) {
+        notes += {Message::NoCubeName};
+    }
+    if (isSameFile(output, QFileInfo(inputPath))) {
+        notes += {Message::OutputIsInput};
+    } else if (output.exists() && !isJustWritten()) {
+        notes += {Message::OutputExists};
+    }
+    return notes;
+}
+
+bool MainWindow::isJustWritten() const {
+    return !outcome.isEmpty() && outcome.first().message == Message::Written;
+}
+
+Message MainWindow::orderEffect() const {
+    const tintwell::Format& cube = formatOf(tintwell::FormatCode::Cube);
+    const tintwell::Orders in = ordersOf(request({}, inputOrders), cube.readerOrders);
+    const tintwell::Orders out = ordersOf(request({}, outputOrders), cube.writerOrders);
+    const bool swapsChannels = in.dataOrder != out.dataOrder;
+    const bool swapsAxes = in.tableOrder != out.tableOrder;
+    return swapsChannels && swapsAxes ? Message::BothSwapped
+           : swapsChannels            ? Message::ChannelsSwapped
+           : swapsAxes                ? Message::AxesSwapped
+                                      : Message::SamplesUnchanged;
 }
 
 LUTFILE_ST MainWindow::request(const QString& path, const OrderBoxes& orders) {

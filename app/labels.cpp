@@ -22,7 +22,60 @@ constexpr LabelTable ChineseLabels = {
     "3D尺寸",   "默认顺序", "数据顺序", "表格顺序", "语言",     "开始转换",
 };
 
+constexpr std::size_t MessageCount = static_cast<std::size_t>(Message::NoFolder) + 1;
+using MessageTable = std::array<const char*, MessageCount>;
+
+constexpr MessageTable EnglishMessages = {
+    "Samples unchanged",
+    "Red and blue swapped",
+    "Lattice axes swapped",
+    "Both swapped: red and blue, and the lattice axes",
+    "The orders that .cube files have: RGB data, and red changes fastest from line to line",
+    "The three numbers of a line are red, green, blue (RGB) or blue, green, red (BGR)",
+    "From line to line blue changes fastest (RGB) or red does, as in .cube files (BGR)",
+    "Written: %1",
+    "%1",
+    "Not converted: %1",
+    "Cannot be read: %1",
+    "Not written: %1",
+    "Not a .cube: tintwell-cli convert \"%1\" converts it",
+    "The 1D table will be lost",
+    "The domain will be lost: the output covers 0 to 1",
+    "The output is the input, which will be replaced",
+    "The output exists and will be replaced",
+    "The output has no name that ends in .cube",
+    "There is no folder %1",
+};
+
+constexpr MessageTable ChineseMessages = {
+    "样本不变",
+    "红蓝互换",
+    "晶格轴互换",
+    "两者均互换：红蓝与晶格轴",
+    ".cube 文件的顺序：RGB 数据，逐行红色变化最快",
+    "一行的三个数为红、绿、蓝 (RGB) 或蓝、绿、红 (BGR)",
+    "逐行蓝色变化最快 (RGB)，或红色变化最快 (BGR，.cube 文件即如此)",
+    "已写入：%1",
+    "%1",
+    "未转换：%1",
+    "无法读取：%1",
+    "未写入：%1",
+    "不是 .cube 文件：可用 tintwell-cli convert \"%1\" 转换",
+    "1D 表将丢失",
+    "定义域将丢失：输出覆盖 0 到 1",
+    "输出即输入，输入将被替换",
+    "输出已存在，将被替换",
+    "输出的文件名不以 .cube 结尾",
+    "文件夹 %1 不存在",
+};
+
 } // namespace
+
+QString messageText(int language, Message message, const QString& argument) {
+    const MessageTable& table = language == SimplifiedChinese ? ChineseMessages : EnglishMessages;
+    QString text = QString::fromUtf8(table[static_cast<std::size_t>(message)]);
+    return text.replace(QLatin1String("%1"), argument);
+}
 
 QString labelText(int language, Label label) {
     const LabelTable& table = language == SimplifiedChinese ? ChineseLabels : EnglishLabels;

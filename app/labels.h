@@ -35,4 +35,30 @@ QString labelText(int language, Label label);
 /// A short description of the start button.
 QString startHint(int language);
 
+/// What the window says beside its labels. %1 stands for a name or a reason.
+enum class Message {
+    SamplesUnchanged,
+    ChannelsSwapped,
+    AxesSwapped,
+    BothSwapped,
+    DefaultOrderHint,
+    DataOrderHint,
+    TableOrderHint,
+    Written,
+    Remark,
+    ReadFailed,
+    PreviewFailed,
+    WriteFailed,
+    NotACube,
+    CurveLost,
+    DomainLost,
+    OutputIsInput,
+    OutputExists,
+    NoCubeName,
+    NoFolder,
+};
+
+/// The message in \a language; in English for any value that is not a language of the window.
+QString messageText(int language, Message message, const QString& argument = QString());
+
 } // namespace tintwell

@@ -15,9 +15,12 @@
 #include <QUrl>
 
 #include <algorithm>
+#include <utility>
 
 using tintwell::Label;
 using tintwell::labelText;
+using tintwell::Message;
+using tintwell::messageText;
 
 namespace {
 
@@ -52,6 +55,15 @@ QLineEdit* makeInfoField(const char* name) {
     palette.setBrush(QPalette::Base, Qt::transparent);
     field->setPalette(palette);
     return field;
+}
+
+/// A line or several of text, which can be selected and copied.
+QLabel* makeNote(const char* name) {
+    auto* const note = named(name, new QLabel);
+    note->setWordWrap(true);
+    note->setTextFormat(Qt::PlainText);
+    note->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    return note;
 }
 
 QComboBox* makeBox(const char* name, const QStringList& items) {
@@ -137,6 +149,10 @@ MainWindow::MainWindow(QWidget* parent) : QMainWindow(parent) {
     column->setContentsMargins(WindowMargin, WindowMargin, WindowMargin, WindowMargin);
     column->setSpacing(WindowMargin);
     column->addLayout(panels);
+    orderNote = makeNote("orderNote");
+    column->addWidget(orderNote);
+    statusNote = makeNote("statusNote");
+    column->addWidget(statusNote);
     footer = makeFooter();
     column->addWidget(footer);
     column->addStretch(1);
@@ -258,7 +274,9 @@ void MainWindow::connectSignals() {
     connect(outputOrders.data, indexChanged, this, &MainWindow::slotOutComboxChanged);
     connect(outputOrders.table, indexChanged, this, &MainWindow::slotOutComboxChanged);
     connect(languageBox, indexChanged, this, &MainWindow::slotLanguageChanged);
+    connect(outputSize3D, indexChanged, this, [this] { suggestOutput(); });
     connect(outputPathField, &QLineEdit::textChanged, outputPathField, &QLineEdit::setToolTip);
+    connect(outputPathField, &QLineEdit::textChanged, this, [this] { setOutcome({}); });
 }
 
 void MainWindow::refreshWindow() {
@@ -289,6 +307,12 @@ void MainWindow::refreshWindow() {
     const QString hint = tintwell::startHint(language);
     startButton->setToolTip(QStringLiteral("%1 (%2)").arg(hint, startButton->toolTip()));
     startButton->setAccessibleDescription(hint);
+    for (const OrderBoxes& orders : {inputOrders, outputOrders}) {
+        orders.byDefault->setToolTip(messageText(language, Message::DefaultOrderHint));
+        orders.data->setToolTip(messageText(language, Message::DataOrderHint));
+        orders.table->setToolTip(messageText(language, Message::TableOrderHint));
+    }
+    refreshNotes();
     arrangePanels();
 }
 
@@ -296,20 +320,40 @@ void MainWindow::slotInCheckBoxChanged(int state) {
     if (state == Qt::Checked) {
         resetOrders(inputOrders);
     }
+    refreshNotes();
 }
 
 void MainWindow::slotInComboxChanged(int /*index*/) {
     clearDefault(inputOrders);
+    refreshNotes();
 }
 
 void MainWindow::slotOutCheckBoxChanged(int state) {
     if (state == Qt::Checked) {
         resetOrders(outputOrders);
     }
+    refreshNotes();
 }
 
 void MainWindow::slotOutComboxChanged(int /*index*/) {
     clearDefault(outputOrders);
+    refreshNotes();
+}
+
+void MainWindow::setOutcome(QVector<Note> notes) {
+    outcome = std::move(notes);
+    refreshNotes();
+}
+
+void MainWindow::refreshNotes() {
+    orderNote->setText(messageText(language, orderEffect()));
+    QStringList lines;
+    const QVector<Note> notes = outcome + warnings();
+    for (const Note& note : notes) {
+        lines += messageText(language, note.message, note.argument);
+    }
+    statusNote->setText(lines.join(QLatin1Char('\n')));
+    statusNote->setVisible(!lines.isEmpty());
 }
 
 void MainWindow::slotLanguageChanged(int index) {

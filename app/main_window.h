@@ -103,12 +103,36 @@ private:
 
     void takeInput(const QString& path);
 
+    /// What is said of an action or of the choices, in whatever language the window has.
+    struct Note {
+        tintwell::Message message;
+        QString argument = {};
+    };
+
+    /// Shows what came of the last action, until the next one.
+    void setOutcome(QVector<Note> notes);
+    /// What Begin would do to the files that are chosen now.
+    QVector<Note> warnings() const;
+    QVector<Note> outputWarnings() const;
+    /// Offers a name for the output beside the input, without filling it in.
+    void suggestOutput();
+    bool isJustWritten() const;
+    /// What is said of a conversion that has succeeded.
+    QVector<Note> written(const LUTFILE_ST& st, const Read_LUTFile& lut);
+    /// What the orders of both sides do together to the lines of the file.
+    tintwell::Message orderEffect() const;
+    /// Shows the effect of the orders, the outcome and the warnings.
+    void refreshNotes();
+
     static void resetOrders(const OrderBoxes& orders);
     static void clearDefault(const OrderBoxes& orders);
     static LUTFILE_ST request(const QString& path, const OrderBoxes& orders);
 
     QString inputPath;
     QString outputPath;
+    QVector<Note> outcome;
+    bool inputHas1D = false;
+    bool inputHasDomain = false;
     int language = tintwell::English;
 
     PressButton* inputButton = nullptr;
@@ -125,6 +149,8 @@ private:
     QComboBox* outputSize3D = nullptr;
     OrderBoxes outputOrders = {};
 
+    QLabel* orderNote = nullptr;
+    QLabel* statusNote = nullptr;
     QComboBox* languageBox = nullptr;
     PressButton* startButton = nullptr;
 

@@ -262,6 +262,49 @@ private Q_SLOTS:
         QCOMPARE(m_folder.content("in.cube"), cube(17));
     }
 
+    /// What is said before and after a conversion, in the words of the language at hand.
+    void notes() {
+        const auto told = [this] { return text("statusNote"); };
+        const auto choosing = [&](const char* name, const QByteArray& content) {
+            choose("inputButton", {m_folder.file(name, content)});
+            return told();
+        };
+        const QString before = QDir::currentPath();
+        QCOMPARE(told(), "");
+        QCOMPARE(choosing("in.cube", cube(17)), "");
+        QCOMPARE(find<QLineEdit>("outputPath")->placeholderText(), "in_17.cube");
+        QCOMPARE(QDir::currentPath(), m_folder.path(""));
+        const auto writing = [&](const char* path) {
+            find<QLineEdit>("outputPath")->setText(path);
+            return told();
+        };
+        QCOMPARE(writing("no/o.cube"), "There is no folder " + m_folder.path("no"));
+        QCOMPARE(writing("o.txt"), "The output has no name that ends in .cube");
+        QCOMPARE(writing("./in.cube"), "The output is the input, which will be replaced");
+        QCOMPARE(convertTo("new.cube"), done); // beside the input
+        const QString name = m_folder.path("new.cube");
+        QVERIFY(told().startsWith("Written: " + name + " (17 x 17 x 17, 129."));
+        QCOMPARE(choosing("in.cube", cube(17) + "hello\n"),
+                 "The output exists and will be replaced");
+        QCOMPARE(begin(), done);
+        QVERIFY(told().endsWith("\nin.cube:4916: found \"hello\", which is neither a sample nor a "
+                                "keyword"));
+        QVERIFY(choosing("bad.cube", "LUT_3D_SIZE\t2\n")
+                    .startsWith("Cannot be read: bad.cube:1: found \"LUT_3D_SIZE"));
+        select("language", 1);
+        QVERIFY(told().startsWith("无法读取：bad.cube:1: found"));
+        find<QLineEdit>("outputPath")->setText("new2.cube");
+        QCOMPARE(choosing("in.3dl", "DOMAIN_MAX 2 2 2\nLUT_1D_SIZE 2\nLUT_3D_SIZE 2\n" + cube(2)),
+                 "不是 .cube 文件：可用 tintwell-cli convert \"in.3dl\" 转换\n1D 表将丢失\n"
+                 "定义域将丢失：输出覆盖 0 到 1");
+        QCOMPARE(begin(), "Error: File Error!");
+        QVERIFY(told().startsWith("未转换：in.3dl:"));
+        choosing("curve.cube", "LUT_1D_SIZE 2\n0 0 0\n1 1 1\n");
+        QCOMPARE(begin(), failed);
+        QCOMPARE(told(), "未写入：new2.cube: the input has no 3D table\n1D 表将丢失");
+        QDir::setCurrent(before);
+    }
+
     /// With orders by default (-1) or by the boxes: data order + 2 x table order.
     void conversion() {
         const auto setOrders = [this](const QString& side, int orders) {
@@ -277,6 +320,10 @@ private Q_SLOTS:
             select("outputSize3D", outputPoints == 33 ? 1 : 0);
             const int swaps = setOrders("input", way % 5 - 1) ^ setOrders("output", way / 5 - 1);
             QCOMPARE(convertTo(m_folder.path("out.cube")), done);
+            QCOMPARE(
+                text("orderNote"),
+                QStringList({"Samples unchanged", "Red and blue swapped", "Lattice axes swapped",
+                             "Both swapped: red and blue, and the lattice axes"})[swaps]);
             QVERIFY2(m_folder.content("out.cube") ==
                          cube(outputPoints, points > outputPoints ? 2 : 1, swaps & 1, swaps & 2),
                      QByteArray::number(way));
