@@ -99,6 +99,8 @@ constexpr struct {
      "after it are late"},
     {Nvx1D, "Range 0 1\nLength 2\n0 0 0\n1 1 1\n",
      "1: found \"Range 0 1\", which is not a keyword of the header"},
+    {TruelightCube, "# width 2 2 2\n# Cube\n0 0 0\n@# End\n9 9 9\n",
+     "12: found \"9 9 9\", which is not in a section and is ignored"},
     {TruelightCube, "# width 2 2 2\n1 1 1\n# Cube\n0 0 0\n@# End\n",
      "2: found \"1 1 1\", which is not in a section and is ignored"},
     {ThreeDl, "Mesh 0 1\na new look\n0 0 0\n@",
