@@ -130,7 +130,8 @@ private:
     /// What other programs make of the numbers.
     QString readElsewhere() const {
         const tintwell::FormatTraits& traits = m_format.traits;
-        if (integers() == IntegerSamples::LargestIsFull && m_scale == m_lut.size1D - 1) {
+        if (integers() == IntegerSamples::LargestIsFull && writesIntegers() &&
+            m_scale == m_lut.size1D - 1) {
             return {}; // they take the length for the scale
         }
         return QLatin1String(writesIntegers() ? traits.integersElsewhere : traits.realsElsewhere);

@@ -197,6 +197,7 @@ constexpr Run runs[] = {
     {"convert dim.nvx1d --to discreet -", 0,
      "-: note: readers take the largest value, 0.6|-: note: other programs expect integers",
      "LUT: 3 2\n"},
+    {"identity --to discreet --size 256 --scale 255 -", 0, "", "\n     255\n"},
     {"convert order.spi1d --to discreet -", 0, "-: note: other programs",
      "LUT: 3 2\n     0\n     0.8\n     0.1\n"},
     {"convert up.nvx1d --to lut --size 2 -", 0,
