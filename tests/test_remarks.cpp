@@ -90,6 +90,12 @@ constexpr struct {
      "a line is black"},
     {Csv, "0,0\n0,1\n2,3\n",
      "2: found \"0,1\", whose index has had a line before; 1 entry without a line is black"},
+    {Csv, "0,2900\n",
+     "the last code, 2900, is not full scale: 4095 is taken|"
+     "the 1D table has a single point: it maps all colours to one"},
+    {Spi3D, "SPILUT 1.0\n3 3\n1 1 1\n0 0\n",
+     "4: found \"0 0\", expected 6 numbers: the rest is that of the sample before|"
+     "the 3D table has a single point: it maps all colours to one"},
     {Csv, "0,0\n1\n2,3\n", "2: found \"1\", without a code: that of the line before is taken"},
     {Csv, "index,code\n0,0\n1,3\n",
      "1: found \"index,code\", which is neither a sample nor a keyword"},
