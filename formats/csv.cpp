@@ -11,6 +11,7 @@
 #include "formats/domain.h"
 #include "formats/emit_table.h"
 #include "formats/fill_table.h"
+#include "formats/filled_places.h"
 #include "formats/text/words.h"
 #include "lut/format_code.h"
 #include "lut/read_lutfile.h"
@@ -18,10 +19,8 @@
 #include "lut/write_lutfile.h"
 
 #include <algorithm>
-#include <cstddef>
 #include <cstdint>
 #include <string_view>
-#include <vector>
 
 using tintwell::LineSource;
 
@@ -31,10 +30,11 @@ namespace {
 struct Entry {
     int index = 0;
     int code = 0;
+    tintwell::LineEnd end;
 
     /// Returns how many numbers there are.
     int scan(std::string_view line) {
-        return tintwell::scan(line, index, tintwell::Literal{','}, code);
+        return tintwell::scan(line, index, tintwell::Literal{','}, code, end);
     }
 };
 
@@ -43,14 +43,17 @@ class OddEntries {
 public:
     explicit OddEntries(const LineSource& lines) : m_lines(lines) {}
 
-    void add(std::string_view line, int found) {
+    void add(std::string_view line, int found, const Entry& entry) {
+        if (found == 2 && entry.end.isReached) {
+            return;
+        }
         if (found == 0) {
             m_unknown.addUnlessComment(line, m_lines);
         } else if (found == 1) {
             m_incomplete.add(m_lines);
         } else if (std::count(line.begin(), line.end(), ',') > 1) {
             m_wide.add(m_lines);
-        } else if (line.find_first_not_of("0123456789+-, \t") != std::string_view::npos) {
+        } else {
             m_real.add(m_lines);
         }
     }
@@ -90,11 +93,11 @@ int countEntries(LineSource& lines, Entry& entry) {
 /// Fills the table, each code at its index.
 void readEntries(LineSource& lines, Entry& entry, Read_LUTFile& lut) {
     OddEntries odd(lines);
-    std::vector<bool> isFilled(static_cast<std::size_t>(std::max(lut.size1D, 0)));
+    tintwell::FilledPlaces entries(lut.size1D);
     while (!lines.atEnd()) {
         const std::string_view line = lines.next();
         const int found = entry.scan(line);
-        odd.add(line, found);
+        odd.add(line, found, entry);
         if (found == 0) {
             continue;
         }
@@ -104,13 +107,11 @@ void readEntries(LineSource& lines, Entry& entry, Read_LUTFile& lut) {
         }
         const auto value = static_cast<float>(entry.code);
         lut.White1D(entry.index, value, value, value, lut.domainMin1D, lut.domainMax1D);
-        std::vector<bool>::reference filled = isFilled[static_cast<std::size_t>(entry.index)];
-        if (filled) {
+        if (!entries.add(entry.index)) {
             odd.addRepeated();
         }
-        filled = true;
     }
-    odd.tell(lut, std::count(isFilled.begin(), isFilled.end(), true), lut.size1D);
+    odd.tell(lut, entries.count(), entries.all());
 }
 
 /// The largest code of the bit depth that \a lastCode needs; a power of two belongs to the depth

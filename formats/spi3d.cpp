@@ -11,17 +11,15 @@
 
 #include "formats/emit_table.h"
 #include "formats/fill_table.h"
+#include "formats/filled_places.h"
 #include "formats/text/words.h"
 #include "lut/format_code.h"
 #include "lut/read_lutfile.h"
 #include "lut/write_lutfile.h"
 
-#include <algorithm>
-#include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <string_view>
-#include <vector>
 
 using tintwell::Completeness;
 using tintwell::LineSource;
@@ -99,49 +97,13 @@ struct PlacedSample {
     }
 };
 
-/// The points of a lattice that have a line. Most files name all of them in order.
-class Points {
-public:
-    explicit Points(std::int64_t size) : m_size(size) {}
-
-    /// False if the point has a line already.
-    bool add(const PlacedSample& sample) {
-        const std::int64_t place = (sample.i * m_size + sample.j) * m_size + sample.k;
-        if (place == m_count && m_hasLine.empty()) {
-            ++m_count;
-            return true;
-        }
-        return addOutOfOrder(static_cast<std::size_t>(place));
-    }
-
-    std::int64_t count() const { return m_count; }
-    std::int64_t all() const { return m_size * m_size * m_size; }
-
-private:
-    bool addOutOfOrder(std::size_t place) {
-        if (m_hasLine.empty()) {
-            m_hasLine.resize(static_cast<std::size_t>(all()));
-            std::fill_n(m_hasLine.begin(), m_count, true);
-        }
-        if (m_hasLine[place]) {
-            return false;
-        }
-        m_hasLine[place] = true;
-        ++m_count;
-        return true;
-    }
-
-    std::int64_t m_size;
-    std::int64_t m_count = 0;
-    std::vector<bool> m_hasLine; ///< empty as long as the lines are in order
-};
-
 /// Reads the samples, each to its place.
 void readSamples(LineSource& lines, Read_LUTFile& lut) {
     tintwell::BodyLines body(lines, PlacedSample::numbers);
     OddLines outside;
     OddLines repeated;
-    Points points(lut.size3D);
+    const std::int64_t n = lut.size3D;
+    tintwell::FilledPlaces points(n * n * n);
     PlacedSample sample;
     while (!lines.atEnd()) {
         if (!body.isSample(sample.scan(lines.next()))) {
@@ -152,7 +114,7 @@ void readSamples(LineSource& lines, Read_LUTFile& lut) {
             continue;
         }
         store3D(lut, sample.i, sample.j, sample.k, sample.value);
-        if (!points.add(sample)) {
+        if (!points.add((sample.i * n + sample.j) * n + sample.k)) {
             repeated.add(lines);
         }
     }

@@ -17,6 +17,15 @@ struct Literal {
     char character;
 };
 
+/// Finds out whether the numbers so far are all that the line holds.
+struct LineEnd {
+    bool isReached = false;
+};
+
+/// Whether a value of scan() is a number.
+template <typename Value>
+inline constexpr bool isNumber = !std::is_same_v<Value, Literal> && !std::is_same_v<Value, LineEnd>;
+
 namespace detail {
 
 // Each of these parses what is at the front of [at, end) and returns the position after it, or null
@@ -108,6 +117,11 @@ const char* parse(const char* at, const char* /*first*/, const char* end, Intege
     return after;
 }
 
+inline const char* parse(const char* at, const char* /*first*/, const char* end, LineEnd& lineEnd) {
+    lineEnd.isReached = at == end;
+    return at;
+}
+
 inline const char* parse(const char* at, const char* /*first*/, const char* end, Literal expected) {
     return at != end && *at == expected.character ? at + 1 : nullptr;
 }
@@ -133,7 +147,7 @@ template <typename... Values>
     int converted = 0;
     const auto next = [&](auto& value) {
         at = detail::parse(at, first, end, value);
-        converted += at != nullptr && !std::is_same_v<std::decay_t<decltype(value)>, Literal>;
+        converted += at != nullptr && isNumber<std::decay_t<decltype(value)>>;
         return at != nullptr;
     };
     static_cast<void>((next(values) && ...));
