@@ -13,6 +13,7 @@
 #include <QScreen>
 #include <QSignalBlocker>
 #include <QUrl>
+#include <QWheelEvent>
 
 #include <algorithm>
 
@@ -54,8 +55,24 @@ QLineEdit* makeInfoField(const char* name) {
     return field;
 }
 
+/// A box that the wheel changes only while it has the focus, so that scrolling past changes
+/// nothing.
+class ChoiceBox : public QComboBox {
+public:
+    ChoiceBox() { setFocusPolicy(Qt::StrongFocus); }
+
+protected:
+    void wheelEvent(QWheelEvent* event) override {
+        if (!hasFocus()) {
+            event->ignore();
+            return;
+        }
+        QComboBox::wheelEvent(event);
+    }
+};
+
 QComboBox* makeBox(const char* name, const QStringList& items) {
-    auto* const box = named(name, new QComboBox);
+    QComboBox* const box = named(name, new ChoiceBox);
     box->addItems(items);
     return box;
 }

@@ -176,6 +176,20 @@ private Q_SLOTS:
         }
     }
 
+    void wheelNeedsFocus() {
+        auto* const box = find<QComboBox>("inputDataOrder");
+        const auto turn = [&](QWidget* focus) {
+            focus->setFocus();
+            QWheelEvent down({9, 9}, box->mapToGlobal({9, 9}), {}, {0, -120}, {}, {},
+                             Qt::NoScrollPhase, false);
+            QCoreApplication::sendEvent(box, &down);
+            return box->currentText();
+        };
+        QCOMPARE(turn(find<QWidget>("startButton")), "RGB");
+        QCOMPARE(box->focusPolicy(), Qt::StrongFocus);
+        QCOMPARE(turn(box), "BGR");
+    }
+
     void choosing() {
         const QString first = m_folder.file("first.cube", "LUT_3D_SIZE 9\n");
         const QString second = m_folder.file("second.cube", "LUT_3D_SIZE 5\n");
