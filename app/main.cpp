@@ -13,6 +13,8 @@ int main(int argc, char* argv[]) {
     tintwell::removeTemporaryFilesOnSignals();
     QCoreApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
     QCoreApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
+    QGuiApplication::setHighDpiScaleFactorRoundingPolicy(
+        Qt::HighDpiScaleFactorRoundingPolicy::PassThrough);
     QApplication app(argc, argv);
     QCoreApplication::setApplicationName(QStringLiteral("Tintwell"));
     QCoreApplication::setApplicationVersion(QStringLiteral(TINTWELL_VERSION));
