@@ -11,6 +11,7 @@
 #include <QMimeData>
 #include <QPainter>
 #include <QScreen>
+#include <QShortcut>
 #include <QSignalBlocker>
 #include <QUrl>
 #include <QWheelEvent>
@@ -162,6 +163,7 @@ MainWindow::MainWindow(QWidget* parent) : QMainWindow(parent) {
     inputOrders.byDefault->setChecked(true);
     outputOrders.byDefault->setChecked(true);
     connectSignals();
+    addShortcuts();
     refreshWindow();
     // Slightly wider than the minimum if the screen allows; the height follows from the layout.
     resize(std::min(sideBySideWidth() * 5 / 4, screen()->availableSize().width()), 0);
@@ -276,6 +278,21 @@ void MainWindow::connectSignals() {
     connect(outputOrders.table, indexChanged, this, &MainWindow::slotOutComboxChanged);
     connect(languageBox, indexChanged, this, &MainWindow::slotLanguageChanged);
     connect(outputPathField, &QLineEdit::textChanged, outputPathField, &QLineEdit::setToolTip);
+    connect(outputPathField, &QLineEdit::returnPressed, this, &MainWindow::goToStart);
+}
+
+void MainWindow::addShortcuts() {
+    // A button has room for one shortcut; the Enter of the keypad is a key of its own.
+    auto* const keypadStart = new QShortcut(QKeySequence(QStringLiteral("Ctrl+Enter")), this);
+    keypadStart->setAutoRepeat(false);
+    connect(keypadStart, &QShortcut::activated, startButton,
+            [this] { startButton->animateClick(); });
+    auto* const quit = new QShortcut(QKeySequence(QStringLiteral("Ctrl+Q")), this);
+    connect(quit, &QShortcut::activated, this, &MainWindow::close);
+}
+
+void MainWindow::goToStart() {
+    startButton->setFocus(Qt::TabFocusReason);
 }
 
 void MainWindow::refreshWindow() {

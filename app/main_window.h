@@ -89,6 +89,10 @@ private:
     QWidget* makeOutputPanel();
     QWidget* makeFooter();
     void connectSignals();
+    /// The shortcuts that belong to no button.
+    void addShortcuts();
+    /// Moves the focus to the start button without pressing it.
+    void goToStart();
 
     /// Fills a row of a panel's grid with one or two fields, and records how they are labelled.
     void addFields(QGridLayout* grid, int row, QVector<FieldCaption> fields);

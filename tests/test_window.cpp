@@ -307,6 +307,20 @@ private Q_SLOTS:
         QVERIFY(!start->isDown());
     }
 
+    void keys() {
+        auto* const path = find<QWidget>("outputPath");
+        path->setFocus();
+        QTest::keyClick(path, Qt::Key_Return);
+        QCOMPARE(QApplication::focusWidget(), find<QWidget>("startButton"));
+        QCOMPARE(m_user->seen.size(), 0);
+        QTest::keyClick(path, Qt::Key_Enter, Qt::ControlModifier | Qt::KeypadModifier);
+        QTRY_COMPARE(m_user->seen.size(), 1);
+        m_window->activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(m_window.data()));
+        QTest::keyClick(path, Qt::Key_Q, Qt::ControlModifier);
+        QVERIFY(!m_window->isVisible());
+    }
+
     void panelsFollowTheWidth() {
         const auto* const input = find<QWidget>("inputPanel");
         const auto* const output = find<QWidget>("outputPanel");
