@@ -11,6 +11,8 @@
 #include <QMimeData>
 #include <QPainter>
 #include <QScreen>
+#include <QScrollArea>
+#include <QScrollBar>
 #include <QShortcut>
 #include <QSignalBlocker>
 #include <QUrl>
@@ -29,6 +31,7 @@ constexpr int PanelMargin = 16;
 constexpr int PanelGap = 32;
 constexpr int GroupGap = 8;
 constexpr int StartWidth = 128;
+constexpr int TitleBarHeight = 40; // at most, of most window managers
 constexpr int InfoCharacters = 7;
 constexpr qreal CornerRadius = 6;
 constexpr qreal ChevronReach = 5;
@@ -80,6 +83,19 @@ QComboBox* makeBox(const char* name, const QStringList& items) {
 
 QComboBox* makeOrderBox(const char* name) {
     return makeBox(name, {QStringLiteral("RGB"), QStringLiteral("BGR")});
+}
+
+/// Shows a part of \a content, with scroll bars, where there is no room for all of it. It does not
+/// show otherwise: it has no frame, no background and no place in the tab order.
+QScrollArea* makeScrollArea(QWidget* content) {
+    auto* const area = named("content", new QScrollArea);
+    area->setFrameShape(QFrame::NoFrame);
+    area->setFocusPolicy(Qt::NoFocus);
+    area->setWidgetResizable(true);
+    area->setWidget(content);
+    content->setAutoFillBackground(false);
+    area->viewport()->setAutoFillBackground(false);
+    return area;
 }
 
 /// Two pairs of columns, each a label and a field that fills the remaining width.
@@ -158,16 +174,21 @@ MainWindow::MainWindow(QWidget* parent) : QMainWindow(parent) {
     footer = makeFooter();
     column->addWidget(footer);
     column->addStretch(1);
-    setCentralWidget(central);
+    content = makeScrollArea(central);
+    setCentralWidget(content);
+    central->installEventFilter(this);
 
     inputOrders.byDefault->setChecked(true);
     outputOrders.byDefault->setChecked(true);
     connectSignals();
     addShortcuts();
     refreshWindow();
-    // Slightly wider than the minimum if the screen allows; the height follows from the layout.
-    resize(std::min(sideBySideWidth() * 5 / 4, screen()->availableSize().width()), 0);
+    // Slightly wider than the minimum if the screen allows, and as low as the panels then allow.
+    ensurePolished(); // changes the sizes of the widgets
+    const QSize available = availableSize();
+    resize(std::min(sideBySideWidth() * 5 / 4, available.width()), available.height());
     arrangePanels();
+    resize(width(), minimumHeight());
 }
 
 // Widgets are added to the layouts in reading order, which makes it the tab order.
@@ -293,6 +314,7 @@ void MainWindow::addShortcuts() {
 
 void MainWindow::goToStart() {
     startButton->setFocus(Qt::TabFocusReason);
+    content->ensureWidgetVisible(startButton);
 }
 
 void MainWindow::refreshWindow() {
@@ -377,10 +399,19 @@ void MainWindow::dropEvent(QDropEvent* event) {
     openFiles(localFiles(event->mimeData()));
 }
 
+bool MainWindow::eventFilter(QObject* watched, QEvent* event) {
+    if (watched == content->widget() && event->type() == QEvent::LayoutRequest) {
+        arrangePanels();
+    }
+    return QMainWindow::eventFilter(watched, event);
+}
+
 void MainWindow::paintEvent(QPaintEvent* event) {
     QMainWindow::paintEvent(event);
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
+    const QWidget* const visible = content->viewport();
+    painter.setClipRect(QRect(visible->mapTo(this, QPoint()), visible->size()));
     const QRectF input(inputPanel->mapTo(this, QPoint()), inputPanel->size());
     const QRectF output(outputPanel->mapTo(this, QPoint()), outputPanel->size());
     drawFrame(painter, palette(), input);
@@ -401,13 +432,37 @@ int MainWindow::sideBySideWidth() const {
     return 2 * panelWidth() + PanelGap + 2 * WindowMargin;
 }
 
+QSize MainWindow::availableSize() const {
+    return screen()->availableSize() - QSize(0, TitleBarHeight);
+}
+
+int MainWindow::sideBySideHeight() const {
+    const int around =
+        content->widget()->layout()->totalMinimumSize().height() - panels->minimumSize().height();
+    return around + std::max(inputPanel->minimumSizeHint().height(),
+                             outputPanel->minimumSizeHint().height());
+}
+
 void MainWindow::arrangePanels() {
-    const bool sideBySide = width() >= sideBySideWidth();
+    QLayout* const layout = content->widget()->layout();
+    // The inner ones first, whose sizes the outer one adds up.
+    for (QLayout* const part :
+         {inputPanel->layout(), outputPanel->layout(), footer->layout(), layout}) {
+        part->activate();
+    }
+    const int barWidth = content->verticalScrollBar()->sizeHint().width();
+    const auto roomForBar = [&](int contentHeight, int windowHeight) {
+        return contentHeight > windowHeight ? barWidth : 0;
+    };
+    const bool sideBySide = width() >= sideBySideWidth() + roomForBar(sideBySideHeight(), height());
     panels->setDirection(sideBySide ? QBoxLayout::LeftToRight : QBoxLayout::TopToBottom);
-    // Without a minimum of its own the window could not become narrower than two panels side by
-    // side.
-    setMinimumWidth(std::max(panelWidth(), footer->minimumSizeHint().width()) + 2 * WindowMargin);
     // Immediately, because the frames are drawn around the current positions of the panels.
-    centralWidget()->layout()->activate();
+    layout->activate();
+    const QSize available = availableSize();
+    const int needed = layout->totalMinimumSize().height();
+    // The window becomes smaller than its content only on a small screen, and scrolls there.
+    const int narrowest = std::max(panelWidth(), footer->minimumSizeHint().width()) +
+                          2 * WindowMargin + roomForBar(needed, available.height());
+    setMinimumSize(QSize(narrowest, needed).boundedTo(available));
     update();
 }

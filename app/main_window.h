@@ -15,6 +15,7 @@ class QComboBox;
 class QGridLayout;
 class QLabel;
 class QLineEdit;
+class QScrollArea;
 class Read_LUTFile;
 
 /// The window: an input panel, an output panel, the language selector and the start button.
@@ -40,6 +41,8 @@ public:
 protected:
     void dragEnterEvent(QDragEnterEvent* event) override;
     void dropEvent(QDropEvent* event) override;
+    /// Follows changes of the content's size, of a font, say.
+    bool eventFilter(QObject* watched, QEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
 
@@ -102,6 +105,10 @@ private:
     int panelWidth() const;
     /// The minimum width of the window with the panels side by side.
     int sideBySideWidth() const;
+    /// The minimum height of the content with the panels side by side.
+    int sideBySideHeight() const;
+    /// The largest size that the window can have on its screen.
+    QSize availableSize() const;
     /// Lays the panels out side by side if there is room, else one above the other.
     void arrangePanels();
 
@@ -138,4 +145,5 @@ private:
     QWidget* outputPanel = nullptr;
     QWidget* footer = nullptr;
     QBoxLayout* panels = nullptr;
+    QScrollArea* content = nullptr;
 };

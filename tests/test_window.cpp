@@ -324,6 +324,7 @@ private Q_SLOTS:
     void panelsFollowTheWidth() {
         const auto* const input = find<QWidget>("inputPanel");
         const auto* const output = find<QWidget>("outputPanel");
+        m_window->setStyleSheet("* { font-size: 8px }"); // so that both fit one above the other
         m_window->resize(2000, m_window->height());
         QTRY_VERIFY(output->x() > input->geometry().right());
         QCOMPARE(input->y(), output->y());
@@ -331,6 +332,21 @@ private Q_SLOTS:
         QTRY_VERIFY(output->y() > input->geometry().bottom());
         QCOMPARE(input->x(), output->x());
         QTRY_VERIFY(m_window->height() > 2 * input->height());
+    }
+
+    /// On a screen that is too small for large letters, what is out of sight can be scrolled to.
+    void scrolling() {
+        const auto* const begin = find<QWidget>("startButton");
+        const auto* const area = find<QScrollArea>("content");
+        const auto isSeen = [&] { return begin->visibleRegion().boundingRect() == begin->rect(); };
+        m_window->setStyleSheet("* { font-size: 8px }");
+        QTRY_VERIFY(isSeen() && !area->verticalScrollBar()->isVisible());
+        m_window->setStyleSheet("* { font-size: 30px }");
+        const QSize screen = m_window->screen()->availableSize();
+        QTRY_VERIFY(area->verticalScrollBar()->isVisible() && !isSeen());
+        QVERIFY(m_window->height() < screen.height() && m_window->width() <= screen.width());
+        QTest::keyClick(find<QWidget>("outputPath"), Qt::Key_Return);
+        QTRY_VERIFY(isSeen());
     }
 };
 
