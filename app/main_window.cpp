@@ -1,5 +1,6 @@
 #include "app/main_window.h"
 
+#include "app/path_tool_tip.h"
 #include "app/press_button.h"
 
 #include <QCheckBox>
@@ -298,7 +299,9 @@ void MainWindow::connectSignals() {
     connect(outputOrders.data, indexChanged, this, &MainWindow::slotOutComboxChanged);
     connect(outputOrders.table, indexChanged, this, &MainWindow::slotOutComboxChanged);
     connect(languageBox, indexChanged, this, &MainWindow::slotLanguageChanged);
-    connect(outputPathField, &QLineEdit::textChanged, outputPathField, &QLineEdit::setToolTip);
+    connect(outputPathField, &QLineEdit::textChanged, this, [this](const QString& path) {
+        outputPathField->setToolTip(tintwell::pathToolTip(path));
+    });
     connect(outputPathField, &QLineEdit::returnPressed, this, &MainWindow::goToStart);
 }
 

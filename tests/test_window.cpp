@@ -68,6 +68,11 @@ class TestWindow : public QObject {
         return m_window->findChild<T*>(name);
     }
 
+    /// The path that a tool tip shows, without the places where it may be wrapped.
+    QString tip(const QString& of) const {
+        const QString html = find<QWidget>(of)->toolTip();
+        return QTextDocumentFragment::fromHtml(html).toPlainText().remove(QChar(0x200B));
+    }
     QString text(const QString& of) const { return find<QWidget>(of)->property("text").toString(); }
     void select(const QString& box, int to) const { find<QComboBox>(box)->setCurrentIndex(to); }
 
@@ -203,7 +208,7 @@ private Q_SLOTS:
         choose("outputButton", {});
         choose("inputButton", {m_folder.file("bad.cube", "LUT_3D_SIZE 0\n")});
         select("language", 1);
-        QString shown = find<QLineEdit>("inputName")->toolTip();
+        QString shown = tip("inputName");
         for (const char* const name : {"inputName", "inputType", "inputSize3D", "inputSize1D",
                                        "inputDimension", "outputPath"}) {
             shown += ' ' + text(name);
@@ -237,7 +242,7 @@ private Q_SLOTS:
             QCOMPARE(text("inputName"), opening.section('>', 1));
         }
         QDir::setCurrent(before);
-        QCOMPARE(find<QLineEdit>("inputName")->toolTip(), m_folder.path("a.cube"));
+        QCOMPARE(tip("inputName"), m_folder.path("a.cube"));
     }
 
     void dropping() {
@@ -319,6 +324,17 @@ private Q_SLOTS:
         QVERIFY(QTest::qWaitForWindowActive(m_window.data()));
         QTest::keyClick(path, Qt::Key_Q, Qt::ControlModifier);
         QVERIFY(!m_window->isVisible());
+    }
+
+    void longToolTips() {
+        const QString path = "/a  <b>&/" + QString(400, 'w') + "/" + QString(120, '/');
+        find<QLineEdit>("outputPath")->setText(path);
+        QCOMPARE(tip("outputPath"), path);
+        QLabel shown(find<QWidget>("outputPath")->toolTip());
+        shown.setWordWrap(true); // as of a tool tip
+        QVERIFY(shown.sizeHint().width() < 100 * shown.fontMetrics().averageCharWidth());
+        find<QLineEdit>("outputPath")->clear();
+        QCOMPARE(find<QWidget>("outputPath")->toolTip(), "");
     }
 
     void panelsFollowTheWidth() {
