@@ -6,6 +6,7 @@
 #include <QCheckBox>
 #include <QComboBox>
 #include <QDragEnterEvent>
+#include <QFileInfo>
 #include <QGridLayout>
 #include <QLabel>
 #include <QLineEdit>
@@ -36,6 +37,7 @@ constexpr int TitleBarHeight = 40; // at most, of most window managers
 constexpr int InfoCharacters = 7;
 constexpr qreal CornerRadius = 6;
 constexpr qreal ChevronReach = 5;
+constexpr qreal HighlightWidth = 2;
 
 // How clearly the frames show: opacities of the text colour, which suit light and dark palettes
 // alike.
@@ -108,11 +110,12 @@ QGridLayout* makePanelGrid(QWidget* panel) {
     return grid;
 }
 
+/// The dropped paths that are files, not folders, which cannot be an input.
 QStringList localFiles(const QMimeData* data) {
     QStringList files;
     const QList<QUrl> urls = data->urls();
     for (const QUrl& url : urls) {
-        if (url.isLocalFile()) {
+        if (url.isLocalFile() && QFileInfo(url.toLocalFile()).isFile()) {
             files += url.toLocalFile();
         }
     }
@@ -131,10 +134,12 @@ QColor faint(const QPalette& palette, qreal opacity) {
     return colour;
 }
 
-void drawFrame(QPainter& painter, const QPalette& palette, const QRectF& panel) {
-    painter.setPen(faint(palette, FrameOpacity));
+void drawFrame(QPainter& painter, const QPalette& palette, const QRectF& panel, const QPen& pen) {
+    const qreal inset = pen.widthF() / 2;
+    painter.setPen(pen);
     painter.setBrush(faint(palette, FillOpacity));
-    painter.drawRoundedRect(panel.adjusted(0.5, 0.5, -0.5, -0.5), CornerRadius, CornerRadius);
+    painter.drawRoundedRect(panel.adjusted(inset, inset, -inset, -inset), CornerRadius,
+                            CornerRadius);
 }
 
 /// An arrow head between the panels, pointing from input to output.
@@ -394,12 +399,26 @@ void MainWindow::clearDefault(const OrderBoxes& orders) {
 void MainWindow::dragEnterEvent(QDragEnterEvent* event) {
     if (!localFiles(event->mimeData()).isEmpty()) {
         acceptAsCopy(event);
+        highlightInput(true);
     }
 }
 
+void MainWindow::dragLeaveEvent(QDragLeaveEvent* /*event*/) {
+    highlightInput(false);
+}
+
 void MainWindow::dropEvent(QDropEvent* event) {
-    acceptAsCopy(event);
-    openFiles(localFiles(event->mimeData()));
+    highlightInput(false);
+    const QStringList files = localFiles(event->mimeData());
+    if (!files.isEmpty()) {
+        acceptAsCopy(event);
+        openFiles(files);
+    }
+}
+
+void MainWindow::highlightInput(bool on) {
+    inputHighlighted = on;
+    update();
 }
 
 bool MainWindow::eventFilter(QObject* watched, QEvent* event) {
@@ -417,8 +436,10 @@ void MainWindow::paintEvent(QPaintEvent* event) {
     painter.setClipRect(QRect(visible->mapTo(this, QPoint()), visible->size()));
     const QRectF input(inputPanel->mapTo(this, QPoint()), inputPanel->size());
     const QRectF output(outputPanel->mapTo(this, QPoint()), outputPanel->size());
-    drawFrame(painter, palette(), input);
-    drawFrame(painter, palette(), output);
+    const QPen frame(faint(palette(), FrameOpacity));
+    const QPen highlight(palette().color(QPalette::Highlight), HighlightWidth);
+    drawFrame(painter, palette(), input, inputHighlighted ? highlight : frame);
+    drawFrame(painter, palette(), output, frame);
     drawChevron(painter, palette(), input, output);
 }
 

@@ -40,6 +40,7 @@ public:
 
 protected:
     void dragEnterEvent(QDragEnterEvent* event) override;
+    void dragLeaveEvent(QDragLeaveEvent* event) override;
     void dropEvent(QDropEvent* event) override;
     /// Follows changes of the content's size, of a font, say.
     bool eventFilter(QObject* watched, QEvent* event) override;
@@ -112,6 +113,9 @@ private:
     /// Lays the panels out side by side if there is room, else one above the other.
     void arrangePanels();
 
+    /// Shows, or no longer, that a dragged file would become the input.
+    void highlightInput(bool on);
+
     void takeInput(const QString& path);
 
     static void resetOrders(const OrderBoxes& orders);
@@ -146,4 +150,5 @@ private:
     QWidget* footer = nullptr;
     QBoxLayout* panels = nullptr;
     QScrollArea* content = nullptr;
+    bool inputHighlighted = false;
 };

@@ -62,6 +62,7 @@ class TestWindow : public QObject {
     samples::Folder m_folder;
     QScopedPointer<MainWindow> m_window;
     QScopedPointer<User> m_user;
+    QColor m_frameBeforeDrop;
 
     template <typename T>
     T* find(const QString& name) const {
@@ -82,9 +83,15 @@ class TestWindow : public QObject {
         QTest::mouseClick(find<QWidget>(button), Qt::LeftButton);
     }
 
+    QColor frameColour() const {
+        auto* const panel = find<QWidget>("inputPanel");
+        const QPoint top = panel->mapTo(m_window.data(), {panel->width() / 2, 1});
+        return m_window->grab(QRect(top, QSize(1, 1))).toImage().pixelColor(0, 0);
+    }
+
     /// Drags this to the output path, where drops on the window must work too, and lets go if it is
     /// accepted. Returns the resulting action.
-    Qt::DropAction drop(const QMimeData& data) const {
+    Qt::DropAction drop(const QMimeData& data) {
         auto* const field = find<QLineEdit>("outputPath");
         QDragEnterEvent enter({9, 9}, Qt::CopyAction | Qt::MoveAction, &data, Qt::LeftButton, {});
         enter.ignore();
@@ -92,6 +99,7 @@ class TestWindow : public QObject {
         if (!enter.isAccepted()) {
             return Qt::IgnoreAction;
         }
+        m_frameBeforeDrop = frameColour();
         QDropEvent released({9, 9}, enter.possibleActions(), &data, Qt::LeftButton, {});
         released.setDropAction(Qt::MoveAction);
         QApplication::sendEvent(m_window.data(), &released);
@@ -253,9 +261,13 @@ private Q_SLOTS:
         const QUrl page("https://tintwell.example/far.cube");
         data.setUrls({page});
         QCOMPARE(drop(data), Qt::IgnoreAction);
+        data.setUrls({page, QUrl::fromLocalFile(m_folder.path("."))});
+        QCOMPARE(drop(data), Qt::IgnoreAction);
         data.setUrls({page, QUrl::fromLocalFile(m_folder.file("near it.cube", "LUT_3D_SIZE 9\n"))});
         QCOMPARE(drop(data), Qt::CopyAction);
         QCOMPARE(text("inputName") + text("inputSize3D"), "/near it.cube9");
+        QCOMPARE(m_frameBeforeDrop, m_window->palette().color(QPalette::Highlight));
+        QVERIFY(frameColour() != m_frameBeforeDrop);
     }
 
     /// A conversion leaves the whole new file or what was there.
