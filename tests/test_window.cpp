@@ -253,6 +253,34 @@ private Q_SLOTS:
         QCOMPARE(tip("inputName"), m_folder.path("a.cube"));
     }
 
+    void commandLine() {
+        QProcess program;
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        const auto start = [&](const QStringList& arguments) {
+            program.setProcessEnvironment(environment);
+            program.start(TINTWELL_APP, arguments);
+        };
+        for (const char* const noDisplay : {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM"}) {
+            environment.remove(noDisplay);
+        }
+        for (const QString option : {"-h", "--help", "--version"}) {
+            start({option});
+            QVERIFY(program.waitForFinished() && program.exitCode() == 0);
+            QVERIFY(program.readAllStandardOutput().contains(option == "--version" ? "Tintwell "
+                                                                                   : "[file]"));
+        }
+        environment.insert("QT_QPA_PLATFORM", "offscreen");
+        start({"/no.cube", "/", "file:///no%20ne", m_folder.file("a.cube", "LUT_3D_SIZE 5\n")});
+        QByteArray errors;
+        QTRY_VERIFY((errors += program.readAllStandardError()).count("tintwell: ") == 3);
+        QVERIFY(errors.endsWith("tintwell: /no.cube: No such file or directory\n"
+                                "tintwell: /: is a folder, expected a file\n"
+                                "tintwell: /no ne: No such file or directory\n"));
+        QCOMPARE(program.state(), QProcess::Running); // the window is open
+        program.kill();
+        QVERIFY(program.waitForFinished());
+    }
+
     void dropping() {
         QCOMPARE(convertTo("/tmp/out.cube"), "Error: Please Select Input/Output File!");
         QMimeData data;
