@@ -2,6 +2,7 @@
 // be set without the button, by a drop or from the command line.
 
 #include "app/main_window.h"
+#include "app/path_tool_tip.h"
 #include "calc/lutcalc.h"
 #include "lut/catalogue.h"
 #include "lut/read_lutfile.h"
@@ -171,7 +172,7 @@ void MainWindow::takeInput(const QString& path) {
     }
     inputName->setText(inputPath.mid(inputPath.lastIndexOf(QLatin1Char('/'))));
     inputName->setCursorPosition(0); // the start of a long name says most
-    inputName->setToolTip(inputPath);
+    inputName->setToolTip(tintwell::pathToolTip(inputPath));
     inputType->setText(inputPath.mid(inputPath.lastIndexOf(QLatin1Char('.'))));
     inputSize3D->setText(QString::number(preview.size3D));
     inputSize1D->setText(QStringLiteral("0"));

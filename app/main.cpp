@@ -4,32 +4,96 @@
 
 #include <QApplication>
 #include <QCommandLineParser>
+#include <QFile>
 #include <QIcon>
+#include <QUrl>
 
-int main(int argc, char* argv[]) {
-    if (!tintwell::openMissingStandardDescriptors()) {
-        return 1;
-    }
-    tintwell::removeTemporaryFilesOnSignals();
-    QCoreApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
-    QCoreApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
-    QApplication app(argc, argv);
-    QCoreApplication::setApplicationName(QStringLiteral("Tintwell"));
-    QCoreApplication::setApplicationVersion(QStringLiteral(TINTWELL_VERSION));
-    QGuiApplication::setWindowIcon(QIcon(QStringLiteral(":/tintwell.svg")));
-    QGuiApplication::setDesktopFileName(QStringLiteral("tintwell"));
+#include <sys/stat.h>
 
-    QCommandLineParser arguments;
+#include <cstdio>
+
+namespace {
+
+void describe(QCommandLineParser& arguments) {
     arguments.setApplicationDescription(QStringLiteral("Converts colour look-up tables."));
     arguments.addHelpOption();
     arguments.addVersionOption();
     arguments.addPositionalArgument(QStringLiteral("file"),
                                     QStringLiteral("The input file, as if chosen in the window."),
                                     QStringLiteral("[file]"));
+}
+
+/// Whether the help or the version is asked for, which needs no display. False for a line with
+/// options of Qt, which only an application with a display knows.
+bool asksForText(int argc, char* argv[]) {
+    QStringList line;
+    for (int n = 0; n < argc; ++n) {
+        line += QString::fromLocal8Bit(argv[n]);
+    }
+    QCommandLineParser arguments;
+    describe(arguments);
+    return arguments.parse(line) &&
+           (arguments.isSet(QStringLiteral("help")) || arguments.isSet(QStringLiteral("version")));
+}
+
+QString toPath(const QString& argument) {
+    return argument.startsWith(QLatin1String("file://")) ? QUrl(argument).toLocalFile() : argument;
+}
+
+/// Why the file cannot be an input, whatever it holds. Empty if it can.
+QString fault(const QString& path) {
+    struct stat status = {};
+    if (::stat(QFile::encodeName(path).constData(), &status) != 0) {
+        return tintwell::systemError();
+    }
+    if (S_ISDIR(status.st_mode)) {
+        return QStringLiteral("is a folder, expected a file");
+    }
+    return S_ISREG(status.st_mode) ? QString() : QStringLiteral("is not a regular file");
+}
+
+/// The paths that are named on the command line. Those of no file are reported too.
+QStringList namedFiles(const QStringList& arguments) {
+    QStringList paths;
+    for (const QString& argument : arguments) {
+        const QString path = toPath(argument);
+        const QString reason = fault(path);
+        if (!reason.isEmpty()) {
+            std::fprintf(stderr, "tintwell: %s: %s\n", QFile::encodeName(path).constData(),
+                         qUtf8Printable(reason));
+        }
+        paths += path;
+    }
+    return paths;
+}
+
+} // namespace
+
+int main(int argc, char* argv[]) {
+    if (!tintwell::openMissingStandardDescriptors()) {
+        return 1;
+    }
+    tintwell::removeTemporaryFilesOnSignals();
+    QCoreApplication::setApplicationName(QStringLiteral("Tintwell"));
+    QCoreApplication::setApplicationVersion(QStringLiteral(TINTWELL_VERSION));
+    QCommandLineParser arguments;
+    describe(arguments);
+    if (asksForText(argc, argv)) {
+        const QCoreApplication console(argc, argv);
+        arguments.process(console); // ends the program
+    }
+
+    QCoreApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
+    QCoreApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
+    QGuiApplication::setHighDpiScaleFactorRoundingPolicy(
+        Qt::HighDpiScaleFactorRoundingPolicy::PassThrough);
+    const QApplication app(argc, argv);
+    QGuiApplication::setWindowIcon(QIcon(QStringLiteral(":/tintwell.svg")));
+    QGuiApplication::setDesktopFileName(QStringLiteral("tintwell"));
     arguments.process(app);
 
     MainWindow window;
     window.show();
-    window.openFiles(arguments.positionalArguments());
+    window.openFiles(namedFiles(arguments.positionalArguments()));
     return QApplication::exec();
 }

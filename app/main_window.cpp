@@ -1,18 +1,24 @@
 #include "app/main_window.h"
 
+#include "app/path_tool_tip.h"
 #include "app/press_button.h"
 
 #include <QCheckBox>
 #include <QComboBox>
 #include <QDragEnterEvent>
+#include <QFileInfo>
 #include <QGridLayout>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMimeData>
 #include <QPainter>
 #include <QScreen>
+#include <QScrollArea>
+#include <QScrollBar>
+#include <QShortcut>
 #include <QSignalBlocker>
 #include <QUrl>
+#include <QWheelEvent>
 
 #include <algorithm>
 #include <utility>
@@ -30,9 +36,11 @@ constexpr int PanelMargin = 16;
 constexpr int PanelGap = 32;
 constexpr int GroupGap = 8;
 constexpr int StartWidth = 128;
+constexpr int TitleBarHeight = 40; // at most, of most window managers
 constexpr int InfoCharacters = 7;
 constexpr qreal CornerRadius = 6;
 constexpr qreal ChevronReach = 5;
+constexpr qreal HighlightWidth = 2;
 
 // How clearly the frames show: opacities of the text colour, which suit light and dark palettes
 // alike.
@@ -66,14 +74,43 @@ QLabel* makeNote(const char* name) {
     return note;
 }
 
+/// A box that the wheel changes only while it has the focus, so that scrolling past changes
+/// nothing.
+class ChoiceBox : public QComboBox {
+public:
+    ChoiceBox() { setFocusPolicy(Qt::StrongFocus); }
+
+protected:
+    void wheelEvent(QWheelEvent* event) override {
+        if (!hasFocus()) {
+            event->ignore();
+            return;
+        }
+        QComboBox::wheelEvent(event);
+    }
+};
+
 QComboBox* makeBox(const char* name, const QStringList& items) {
-    auto* const box = named(name, new QComboBox);
+    QComboBox* const box = named(name, new ChoiceBox);
     box->addItems(items);
     return box;
 }
 
 QComboBox* makeOrderBox(const char* name) {
     return makeBox(name, {QStringLiteral("RGB"), QStringLiteral("BGR")});
+}
+
+/// Shows a part of \a content, with scroll bars, where there is no room for all of it. It does not
+/// show otherwise: it has no frame, no background and no place in the tab order.
+QScrollArea* makeScrollArea(QWidget* content) {
+    auto* const area = named("content", new QScrollArea);
+    area->setFrameShape(QFrame::NoFrame);
+    area->setFocusPolicy(Qt::NoFocus);
+    area->setWidgetResizable(true);
+    area->setWidget(content);
+    content->setAutoFillBackground(false);
+    area->viewport()->setAutoFillBackground(false);
+    return area;
 }
 
 /// Two pairs of columns, each a label and a field that fills the remaining width.
@@ -85,11 +122,12 @@ QGridLayout* makePanelGrid(QWidget* panel) {
     return grid;
 }
 
+/// The dropped paths that are files, not folders, which cannot be an input.
 QStringList localFiles(const QMimeData* data) {
     QStringList files;
     const QList<QUrl> urls = data->urls();
     for (const QUrl& url : urls) {
-        if (url.isLocalFile()) {
+        if (url.isLocalFile() && QFileInfo(url.toLocalFile()).isFile()) {
             files += url.toLocalFile();
         }
     }
@@ -108,10 +146,12 @@ QColor faint(const QPalette& palette, qreal opacity) {
     return colour;
 }
 
-void drawFrame(QPainter& painter, const QPalette& palette, const QRectF& panel) {
-    painter.setPen(faint(palette, FrameOpacity));
+void drawFrame(QPainter& painter, const QPalette& palette, const QRectF& panel, const QPen& pen) {
+    const qreal inset = pen.widthF() / 2;
+    painter.setPen(pen);
     painter.setBrush(faint(palette, FillOpacity));
-    painter.drawRoundedRect(panel.adjusted(0.5, 0.5, -0.5, -0.5), CornerRadius, CornerRadius);
+    painter.drawRoundedRect(panel.adjusted(inset, inset, -inset, -inset), CornerRadius,
+                            CornerRadius);
 }
 
 /// An arrow head between the panels, pointing from input to output.
@@ -156,15 +196,21 @@ MainWindow::MainWindow(QWidget* parent) : QMainWindow(parent) {
     footer = makeFooter();
     column->addWidget(footer);
     column->addStretch(1);
-    setCentralWidget(central);
+    content = makeScrollArea(central);
+    setCentralWidget(content);
+    central->installEventFilter(this);
 
     inputOrders.byDefault->setChecked(true);
     outputOrders.byDefault->setChecked(true);
     connectSignals();
+    addShortcuts();
     refreshWindow();
-    // Slightly wider than the minimum if the screen allows; the height follows from the layout.
-    resize(std::min(sideBySideWidth() * 5 / 4, screen()->availableSize().width()), 0);
+    // Slightly wider than the minimum if the screen allows, and as low as the panels then allow.
+    ensurePolished(); // changes the sizes of the widgets
+    const QSize available = availableSize();
+    resize(std::min(sideBySideWidth() * 5 / 4, available.width()), available.height());
     arrangePanels();
+    resize(width(), minimumHeight());
 }
 
 // Widgets are added to the layouts in reading order, which makes it the tab order.
@@ -275,8 +321,26 @@ void MainWindow::connectSignals() {
     connect(outputOrders.table, indexChanged, this, &MainWindow::slotOutComboxChanged);
     connect(languageBox, indexChanged, this, &MainWindow::slotLanguageChanged);
     connect(outputSize3D, indexChanged, this, [this] { suggestOutput(); });
-    connect(outputPathField, &QLineEdit::textChanged, outputPathField, &QLineEdit::setToolTip);
-    connect(outputPathField, &QLineEdit::textChanged, this, [this] { setOutcome({}); });
+    connect(outputPathField, &QLineEdit::textChanged, this, [this](const QString& path) {
+        outputPathField->setToolTip(tintwell::pathToolTip(path));
+        setOutcome({});
+    });
+    connect(outputPathField, &QLineEdit::returnPressed, this, &MainWindow::goToStart);
+}
+
+void MainWindow::addShortcuts() {
+    // A button has room for one shortcut; the Enter of the keypad is a key of its own.
+    auto* const keypadStart = new QShortcut(QKeySequence(QStringLiteral("Ctrl+Enter")), this);
+    keypadStart->setAutoRepeat(false);
+    connect(keypadStart, &QShortcut::activated, startButton,
+            [this] { startButton->animateClick(); });
+    auto* const quit = new QShortcut(QKeySequence(QStringLiteral("Ctrl+Q")), this);
+    connect(quit, &QShortcut::activated, this, &MainWindow::close);
+}
+
+void MainWindow::goToStart() {
+    startButton->setFocus(Qt::TabFocusReason);
+    content->ensureWidgetVisible(startButton);
 }
 
 void MainWindow::refreshWindow() {
@@ -379,22 +443,47 @@ void MainWindow::clearDefault(const OrderBoxes& orders) {
 void MainWindow::dragEnterEvent(QDragEnterEvent* event) {
     if (!localFiles(event->mimeData()).isEmpty()) {
         acceptAsCopy(event);
+        highlightInput(true);
     }
 }
 
+void MainWindow::dragLeaveEvent(QDragLeaveEvent* /*event*/) {
+    highlightInput(false);
+}
+
 void MainWindow::dropEvent(QDropEvent* event) {
-    acceptAsCopy(event);
-    openFiles(localFiles(event->mimeData()));
+    highlightInput(false);
+    const QStringList files = localFiles(event->mimeData());
+    if (!files.isEmpty()) {
+        acceptAsCopy(event);
+        openFiles(files);
+    }
+}
+
+void MainWindow::highlightInput(bool on) {
+    inputHighlighted = on;
+    update();
+}
+
+bool MainWindow::eventFilter(QObject* watched, QEvent* event) {
+    if (watched == content->widget() && event->type() == QEvent::LayoutRequest) {
+        arrangePanels();
+    }
+    return QMainWindow::eventFilter(watched, event);
 }
 
 void MainWindow::paintEvent(QPaintEvent* event) {
     QMainWindow::paintEvent(event);
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
+    const QWidget* const visible = content->viewport();
+    painter.setClipRect(QRect(visible->mapTo(this, QPoint()), visible->size()));
     const QRectF input(inputPanel->mapTo(this, QPoint()), inputPanel->size());
     const QRectF output(outputPanel->mapTo(this, QPoint()), outputPanel->size());
-    drawFrame(painter, palette(), input);
-    drawFrame(painter, palette(), output);
+    const QPen frame(faint(palette(), FrameOpacity));
+    const QPen highlight(palette().color(QPalette::Highlight), HighlightWidth);
+    drawFrame(painter, palette(), input, inputHighlighted ? highlight : frame);
+    drawFrame(painter, palette(), output, frame);
     drawChevron(painter, palette(), input, output);
 }
 
@@ -411,13 +500,37 @@ int MainWindow::sideBySideWidth() const {
     return 2 * panelWidth() + PanelGap + 2 * WindowMargin;
 }
 
+QSize MainWindow::availableSize() const {
+    return screen()->availableSize() - QSize(0, TitleBarHeight);
+}
+
+int MainWindow::sideBySideHeight() const {
+    const int around =
+        content->widget()->layout()->totalMinimumSize().height() - panels->minimumSize().height();
+    return around + std::max(inputPanel->minimumSizeHint().height(),
+                             outputPanel->minimumSizeHint().height());
+}
+
 void MainWindow::arrangePanels() {
-    const bool sideBySide = width() >= sideBySideWidth();
+    QLayout* const layout = content->widget()->layout();
+    // The inner ones first, whose sizes the outer one adds up.
+    for (QLayout* const part :
+         {inputPanel->layout(), outputPanel->layout(), footer->layout(), layout}) {
+        part->activate();
+    }
+    const int barWidth = content->verticalScrollBar()->sizeHint().width();
+    const auto roomForBar = [&](int contentHeight, int windowHeight) {
+        return contentHeight > windowHeight ? barWidth : 0;
+    };
+    const bool sideBySide = width() >= sideBySideWidth() + roomForBar(sideBySideHeight(), height());
     panels->setDirection(sideBySide ? QBoxLayout::LeftToRight : QBoxLayout::TopToBottom);
-    // Without a minimum of its own the window could not become narrower than two panels side by
-    // side.
-    setMinimumWidth(std::max(panelWidth(), footer->minimumSizeHint().width()) + 2 * WindowMargin);
     // Immediately, because the frames are drawn around the current positions of the panels.
-    centralWidget()->layout()->activate();
+    layout->activate();
+    const QSize available = availableSize();
+    const int needed = layout->totalMinimumSize().height();
+    // The window becomes smaller than its content only on a small screen, and scrolls there.
+    const int narrowest = std::max(panelWidth(), footer->minimumSizeHint().width()) +
+                          2 * WindowMargin + roomForBar(needed, available.height());
+    setMinimumSize(QSize(narrowest, needed).boundedTo(available));
     update();
 }

@@ -15,6 +15,7 @@ class QComboBox;
 class QGridLayout;
 class QLabel;
 class QLineEdit;
+class QScrollArea;
 class Read_LUTFile;
 
 /// The window: an input panel, an output panel, the language selector and the start button.
@@ -39,7 +40,10 @@ public:
 
 protected:
     void dragEnterEvent(QDragEnterEvent* event) override;
+    void dragLeaveEvent(QDragLeaveEvent* event) override;
     void dropEvent(QDropEvent* event) override;
+    /// Follows changes of the content's size, of a font, say.
+    bool eventFilter(QObject* watched, QEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
 
@@ -89,6 +93,10 @@ private:
     QWidget* makeOutputPanel();
     QWidget* makeFooter();
     void connectSignals();
+    /// The shortcuts that belong to no button.
+    void addShortcuts();
+    /// Moves the focus to the start button without pressing it.
+    void goToStart();
 
     /// Fills a row of a panel's grid with one or two fields, and records how they are labelled.
     void addFields(QGridLayout* grid, int row, QVector<FieldCaption> fields);
@@ -98,8 +106,15 @@ private:
     int panelWidth() const;
     /// The minimum width of the window with the panels side by side.
     int sideBySideWidth() const;
+    /// The minimum height of the content with the panels side by side.
+    int sideBySideHeight() const;
+    /// The largest size that the window can have on its screen.
+    QSize availableSize() const;
     /// Lays the panels out side by side if there is room, else one above the other.
     void arrangePanels();
+
+    /// Shows, or no longer, that a dragged file would become the input.
+    void highlightInput(bool on);
 
     void takeInput(const QString& path);
 
@@ -160,4 +175,6 @@ private:
     QWidget* outputPanel = nullptr;
     QWidget* footer = nullptr;
     QBoxLayout* panels = nullptr;
+    QScrollArea* content = nullptr;
+    bool inputHighlighted = false;
 };

@@ -62,12 +62,18 @@ class TestWindow : public QObject {
     samples::Folder m_folder;
     QScopedPointer<MainWindow> m_window;
     QScopedPointer<User> m_user;
+    QColor m_frameBeforeDrop;
 
     template <typename T>
     T* find(const QString& name) const {
         return m_window->findChild<T*>(name);
     }
 
+    /// The path that a tool tip shows, without the places where it may be wrapped.
+    QString tip(const QString& of) const {
+        const QString html = find<QWidget>(of)->toolTip();
+        return QTextDocumentFragment::fromHtml(html).toPlainText().remove(QChar(0x200B));
+    }
     QString text(const QString& of) const { return find<QWidget>(of)->property("text").toString(); }
     void select(const QString& box, int to) const { find<QComboBox>(box)->setCurrentIndex(to); }
 
@@ -77,9 +83,15 @@ class TestWindow : public QObject {
         QTest::mouseClick(find<QWidget>(button), Qt::LeftButton);
     }
 
+    QColor frameColour() const {
+        auto* const panel = find<QWidget>("inputPanel");
+        const QPoint top = panel->mapTo(m_window.data(), {panel->width() / 2, 1});
+        return m_window->grab(QRect(top, QSize(1, 1))).toImage().pixelColor(0, 0);
+    }
+
     /// Drags this to the output path, where drops on the window must work too, and lets go if it is
     /// accepted. Returns the resulting action.
-    Qt::DropAction drop(const QMimeData& data) const {
+    Qt::DropAction drop(const QMimeData& data) {
         auto* const field = find<QLineEdit>("outputPath");
         QDragEnterEvent enter({9, 9}, Qt::CopyAction | Qt::MoveAction, &data, Qt::LeftButton, {});
         enter.ignore();
@@ -87,6 +99,7 @@ class TestWindow : public QObject {
         if (!enter.isAccepted()) {
             return Qt::IgnoreAction;
         }
+        m_frameBeforeDrop = frameColour();
         QDropEvent released({9, 9}, enter.possibleActions(), &data, Qt::LeftButton, {});
         released.setDropAction(Qt::MoveAction);
         QApplication::sendEvent(m_window.data(), &released);
@@ -176,6 +189,20 @@ private Q_SLOTS:
         }
     }
 
+    void wheelNeedsFocus() {
+        auto* const box = find<QComboBox>("inputDataOrder");
+        const auto turn = [&](QWidget* focus) {
+            focus->setFocus();
+            QWheelEvent down({9, 9}, box->mapToGlobal({9, 9}), {}, {0, -120}, {}, {},
+                             Qt::NoScrollPhase, false);
+            QCoreApplication::sendEvent(box, &down);
+            return box->currentText();
+        };
+        QCOMPARE(turn(find<QWidget>("startButton")), "RGB");
+        QCOMPARE(box->focusPolicy(), Qt::StrongFocus);
+        QCOMPARE(turn(box), "BGR");
+    }
+
     void choosing() {
         const QString first = m_folder.file("first.cube", "LUT_3D_SIZE 9\n");
         const QString second = m_folder.file("second.cube", "LUT_3D_SIZE 5\n");
@@ -189,7 +216,7 @@ private Q_SLOTS:
         choose("outputButton", {});
         choose("inputButton", {m_folder.file("bad.cube", "LUT_3D_SIZE 0\n")});
         select("language", 1);
-        QString shown = find<QLineEdit>("inputName")->toolTip();
+        QString shown = tip("inputName");
         for (const char* const name : {"inputName", "inputType", "inputSize3D", "inputSize1D",
                                        "inputDimension", "outputPath"}) {
             shown += ' ' + text(name);
@@ -223,7 +250,35 @@ private Q_SLOTS:
             QCOMPARE(text("inputName"), opening.section('>', 1));
         }
         QDir::setCurrent(before);
-        QCOMPARE(find<QLineEdit>("inputName")->toolTip(), m_folder.path("a.cube"));
+        QCOMPARE(tip("inputName"), m_folder.path("a.cube"));
+    }
+
+    void commandLine() {
+        QProcess program;
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        const auto start = [&](const QStringList& arguments) {
+            program.setProcessEnvironment(environment);
+            program.start(TINTWELL_APP, arguments);
+        };
+        for (const char* const noDisplay : {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM"}) {
+            environment.remove(noDisplay);
+        }
+        for (const QString option : {"-h", "--help", "--version"}) {
+            start({option});
+            QVERIFY(program.waitForFinished() && program.exitCode() == 0);
+            QVERIFY(program.readAllStandardOutput().contains(option == "--version" ? "Tintwell "
+                                                                                   : "[file]"));
+        }
+        environment.insert("QT_QPA_PLATFORM", "offscreen");
+        start({"/no.cube", "/", "file:///no%20ne", m_folder.file("a.cube", "LUT_3D_SIZE 5\n")});
+        QByteArray errors;
+        QTRY_VERIFY((errors += program.readAllStandardError()).count("tintwell: ") == 3);
+        QVERIFY(errors.endsWith("tintwell: /no.cube: No such file or directory\n"
+                                "tintwell: /: is a folder, expected a file\n"
+                                "tintwell: /no ne: No such file or directory\n"));
+        QCOMPARE(program.state(), QProcess::Running); // the window is open
+        program.kill();
+        QVERIFY(program.waitForFinished());
     }
 
     void dropping() {
@@ -234,9 +289,13 @@ private Q_SLOTS:
         const QUrl page("https://tintwell.example/far.cube");
         data.setUrls({page});
         QCOMPARE(drop(data), Qt::IgnoreAction);
+        data.setUrls({page, QUrl::fromLocalFile(m_folder.path("."))});
+        QCOMPARE(drop(data), Qt::IgnoreAction);
         data.setUrls({page, QUrl::fromLocalFile(m_folder.file("near it.cube", "LUT_3D_SIZE 9\n"))});
         QCOMPARE(drop(data), Qt::CopyAction);
         QCOMPARE(text("inputName") + text("inputSize3D"), "/near it.cube9");
+        QCOMPARE(m_frameBeforeDrop, m_window->palette().color(QPalette::Highlight));
+        QVERIFY(frameColour() != m_frameBeforeDrop);
     }
 
     /// A conversion leaves the whole new file or what was there.
@@ -340,9 +399,35 @@ private Q_SLOTS:
         QVERIFY(!start->isDown());
     }
 
+    void keys() {
+        auto* const path = find<QWidget>("outputPath");
+        path->setFocus();
+        QTest::keyClick(path, Qt::Key_Return);
+        QCOMPARE(QApplication::focusWidget(), find<QWidget>("startButton"));
+        QCOMPARE(m_user->seen.size(), 0);
+        QTest::keyClick(path, Qt::Key_Enter, Qt::ControlModifier | Qt::KeypadModifier);
+        QTRY_COMPARE(m_user->seen.size(), 1);
+        m_window->activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(m_window.data()));
+        QTest::keyClick(path, Qt::Key_Q, Qt::ControlModifier);
+        QVERIFY(!m_window->isVisible());
+    }
+
+    void longToolTips() {
+        const QString path = "/a  <b>&/" + QString(400, 'w') + "/" + QString(120, '/');
+        find<QLineEdit>("outputPath")->setText(path);
+        QCOMPARE(tip("outputPath"), path);
+        QLabel shown(find<QWidget>("outputPath")->toolTip());
+        shown.setWordWrap(true); // as of a tool tip
+        QVERIFY(shown.sizeHint().width() < 100 * shown.fontMetrics().averageCharWidth());
+        find<QLineEdit>("outputPath")->clear();
+        QCOMPARE(find<QWidget>("outputPath")->toolTip(), "");
+    }
+
     void panelsFollowTheWidth() {
         const auto* const input = find<QWidget>("inputPanel");
         const auto* const output = find<QWidget>("outputPanel");
+        m_window->setStyleSheet("* { font-size: 8px }"); // so that both fit one above the other
         m_window->resize(2000, m_window->height());
         QTRY_VERIFY(output->x() > input->geometry().right());
         QCOMPARE(input->y(), output->y());
@@ -350,6 +435,21 @@ private Q_SLOTS:
         QTRY_VERIFY(output->y() > input->geometry().bottom());
         QCOMPARE(input->x(), output->x());
         QTRY_VERIFY(m_window->height() > 2 * input->height());
+    }
+
+    /// On a screen that is too small for large letters, what is out of sight can be scrolled to.
+    void scrolling() {
+        const auto* const begin = find<QWidget>("startButton");
+        const auto* const area = find<QScrollArea>("content");
+        const auto isSeen = [&] { return begin->visibleRegion().boundingRect() == begin->rect(); };
+        m_window->setStyleSheet("* { font-size: 8px }");
+        QTRY_VERIFY(isSeen() && !area->verticalScrollBar()->isVisible());
+        m_window->setStyleSheet("* { font-size: 30px }");
+        const QSize screen = m_window->screen()->availableSize();
+        QTRY_VERIFY(area->verticalScrollBar()->isVisible() && !isSeen());
+        QVERIFY(m_window->height() < screen.height() && m_window->width() <= screen.width());
+        QTest::keyClick(find<QWidget>("outputPath"), Qt::Key_Return);
+        QTRY_VERIFY(isSeen());
     }
 };
 
