@@ -169,7 +169,6 @@ struct Header {
     int inBits = 0; // a later Mesh line may leave either unchanged
     int outBits = 0;
     double largestPosition = 0;
-    std::size_t positions = 0; ///< of the last shaper
     SampleCollector samples;
     BodyLines body;
     tintwell::OddLines texts; ///< taken for shapers
@@ -229,7 +228,6 @@ void parseShaper(std::string_view line, const LineSource& lines, Read_LUTFile& l
             lut.shaperIn[count] = position;
         }
     }
-    header.positions = count;
     const std::size_t kept = std::min(count, std::size(lut.shaperIn));
     std::for_each_n(lut.shaperIn, kept,
                     [&](double& position) { position /= header.largestPosition; });
@@ -281,13 +279,6 @@ bool readHeader(LineSource& lines, bool probe, Read_LUTFile& lut, Header& header
         }
     }
     if (!probe) {
-        if (header.positions > 0 && lut.size3D > 0 &&
-            header.positions != static_cast<std::size_t>(lut.size3D)) {
-            lut.remarks +=
-                QStringLiteral("a shaper of %1 for a lattice of %2 is ignored")
-                    .arg(tintwell::counted(static_cast<std::int64_t>(header.positions), "position"))
-                    .arg(lut.size3D);
-        }
         header.texts.tell(lut, QStringLiteral("which is taken for a shaper"));
         header.body.tell(lut);
     }
