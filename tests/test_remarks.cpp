@@ -113,8 +113,6 @@ constexpr struct {
      "2: found \"a new look\", which is neither a sample nor a keyword|"
      "the scale 0 to 3 is inferred from the largest sample, 1"},
 
-    {ThreeDl, "Mesh 0 2\n0 1 2 3\n0 0 0\n3 0 0\n0 3 0\n3 3 0\n0 0 3\n3 0 3\n0 3 3\n3 3 3\n",
-     "a shaper of 4 positions for a lattice of 2 is ignored"},
     {Look,
      "<l><LUT1D><size>1</size><data>0000003F0000003F0000003F</data><size>1</size>"
      "<data>0000003F0000003F0000003F</data></LUT1D></l>",
