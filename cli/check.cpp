@@ -10,7 +10,6 @@
 #include <QJsonObject>
 
 #include <cstdio>
-#include <limits>
 
 namespace {
 
@@ -30,18 +29,15 @@ void print(const cli::Table& table) {
 
 int cli::runCheck(const Command& self, const QStringList& arguments) {
     CommandLine line(self);
-    if (const auto status = line.parse(arguments, 1, std::numeric_limits<int>::max())) {
+    Input input;
+    if (const auto status = beginReading(line, arguments, input)) {
         return *status;
-    }
-    const std::optional<Input> input = inputOptions(line);
-    if (!input) {
-        return Usage;
     }
     QJsonArray array;
     bool isClean = true;
     for (const QString& path : line.operands()) {
         Table table;
-        const QString problem = readTable(*input, path, table);
+        const QString problem = readTable(input, path, table);
         isClean = isClean && problem.isEmpty() && table.lut.remarks.isEmpty();
         if (!problem.isEmpty()) {
             reportFile(path, problem);

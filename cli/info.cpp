@@ -17,7 +17,6 @@
 #include <algorithm>
 #include <array>
 #include <cstdio>
-#include <limits>
 #include <optional>
 #include <vector>
 
@@ -185,18 +184,15 @@ QJsonObject asJson(const Facts& facts) {
 
 int cli::runInfo(const Command& self, const QStringList& arguments) {
     CommandLine line(self);
-    if (const auto status = line.parse(arguments, 1, std::numeric_limits<int>::max())) {
+    Input input;
+    if (const auto status = beginReading(line, arguments, input)) {
         return *status;
-    }
-    const std::optional<Input> input = inputOptions(line);
-    if (!input) {
-        return Usage;
     }
     QJsonArray array;
     int failed = 0;
     for (const QString& path : line.operands()) {
         Table table;
-        if (const QString problem = readTable(*input, path, table); !problem.isEmpty()) {
+        if (const QString problem = readTable(input, path, table); !problem.isEmpty()) {
             reportFile(path, problem);
             array.append(failureAsJson(path, problem));
             ++failed;

@@ -6,6 +6,7 @@
 #include "cli/words.h"
 
 #include <algorithm>
+#include <limits>
 #include <vector>
 
 namespace cli {
@@ -56,6 +57,18 @@ std::optional<Input> inputOptions(const CommandLine& line) {
     }
     input.orders = *orders;
     return input;
+}
+
+std::optional<int> beginReading(CommandLine& line, const QStringList& arguments, Input& input) {
+    if (const auto status = line.parse(arguments, 1, std::numeric_limits<int>::max())) {
+        return status;
+    }
+    const std::optional<Input> options = inputOptions(line);
+    if (!options) {
+        return Usage;
+    }
+    input = *options;
+    return std::nullopt;
 }
 
 QString standardInput(const QString& path) {

@@ -45,6 +45,10 @@ inline constexpr Option strictOption = {"strict", nullptr,
 /// None, with wrong usage reported, if an option's value is not valid.
 std::optional<Input> inputOptions(const CommandLine& line);
 
+/// Begins a command that reads one file or more, which are its operands. Returns a status, with the
+/// error reported, if there is nothing more to do.
+std::optional<int> beginReading(CommandLine& line, const QStringList& arguments, Input& input);
+
 /// Why the path cannot be read if it is "-", which no command reads; else empty.
 QString standardInput(const QString& path);
 
