@@ -6,6 +6,8 @@
 #include "calc/lutcalc.h"
 #include "lut/catalogue.h"
 #include "lut/read_lutfile.h"
+#include "lut/stated_domain.h"
+#include "lut/words.h"
 #include "lut/write_lutfile.h"
 #include "saving/save_file.h"
 
@@ -17,9 +19,6 @@
 #include <QLineEdit>
 #include <QLocale>
 #include <QMessageBox>
-#include <QRegularExpression>
-
-#include <algorithm>
 
 using tintwell::Message;
 
@@ -60,19 +59,8 @@ QString firstOffered(const QStringList& files) {
     return other;
 }
 
-/// "look.cube:7: what" or "look.cube: what"
 QString inFile(const QString& path, const QString& what) {
-    static const QRegularExpression line(QStringLiteral("^[0-9]+: "));
-    return QFileInfo(path).fileName() +
-           (line.match(what).hasMatch() ? QStringLiteral(":") : QStringLiteral(": ")) + what;
-}
-
-bool hasDomain(const Read_LUTFile& lut) {
-    const auto isUnit = [](const float* min, const Read_LUTFile::DomainEnd& max) {
-        return std::all_of(min, min + 3, [](float end) { return end == 0; }) &&
-               max == Read_LUTFile::DomainEnd{1, 1, 1};
-    };
-    return !isUnit(lut.domainMin3D, lut.statedMax3D());
+    return tintwell::inFile(QFileInfo(path).fileName(), what);
 }
 
 bool isSameFile(const QFileInfo& a, const QFileInfo& b) {
@@ -164,7 +152,7 @@ void MainWindow::takeInput(const QString& path) {
     Read_LUTFile preview(nullptr);
     const bool isRead = preview.ReadFile(st, true);
     inputHas1D = preview.size1D > 0;
-    inputHasDomain = hasDomain(preview);
+    inputHasDomain = !statedDomain(preview, tintwell::TableKind::ThreeD).isUnit();
     suggestOutput();
     if (!isRead) {
         setOutcome({{Message::PreviewFailed, inFile(inputPath, preview.lastError)}});

@@ -5,6 +5,7 @@
 #include "cli/printable.h"
 #include "cli/report.h"
 #include "cli/standard_output.h"
+#include "lut/words.h"
 
 #include <QJsonArray>
 #include <QJsonObject>
@@ -21,7 +22,7 @@ QJsonObject asJson(const cli::Table& table) {
 
 void print(const cli::Table& table) {
     for (const QString& remark : table.lut.remarks) {
-        std::puts(qUtf8Printable(cli::printable(cli::inFile(table.path, remark))));
+        std::puts(qUtf8Printable(cli::printable(tintwell::inFile(table.path, remark))));
     }
 }
 

@@ -5,42 +5,18 @@
 
 namespace cli {
 
-namespace {
-
-using tintwell::Channels;
 using tintwell::DomainMeaning;
 using tintwell::Format;
+using tintwell::StatedDomain;
 using tintwell::TableKind;
-
-Channels channels(const float* values) {
-    return {values[0], values[1], values[2]};
-}
-
-} // namespace
-
-bool StatedDomain::isUnit() const {
-    return min == Channels{0, 0, 0} && max == Channels{1, 1, 1};
-}
-
-StatedDomain statedDomain(const Read_LUTFile& lut, TableKind kind) {
-    return kind == TableKind::ThreeD ? StatedDomain{channels(lut.domainMin3D), lut.statedMax3D()}
-                                     : StatedDomain{channels(lut.domainMin1D), lut.statedMax1D()};
-}
 
 QString formatted(const StatedDomain& domain) {
     return tintwell::formatted(domain.min, domain.max);
 }
 
 const char* domainLabel(const StatedDomain& domain, const Format& format) {
-    switch (format.traits.domain) {
-    case DomainMeaning::Input:
-        return "domain";
-    case DomainMeaning::SampleRange:
-        return domain.isUnit() ? nullptr : "range";
-    case DomainMeaning::FullScale:
-        return domain.isUnit() ? nullptr : "scale";
-    }
-    return nullptr;
+    const DomainMeaning meaning = format.traits.domain;
+    return domain.isUnit() && meaning != DomainMeaning::Input ? nullptr : domainWord(meaning);
 }
 
 void noteLostDomain(const Table& table, TableKind kind, const QString& path, Notes& notes) {

@@ -34,7 +34,7 @@ constexpr std::array<const char*, 3> channelNames = {"red", "green", "blue"};
 struct TableFacts {
     TableKind kind;
     int size;
-    cli::StatedDomain domain;
+    tintwell::StatedDomain domain;
     Statistics samples;
 };
 
@@ -59,7 +59,7 @@ QStringList notesOn(const Facts& facts, const Read_LUTFile& lut) {
 }
 
 TableFacts factsOf(const Read_LUTFile& lut, TableKind kind) {
-    return {kind, kind == TableKind::ThreeD ? lut.size3D : lut.size1D, cli::statedDomain(lut, kind),
+    return {kind, kind == TableKind::ThreeD ? lut.size3D : lut.size1D, statedDomain(lut, kind),
             statisticsOf(lut, kind)};
 }
 
@@ -121,7 +121,7 @@ void printTable(const TableFacts& table, const Format& format) {
     printRow("size", table.kind == TableKind::ThreeD
                          ? QStringLiteral("%1 x %1 x %1").arg(table.size)
                          : cli::entriesText(table.size));
-    if (const char* const label = domainLabel(table.domain, format)) {
+    if (const char* const label = cli::domainLabel(table.domain, format)) {
         printRow(label, formatted(table.domain));
     }
     for (std::size_t c = 0; c < channelNames.size(); ++c) {
@@ -158,7 +158,7 @@ QJsonObject asJson(const TableFacts& table, const Format& format) {
         {QStringLiteral("nonFinite"), static_cast<qint64>(samples.nonFiniteCount)},
         {QStringLiteral("identity"), samples.isIdentity()},
         {QStringLiteral("maxDeviation"), static_cast<double>(samples.maxDeviation)}};
-    if (const QLatin1String label(domainLabel(table.domain, format)); !label.isEmpty()) {
+    if (const QLatin1String label(cli::domainLabel(table.domain, format)); !label.isEmpty()) {
         object.insert(label + QStringLiteral("Min"), asJson(table.domain.min));
         object.insert(label + QStringLiteral("Max"), asJson(table.domain.max));
     }

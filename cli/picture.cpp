@@ -15,12 +15,12 @@ QString describe(const cli::Table& table) {
     using tintwell::TableKind;
     const TableKind kind = table.lut.hasTable3D() ? TableKind::ThreeD : TableKind::OneD;
     const int size = kind == TableKind::ThreeD ? table.lut.size3D : table.lut.size1D;
-    const cli::StatedDomain domain = cli::statedDomain(table.lut, kind);
+    const tintwell::StatedDomain domain = statedDomain(table.lut, kind);
 
     QStringList facts = {QLatin1String(table.format->name), QLatin1String(kindName(kind)),
                          cli::sizeText(kind, size)};
-    if (const char* const label = domainLabel(domain, *table.format)) {
-        facts << QLatin1String(label) + QLatin1Char(' ') + formatted(domain);
+    if (const char* const label = cli::domainLabel(domain, *table.format)) {
+        facts << QLatin1String(label) + QLatin1Char(' ') + cli::formatted(domain);
     }
     return facts.join(QStringLiteral(", "));
 }

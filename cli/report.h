@@ -4,10 +4,6 @@
 
 namespace cli {
 
-/// A message about a file: "FILE: KINDwhat", or "FILE:LINE: KINDwhat" if \a what begins with a line
-/// number.
-QString inFile(const QString& path, const QString& what, const QString& kind = QString());
-
 // Messages on standard error, one line each, from any thread.
 
 /// "tintwell-cli: what"

@@ -17,6 +17,7 @@
 #include "formats/text/words.h"
 #include "lut/format_code.h"
 #include "lut/read_lutfile.h"
+#include "lut/stated_domain.h"
 #include "lut/words.h"
 #include "lut/write_lutfile.h"
 
@@ -36,6 +37,7 @@ using tintwell::LineSource;
 using tintwell::removeAll;
 using tintwell::SampleLine;
 using tintwell::scan;
+using tintwell::TableKind;
 using tintwell::Triple;
 
 namespace {
@@ -85,7 +87,9 @@ LineKind parseTriple(const LineSource& lines, const char* keyword, float (&chann
 LineKind parseInputRange(const LineSource& lines, Read_LUTFile& lut) {
     const int found = tintwell::scanDomain(removeAll(lines.current(), "LUT_1D_INPUT_RANGE "),
                                            lut.domainMin1D, lut.domainMax1D);
-    return checkNumbers(found, 2, "LUT_1D_INPUT_RANGE", lines, lut);
+    const bool isSame = tintwell::statesDomain(removeAll(lines.current(), "LUT_1D_INPUT_RANGE"),
+                                               lut.domainMin1D, lut.domainMax1D);
+    return isSame ? LineKind::Keyword : checkNumbers(found, 2, "LUT_1D_INPUT_RANGE", lines, lut);
 }
 
 /// Other programs state the inputs of a lattice so; here they are always those of DOMAIN_MIN and
@@ -227,15 +231,12 @@ void inferSize(LineSource& lines, Read_LUTFile& lut) {
 
 /// Tells of domains that belong to a table that the file does not have.
 void remarkOnUnusedDomains(Read_LUTFile& lut) {
-    const auto isUnit = [](const float* min, const float* max) {
-        return std::all_of(min, min + 3, [](float end) { return end == 0; }) &&
-               std::all_of(max, max + 3, [](float end) { return end == 1; });
-    };
-    if (lut.size3D == 0 && lut.size1D > 0 && !isUnit(lut.domainMin3D, lut.domainMax3D)) {
+    const auto isUnit = [&lut](TableKind kind) { return statedDomain(lut, kind).isUnit(); };
+    if (lut.size3D == 0 && lut.size1D > 0 && !isUnit(TableKind::ThreeD)) {
         lut.remarks += QStringLiteral("DOMAIN_MIN and DOMAIN_MAX do not apply to a 1D table and "
                                       "are ignored");
     }
-    if (lut.size1D == 0 && lut.size3D > 0 && !isUnit(lut.domainMin1D, lut.domainMax1D)) {
+    if (lut.size1D == 0 && lut.size3D > 0 && !isUnit(TableKind::OneD)) {
         lut.remarks +=
             QStringLiteral("LUT_1D_INPUT_RANGE does not apply to a 3D table and is ignored");
     }

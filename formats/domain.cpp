@@ -14,3 +14,9 @@ int tintwell::scanDomain(std::string_view text, float (&min)[3], float (&max)[3]
     }
     return count;
 }
+
+bool tintwell::statesDomain(std::string_view text, const float (&min)[3], const float (&max)[3]) {
+    float from = 0;
+    float to = 0;
+    return scan(text, from, to) == 2 && from == min[0] && to == max[0];
+}

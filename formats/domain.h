@@ -13,4 +13,8 @@ inline void setDomain(float (&end)[3], float value) {
 /// sets only the minimum. Returns how many numbers there are.
 int scanDomain(std::string_view text, float (&min)[3], float (&max)[3]);
 
+/// Whether a text is such a range, and the domain at hand. After a tab a keyword's numbers may not
+/// be seen, which is no loss if they are those that count anyway.
+bool statesDomain(std::string_view text, const float (&min)[3], const float (&max)[3]);
+
 } // namespace tintwell

@@ -53,11 +53,15 @@ bool failShort(Read_LUTFile& lut, const LineSource& lines, std::int64_t found,
                         .arg(expected));
 }
 
+bool isTold(const Read_LUTFile& lut, const QString& end) {
+    return std::any_of(lut.remarks.cbegin(), lut.remarks.cend(),
+                       [&](const QString& told) { return told.endsWith(end); });
+}
+
 void remarkOnce(Read_LUTFile& lut, qint64 line, const QString& what) {
-    const bool isTold = std::any_of(lut.remarks.cbegin(), lut.remarks.cend(),
-                                    [&](const QString& told) { return told.endsWith(what); });
-    if (!isTold) {
-        lut.remarks += QStringLiteral("%1: %2").arg(QString::number(line), what);
+    const QString rest = QStringLiteral(": ") + what;
+    if (!isTold(lut, rest)) {
+        lut.remarks += QString::number(line) + rest;
     }
 }
 

@@ -31,8 +31,10 @@ bool failShort(Read_LUTFile& lut, const LineSource& lines, std::int64_t found,
 /// a read without one. Returns true.
 bool acceptWithRemark(Read_LUTFile& lut);
 
-/// Adds the remark "LINE: what", unless an earlier line has one that ends in the same words: a file
-/// may have any number of such lines.
+/// Whether there is a remark that ends so. A file may have any number of lines worth the same one.
+bool isTold(const Read_LUTFile& lut, const QString& end);
+
+/// Adds the remark "LINE: what", unless an earlier line has the same.
 void remarkOnce(Read_LUTFile& lut, qint64 line, const QString& what);
 
 /// Adds the remark that the file has no line ends.

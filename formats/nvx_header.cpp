@@ -8,18 +8,6 @@
 
 namespace tintwell {
 
-namespace {
-
-/// After a tab the numbers are not seen, which is no loss if they are those that count anyway.
-bool statesSame(std::string_view line, const float (&domainMin)[3], const float (&domainMax)[3]) {
-    float from = 0;
-    float to = 0;
-    return scan(removeAll(line, "From"), from, to) == 2 && from == domainMin[0] &&
-           to == domainMax[0];
-}
-
-} // namespace
-
 int readNvxHeader(Read_LUTFile& lut, LineSource& lines, float (&domainMin)[3],
                   float (&domainMax)[3]) {
     OddLines unknown;
@@ -28,7 +16,7 @@ int readNvxHeader(Read_LUTFile& lut, LineSource& lines, float (&domainMin)[3],
         const std::string_view line = lines.next();
         if (startsWith(line, "From")) {
             if (scanDomain(removeAll(line, "From "), domainMin, domainMax) < 2 &&
-                !statesSame(line, domainMin, domainMax)) {
+                !statesDomain(removeAll(line, "From"), domainMin, domainMax)) {
                 remarkOnLine(lut, lines,
                              QStringLiteral("expected one blank and 2 numbers: the rest is not "
                                             "set"));

@@ -5,7 +5,6 @@
 #include "formats/text/words.h"
 #include "lut/words.h"
 
-#include <algorithm>
 #include <string_view>
 
 namespace tintwell {
@@ -82,9 +81,7 @@ void BodyLines::tellWithLast(Read_LUTFile& lut) const {
 }
 
 void remarkOnLine(Read_LUTFile& lut, const LineSource& lines, const QString& what) {
-    const bool isTold = std::any_of(lut.remarks.cbegin(), lut.remarks.cend(),
-                                    [&](const QString& told) { return told.endsWith(what); });
-    if (isTold) { // a file may have any number of such lines
+    if (isTold(lut, QStringLiteral("\", ") + what)) {
         return;
     }
     OddLines line;

@@ -40,6 +40,13 @@ enum class DomainMeaning {
     FullScale    ///< the numbers of the file; the last of them is full scale
 };
 
+/// What users call a domain of this meaning.
+constexpr const char* domainWord(DomainMeaning meaning) {
+    return meaning == DomainMeaning::Input         ? "domain"
+           : meaning == DomainMeaning::SampleRange ? "range"
+                                                   : "scale";
+}
+
 /// What only the command line needs to know about a format.
 struct FormatTraits {
     IntegerSamples integers = IntegerSamples::Never;

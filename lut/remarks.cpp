@@ -3,6 +3,7 @@
 #include "lut/catalogue.h"
 #include "lut/lattice.h"
 #include "lut/read_lutfile.h"
+#include "lut/stated_domain.h"
 #include "lut/words.h"
 
 #include <algorithm>
@@ -12,44 +13,13 @@ using tintwell::counted;
 using tintwell::DomainMeaning;
 using tintwell::formatted;
 using tintwell::OddNumbers;
+using tintwell::StatedDomain;
 using tintwell::TableKind;
 
 namespace {
 
-using Channels = Read_LUTFile::DomainEnd;
-
-Channels copied(const float (&end)[3]) {
-    return {end[0], end[1], end[2]};
-}
-
-struct Domain {
-    Channels min;
-    Channels max;
-
-    bool isUnit() const { return min == Channels{0, 0, 0} && max == Channels{1, 1, 1}; }
-    bool startsAtZero() const { return min == Channels{0, 0, 0}; }
-    Channels width() const { return {max[0] - min[0], max[1] - min[1], max[2] - min[2]}; }
-    bool hasWidth() const {
-        const Channels widths = width();
-        return std::all_of(widths.begin(), widths.end(),
-                           [](float channel) { return channel != 0; });
-    }
-};
-
-const char* domainWord(const tintwell::Format& format) {
-    switch (format.traits.domain) {
-    case DomainMeaning::Input:
-        return "domain";
-    case DomainMeaning::SampleRange:
-        return "range";
-    case DomainMeaning::FullScale:
-        break;
-    }
-    return "scale";
-}
-
 /// What the division by a domain does; empty where it does nothing or is the nature of the format.
-QString effectOf(const Domain& domain, const tintwell::Format& format) {
+QString effectOf(const StatedDomain& domain, const tintwell::Format& format) {
     if (!domain.hasWidth()) {
         return QStringLiteral("it has no width, and the samples are divided by zero");
     }
@@ -96,7 +66,7 @@ QString nameOf(TableKind kind) {
     return QStringLiteral("the %1 table").arg(QLatin1String(kindName(kind)));
 }
 
-QString clampedText(TableKind kind, const Domain& domain, const OddNumbers& odd) {
+QString clampedText(TableKind kind, const StatedDomain& domain, const OddNumbers& odd) {
     const std::int64_t count = odd.clamped / odd.copies;
     return QStringLiteral("%1 of %2 %3 outside %4 and clamped: %5")
         .arg(counted(count, "value"), nameOf(kind), QLatin1String(isOrAre(count)),
@@ -110,13 +80,13 @@ QString nonFiniteText(TableKind kind, const OddNumbers& odd) {
 }
 
 /// What the domain and the store did to the numbers of a table.
-QStringList remarksOnNumbers(const tintwell::Format& format, TableKind kind, const Domain& domain,
-                             const OddNumbers& odd) {
+QStringList remarksOnNumbers(const tintwell::Format& format, TableKind kind,
+                             const StatedDomain& domain, const OddNumbers& odd) {
     QStringList remarks;
     const QString effect = effectOf(domain, format);
     if (!effect.isEmpty()) {
         remarks += QStringLiteral("the %1 of %2 is %3: %4")
-                       .arg(QLatin1String(domainWord(format)), nameOf(kind),
+                       .arg(QLatin1String(domainWord(format.traits.domain)), nameOf(kind),
                             formatted(domain.min, domain.max), effect);
     }
     if (odd.clamped > 0 && domain.hasWidth()) {
@@ -171,8 +141,7 @@ void Read_LUTFile::remarkUnfilled(const QString& why) {
 
 void Read_LUTFile::remarkOnTable(const tintwell::Format& format, TableKind kind) {
     const bool is3D = kind == TableKind::ThreeD;
-    const Domain domain = is3D ? Domain{copied(domainMin3D), statedMax3D()}
-                               : Domain{copied(domainMin1D), statedMax1D()};
+    const StatedDomain domain = statedDomain(*this, kind);
     remarks += remarksOnNumbers(format, kind, domain, is3D ? m_odd3D : m_odd1D);
     if ((is3D ? size3D : size1D) > 1) {
         const float* const first = is3D ? data3D[0][0][0] : data1D[0];

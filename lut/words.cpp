@@ -2,12 +2,32 @@
 
 namespace tintwell {
 
+namespace {
+
+/// The length of "LINE: " at the front of a message; 0 if there is none.
+int lineLength(const QString& what) {
+    int digits = 0;
+    while (digits < what.size() && what[digits].isDigit()) {
+        ++digits;
+    }
+    const QString end = QStringLiteral(": ");
+    return digits > 0 && what.midRef(digits).startsWith(end) ? digits + end.size() : 0;
+}
+
+} // namespace
+
 QString counted(std::int64_t count, const char* one, const char* several) {
     return QStringLiteral("%1 %2").arg(count).arg(QLatin1String(count == 1 ? one : several));
 }
 
 QString counted(std::int64_t count, const char* noun) {
     return counted(count, noun, QByteArray(noun).append('s').constData());
+}
+
+QString inFile(const QString& path, const QString& what, const QString& kind) {
+    const int length = lineLength(what);
+    return path + (length > 0 ? QStringLiteral(":") : QStringLiteral(": ")) + what.left(length) +
+           kind + what.mid(length);
 }
 
 QString formatted(float value) {

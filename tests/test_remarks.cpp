@@ -188,6 +188,12 @@ constexpr struct {
      "no samples for the lattice: the table is black"},
     {ThreeDl, "0 9\n0 0 0\n3 0 0\n0 3 0\n3 3 0\n0 0 3\n3 0 3\n0 3 3\n3 3 3\ngamma 2.2\n",
      "10: found \"gamma 2.2\", which is not applied"},
+    {ThreeDl,
+     "Mesh 0 2\n0 9 9 9\ngamma 2\ngamma 3\n0 0 0\n3 0 0\n0 3 0\n3 3 0\n0 0 3\n3 0 3\n0 3 3\n3 3 "
+     "3\n",
+     "2: found \"0 9 9 9\", a shaper of uneven steps, which is not applied|"
+     "3: found \"gamma 2\", which is not applied"},
+    {Cube, "LUT_1D_SIZE 2\nLUT_1D_INPUT_RANGE\t0 1\n0 0 0\n1 1 1\n", ""},
     {Spi1D, "Length 2\nComponents 2\n{\n0 0\n1 1\n}\n", "with two components blue is 0"},
     {Spi1D, "Length 2\n{\n0\n1\n}\n", "no Components line: the table is black"},
     {Look, "<l><ASC><a/></ASC><shaders/><LUT><size>1</size></LUT></l>",
