@@ -191,9 +191,10 @@ bool parseData(QXmlStreamReader& xml, HexTable& table) {
                           .arg(table.samples()));
     }
     if (hasMore) {
-        table.lut.remarks += atLine(
-            xml, QStringLiteral("found more than %1; the rest is not read")
-                     .arg(tintwell::counted(static_cast<std::int64_t>(table.samples()), "sample")));
+        const auto samples = static_cast<std::int64_t>(table.samples());
+        remarkOnce(table.lut, xml.lineNumber(),
+                   QStringLiteral("found more than %1; the rest is not read")
+                       .arg(tintwell::counted(samples, "sample")));
     }
     table.digits = std::move(digits);
     return true;
