@@ -118,6 +118,24 @@ bool compose(const Read_LUTFile& first, const Read_LUTFile& second, Read_LUTFile
     return true;
 }
 
+void swapChannels(Read_LUTFile& lut) {
+    visitLattice(lut.hasTable3D() ? lut.size3D : 0, [&](int i, int j, int k) {
+        float* const cell = lut.data3D[i][j][k];
+        std::swap(cell[0], cell[2]);
+        return true;
+    });
+}
+
+void swapAxes(Read_LUTFile& lut) {
+    visitLattice(lut.hasTable3D() ? lut.size3D : 0, [&](int i, int j, int k) {
+        if (i < k) {
+            float* const cell = lut.data3D[i][j][k];
+            std::swap_ranges(cell, cell + 3, lut.data3D[k][j][i]);
+        }
+        return true;
+    });
+}
+
 void undoLatticeOrder(Read_LUTFile& lut) {
     for (int n = 0; !lut.tableOrder && lut.hasTable1D() && n < lut.size1D; ++n) {
         std::swap(lut.data1D[n][0], lut.data1D[n][2]);

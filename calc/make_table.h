@@ -26,6 +26,12 @@ bool reshape(const Read_LUTFile& from, Read_LUTFile& lut, TableKind kind, int si
 bool compose(const Read_LUTFile& first, const Read_LUTFile& second, Read_LUTFile& lut,
              TableKind kind, int size);
 
+/// Swaps the red and the blue channel of every cell of the lattice.
+void swapChannels(Read_LUTFile& lut);
+
+/// Swaps the red and the blue axis of the lattice: (i, j, k) becomes (k, j, i).
+void swapAxes(Read_LUTFile& lut);
+
 /// Puts the channels of a 1D table that was read in red-fastest order back into R, G, B: in the
 /// container, the lattice order affects 1D tables too.
 void undoLatticeOrder(Read_LUTFile& lut);

@@ -25,9 +25,9 @@ void take(Statistics& statistics, const float* cell, const Channels& identity) {
     }
 }
 
-Range inputDomain(const Read_LUTFile& lut) {
-    const float* const min = lut.hasTable3D() ? lut.domainMin3D : lut.domainMin1D;
-    const float* const max = lut.hasTable3D() ? lut.domainMax3D : lut.domainMax1D;
+Range inputDomain(const Read_LUTFile& lut, TableKind kind) {
+    const float* const min = kind == TableKind::ThreeD ? lut.domainMin3D : lut.domainMin1D;
+    const float* const max = kind == TableKind::ThreeD ? lut.domainMax3D : lut.domainMax1D;
     const Range domain = {*std::min_element(min, min + 3), *std::max_element(max, max + 3)};
     return std::isfinite(domain.width()) && domain.width() > 0 ? domain : Range();
 }
@@ -89,12 +89,14 @@ bool hasEqualCurves(const Read_LUTFile& lut) {
     });
 }
 
-GreyAxis greyAxis(const Read_LUTFile& lut, int steps) {
-    GreyAxis axis = {inputDomain(lut), std::vector<Channels>(static_cast<std::size_t>(steps))};
+GreyAxis greyAxis(const Read_LUTFile& lut, TableKind kind, int steps) {
+    const auto lookUpKind = kind == TableKind::ThreeD ? lookUp3D : lookUp1D;
+    GreyAxis axis = {inputDomain(lut, kind),
+                     std::vector<Channels>(static_cast<std::size_t>(steps))};
     for (std::size_t step = 0; step < axis.outputs.size(); ++step) {
         const auto value = static_cast<float>(axis.input(step));
         const float grey[] = {value, value, value};
-        lookUp(lut, grey, axis.outputs[step].data());
+        lookUpKind(lut, grey, axis.outputs[step].data());
     }
     return axis;
 }

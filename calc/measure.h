@@ -56,9 +56,8 @@ struct GreyAxis {
     }
 };
 
-/// For the table the container holds, the lattice if there are two, in two steps or more. The
-/// inputs span the widest of the three channels' domains, or 0..1 if the domain has no finite
-/// width.
-GreyAxis greyAxis(const Read_LUTFile& lut, int steps);
+/// For the table of a kind, which must exist, in two steps or more. The inputs span the widest of
+/// the three channels' domains, or 0..1 if the domain has no finite width.
+GreyAxis greyAxis(const Read_LUTFile& lut, TableKind kind, int steps);
 
 } // namespace tintwell
