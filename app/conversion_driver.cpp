@@ -3,6 +3,7 @@
 
 #include "app/main_window.h"
 #include "app/path_tool_tip.h"
+#include "app/table_pictures.h"
 #include "calc/lutcalc.h"
 #include "lut/catalogue.h"
 #include "lut/read_lutfile.h"
@@ -16,11 +17,14 @@
 #include <QDir>
 #include <QFileDialog>
 #include <QFileInfo>
+#include <QLabel>
 #include <QLineEdit>
 #include <QLocale>
 #include <QMessageBox>
 
 using tintwell::Message;
+using tintwell::messageText;
+using tintwell::Note;
 
 namespace {
 
@@ -70,6 +74,13 @@ bool isSameFile(const QFileInfo& a, const QFileInfo& b) {
 /// The orders that a request stands for.
 tintwell::Orders ordersOf(const LUTFILE_ST& st, const tintwell::Orders& own) {
     return st.defaultOrder ? own : tintwell::Orders{st.dataOrder, st.tableOrder};
+}
+
+Message effectOf(const tintwell::Swaps& swaps) {
+    return swaps.channels && swaps.axes ? Message::BothSwapped
+           : swaps.channels             ? Message::ChannelsSwapped
+           : swaps.axes                 ? Message::AxesSwapped
+                                        : Message::SamplesUnchanged;
 }
 
 void report(const QString& title, const QString& text) {
@@ -153,6 +164,7 @@ void MainWindow::takeInput(const QString& path) {
     const bool isRead = preview.ReadFile(st, true);
     inputHas1D = preview.size1D > 0;
     inputHasDomain = !statedDomain(preview, tintwell::TableKind::ThreeD).isUnit();
+    pictures->setInput(inputPath, preview.size3D);
     suggestOutput();
     if (!isRead) {
         setOutcome({{Message::PreviewFailed, inFile(inputPath, preview.lastError)}});
@@ -194,6 +206,7 @@ void MainWindow::slotWriteLut() {
     LUTFILE_ST output = request(outputPath, outputOrders);
     output.outSize3D = OutputSizes[outputSize3D->currentIndex()];
     SaveLut(output, lut);
+    pictures->refresh(); // the files may have changed
 }
 
 void MainWindow::SaveLut(LUTFILE_ST st, Read_LUTFile& lut) {
@@ -207,7 +220,7 @@ void MainWindow::SaveLut(LUTFILE_ST st, Read_LUTFile& lut) {
     }
 }
 
-QVector<MainWindow::Note> MainWindow::written(const LUTFILE_ST& st, const Read_LUTFile& lut) {
+QVector<Note> MainWindow::written(const LUTFILE_ST& st, const Read_LUTFile& lut) {
     constexpr int mostRemarks = 3; // more are in what tintwell-cli check prints
     const QFileInfo file(st.path);
     const QString bytes = QLocale::c().formattedDataSize(file.size());
@@ -231,7 +244,7 @@ void MainWindow::suggestOutput() {
     refreshNotes();
 }
 
-QVector<MainWindow::Note> MainWindow::warnings() const {
+QVector<Note> MainWindow::warnings() const {
     QVector<Note> notes;
     const QFileInfo input(inputPath);
     if (!inputPath.isEmpty() && input.suffix().toLower() != QLatin1String("cube")) {
@@ -246,7 +259,7 @@ QVector<MainWindow::Note> MainWindow::warnings() const {
     return notes + outputWarnings();
 }
 
-QVector<MainWindow::Note> MainWindow::outputWarnings() const {
+QVector<Note> MainWindow::outputWarnings() const {
     const QString path = outputPathField->text();
     if (path.isEmpty()) {
         return {};
@@ -271,16 +284,12 @@ bool MainWindow::isJustWritten() const {
     return !outcome.isEmpty() && outcome.first().message == Message::Written;
 }
 
-Message MainWindow::orderEffect() const {
+void MainWindow::refreshOrders() {
     const tintwell::Format& cube = formatOf(tintwell::FormatCode::Cube);
     const tintwell::Orders in = ordersOf(request({}, inputOrders), cube.readerOrders);
     const tintwell::Orders out = ordersOf(request({}, outputOrders), cube.writerOrders);
-    const bool swapsChannels = in.dataOrder != out.dataOrder;
-    const bool swapsAxes = in.tableOrder != out.tableOrder;
-    return swapsChannels && swapsAxes ? Message::BothSwapped
-           : swapsChannels            ? Message::ChannelsSwapped
-           : swapsAxes                ? Message::AxesSwapped
-                                      : Message::SamplesUnchanged;
+    orderNote->setText(messageText(language, effectOf(swapsBetween(in, out))));
+    pictures->setConversion(in, out, OutputSizes[outputSize3D->currentIndex()]);
 }
 
 LUTFILE_ST MainWindow::request(const QString& path, const OrderBoxes& orders) {

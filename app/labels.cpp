@@ -33,6 +33,14 @@ constexpr MessageTable EnglishMessages = {
     "The orders that .cube files have: RGB data, and red changes fastest from line to line",
     "The three numbers of a line are red, green, blue (RGB) or blue, green, red (BGR)",
     "From line to line blue changes fastest (RGB) or red does, as in .cube files (BGR)",
+    "What the input does",
+    "What the output will do",
+    "Slices: the lattice at equal blue, red to the right, green down. Curves: red, green and blue "
+    "out, "
+    "over grey in.",
+    "Choose a file, or drop one here, to see its table",
+    "Too large to be shown here: tintwell-cli picture \"%1\" picture.png draws it",
+    "The input has no 3D table: nothing will be written",
     "Written: %1",
     "%1",
     "Not converted: %1",
@@ -55,6 +63,12 @@ constexpr MessageTable ChineseMessages = {
     ".cube 文件的顺序：RGB 数据，逐行红色变化最快",
     "一行的三个数为红、绿、蓝 (RGB) 或蓝、绿、红 (BGR)",
     "逐行蓝色变化最快 (RGB)，或红色变化最快 (BGR，.cube 文件即如此)",
+    "输入的效果",
+    "输出的效果",
+    "切片：蓝色相等的晶格平面，红色向右，绿色向下。曲线：输入灰色时输出的红、绿、蓝。",
+    "选择文件或拖放到此处，即可查看其表格",
+    "太大，无法在此显示：可用 tintwell-cli picture \"%1\" picture.png 绘制",
+    "输入没有 3D 表：不会写入任何内容",
     "已写入：%1",
     "%1",
     "未转换：%1",
@@ -75,6 +89,10 @@ QString messageText(int language, Message message, const QString& argument) {
     const MessageTable& table = language == SimplifiedChinese ? ChineseMessages : EnglishMessages;
     QString text = QString::fromUtf8(table[static_cast<std::size_t>(message)]);
     return text.replace(QLatin1String("%1"), argument);
+}
+
+QString noteText(int language, const Note& note) {
+    return messageText(language, note.message, note.argument);
 }
 
 QString labelText(int language, Label label) {

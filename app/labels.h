@@ -44,6 +44,12 @@ enum class Message {
     DefaultOrderHint,
     DataOrderHint,
     TableOrderHint,
+    InputPicture,
+    OutputPicture,
+    PictureHint,
+    NoInput,
+    TooLarge,
+    NoLattice,
     Written,
     Remark,
     ReadFailed,
@@ -60,5 +66,13 @@ enum class Message {
 
 /// The message in \a language; in English for any value that is not a language of the window.
 QString messageText(int language, Message message, const QString& argument = QString());
+
+/// What is said of an action or of the choices, in whatever language the window has.
+struct Note {
+    Message message;
+    QString argument = {};
+};
+
+QString noteText(int language, const Note& note);
 
 } // namespace tintwell

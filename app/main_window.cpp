@@ -2,6 +2,7 @@
 
 #include "app/path_tool_tip.h"
 #include "app/press_button.h"
+#include "app/table_pictures.h"
 
 #include <QCheckBox>
 #include <QComboBox>
@@ -27,6 +28,7 @@ using tintwell::Label;
 using tintwell::labelText;
 using tintwell::Message;
 using tintwell::messageText;
+using tintwell::Note;
 
 namespace {
 
@@ -189,13 +191,15 @@ MainWindow::MainWindow(QWidget* parent) : QMainWindow(parent) {
     column->setContentsMargins(WindowMargin, WindowMargin, WindowMargin, WindowMargin);
     column->setSpacing(WindowMargin);
     column->addLayout(panels);
+    pictures = named("pictures", new TablePictures);
+    column->addWidget(pictures, 1);
     orderNote = makeNote("orderNote");
     column->addWidget(orderNote);
     statusNote = makeNote("statusNote");
     column->addWidget(statusNote);
     footer = makeFooter();
     column->addWidget(footer);
-    column->addStretch(1);
+    column->addStretch(); // where there are no pictures
     content = makeScrollArea(central);
     setCentralWidget(content);
     central->installEventFilter(this);
@@ -320,7 +324,10 @@ void MainWindow::connectSignals() {
     connect(outputOrders.data, indexChanged, this, &MainWindow::slotOutComboxChanged);
     connect(outputOrders.table, indexChanged, this, &MainWindow::slotOutComboxChanged);
     connect(languageBox, indexChanged, this, &MainWindow::slotLanguageChanged);
-    connect(outputSize3D, indexChanged, this, [this] { suggestOutput(); });
+    connect(outputSize3D, indexChanged, this, [this] {
+        suggestOutput();
+        refreshOrders();
+    });
     connect(outputPathField, &QLineEdit::textChanged, this, [this](const QString& path) {
         outputPathField->setToolTip(tintwell::pathToolTip(path));
         setOutcome({});
@@ -376,6 +383,8 @@ void MainWindow::refreshWindow() {
         orders.data->setToolTip(messageText(language, Message::DataOrderHint));
         orders.table->setToolTip(messageText(language, Message::TableOrderHint));
     }
+    pictures->setLanguage(language);
+    refreshOrders();
     refreshNotes();
     arrangePanels();
 }
@@ -384,24 +393,24 @@ void MainWindow::slotInCheckBoxChanged(int state) {
     if (state == Qt::Checked) {
         resetOrders(inputOrders);
     }
-    refreshNotes();
+    refreshOrders();
 }
 
 void MainWindow::slotInComboxChanged(int /*index*/) {
     clearDefault(inputOrders);
-    refreshNotes();
+    refreshOrders();
 }
 
 void MainWindow::slotOutCheckBoxChanged(int state) {
     if (state == Qt::Checked) {
         resetOrders(outputOrders);
     }
-    refreshNotes();
+    refreshOrders();
 }
 
 void MainWindow::slotOutComboxChanged(int /*index*/) {
     clearDefault(outputOrders);
-    refreshNotes();
+    refreshOrders();
 }
 
 void MainWindow::setOutcome(QVector<Note> notes) {
@@ -410,11 +419,10 @@ void MainWindow::setOutcome(QVector<Note> notes) {
 }
 
 void MainWindow::refreshNotes() {
-    orderNote->setText(messageText(language, orderEffect()));
     QStringList lines;
     const QVector<Note> notes = outcome + warnings();
     for (const Note& note : notes) {
-        lines += messageText(language, note.message, note.argument);
+        lines += tintwell::noteText(language, note);
     }
     statusNote->setText(lines.join(QLatin1Char('\n')));
     statusNote->setVisible(!lines.isEmpty());
@@ -504,18 +512,28 @@ QSize MainWindow::availableSize() const {
     return screen()->availableSize() - QSize(0, TitleBarHeight);
 }
 
+int MainWindow::heightAround() const {
+    const QLayout* const layout = content->widget()->layout();
+    const int width = content->viewport()->width();
+    const int height = layout->hasHeightForWidth() ? layout->minimumHeightForWidth(width)
+                                                   : layout->totalMinimumSize().height();
+    return height - panels->minimumSize().height() - (pictures->isHidden() ? 0 : picturesHeight());
+}
+
+int MainWindow::picturesHeight() const {
+    return pictures->minimumSizeHint().height() + WindowMargin;
+}
+
 int MainWindow::sideBySideHeight() const {
-    const int around =
-        content->widget()->layout()->totalMinimumSize().height() - panels->minimumSize().height();
-    return around + std::max(inputPanel->minimumSizeHint().height(),
-                             outputPanel->minimumSizeHint().height());
+    return heightAround() + std::max(inputPanel->minimumSizeHint().height(),
+                                     outputPanel->minimumSizeHint().height());
 }
 
 void MainWindow::arrangePanels() {
     QLayout* const layout = content->widget()->layout();
     // The inner ones first, whose sizes the outer one adds up.
-    for (QLayout* const part :
-         {inputPanel->layout(), outputPanel->layout(), footer->layout(), layout}) {
+    for (QLayout* const part : {inputPanel->layout(), outputPanel->layout(), footer->layout(),
+                                pictures->layout(), layout}) {
         part->activate();
     }
     const int barWidth = content->verticalScrollBar()->sizeHint().width();
@@ -527,7 +545,10 @@ void MainWindow::arrangePanels() {
     // Immediately, because the frames are drawn around the current positions of the panels.
     layout->activate();
     const QSize available = availableSize();
-    const int needed = layout->totalMinimumSize().height();
+    int needed = heightAround() + panels->minimumSize().height();
+    const bool isHighEnough = needed + picturesHeight() <= available.height();
+    needed += isHighEnough ? picturesHeight() : 0;
+    pictures->setVisible(isHighEnough);
     // The window becomes smaller than its content only on a small screen, and scrolls there.
     const int narrowest = std::max(panelWidth(), footer->minimumSizeHint().width()) +
                           2 * WindowMargin + roomForBar(needed, available.height());

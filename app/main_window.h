@@ -17,6 +17,7 @@ class QLabel;
 class QLineEdit;
 class QScrollArea;
 class Read_LUTFile;
+class TablePictures;
 
 /// The window: an input panel, an output panel, the language selector and the start button.
 ///
@@ -106,11 +107,16 @@ private:
     int panelWidth() const;
     /// The minimum width of the window with the panels side by side.
     int sideBySideWidth() const;
-    /// The minimum height of the content with the panels side by side.
+    /// The minimum height of the content without the panels and the pictures.
+    int heightAround() const;
+    /// The minimum height that the pictures add to the content.
+    int picturesHeight() const;
+    /// The minimum height of the content with the panels side by side, without the pictures.
     int sideBySideHeight() const;
     /// The largest size that the window can have on its screen.
     QSize availableSize() const;
-    /// Lays the panels out side by side if there is room, else one above the other.
+    /// Lays the panels out side by side if there is room, else one above the other, and folds the
+    /// pictures away where the screen is too low for them.
     void arrangePanels();
 
     /// Shows, or no longer, that a dragged file would become the input.
@@ -118,26 +124,20 @@ private:
 
     void takeInput(const QString& path);
 
-    /// What is said of an action or of the choices, in whatever language the window has.
-    struct Note {
-        tintwell::Message message;
-        QString argument = {};
-    };
-
     /// Shows what came of the last action, until the next one.
-    void setOutcome(QVector<Note> notes);
+    void setOutcome(QVector<tintwell::Note> notes);
     /// What Begin would do to the files that are chosen now.
-    QVector<Note> warnings() const;
-    QVector<Note> outputWarnings() const;
+    QVector<tintwell::Note> warnings() const;
+    QVector<tintwell::Note> outputWarnings() const;
     /// Offers a name for the output beside the input, without filling it in.
     void suggestOutput();
     bool isJustWritten() const;
     /// What is said of a conversion that has succeeded.
-    QVector<Note> written(const LUTFILE_ST& st, const Read_LUTFile& lut);
-    /// What the orders of both sides do together to the lines of the file.
-    tintwell::Message orderEffect() const;
-    /// Shows the effect of the orders, the outcome and the warnings.
+    QVector<tintwell::Note> written(const LUTFILE_ST& st, const Read_LUTFile& lut);
+    /// Shows the outcome and the warnings.
     void refreshNotes();
+    /// Shows what the orders of both sides and the size do together to the lines of the file.
+    void refreshOrders();
 
     static void resetOrders(const OrderBoxes& orders);
     static void clearDefault(const OrderBoxes& orders);
@@ -145,7 +145,7 @@ private:
 
     QString inputPath;
     QString outputPath;
-    QVector<Note> outcome;
+    QVector<tintwell::Note> outcome;
     bool inputHas1D = false;
     bool inputHasDomain = false;
     int language = tintwell::English;
@@ -164,6 +164,7 @@ private:
     QComboBox* outputSize3D = nullptr;
     OrderBoxes outputOrders = {};
 
+    TablePictures* pictures = nullptr;
     QLabel* orderNote = nullptr;
     QLabel* statusNote = nullptr;
     QComboBox* languageBox = nullptr;

@@ -78,6 +78,31 @@ void composeCurves(const Read_LUTFile& first, const Read_LUTFile& second, Read_L
     }
 }
 
+void swapChannels(Read_LUTFile& lut) {
+    visitLattice(lut.size3D, [&](int i, int j, int k) {
+        float* const cell = lut.data3D[i][j][k];
+        std::swap(cell[0], cell[2]);
+        return true;
+    });
+}
+
+void swapAxes(Read_LUTFile& lut) {
+    visitLattice(lut.size3D, [&](int i, int j, int k) {
+        if (i < k) {
+            float* const cell = lut.data3D[i][j][k];
+            std::swap_ranges(cell, cell + 3, lut.data3D[k][j][i]);
+        }
+        return true;
+    });
+}
+
+void copyLattice(const Read_LUTFile& from, Read_LUTFile& lut) {
+    visitLattice(lut.size3D, [&](int i, int j, int k) {
+        std::copy_n(from.data3D[i][j][k], 3, lut.data3D[i][j][k]);
+        return true;
+    });
+}
+
 } // namespace
 
 bool makeZeros(Read_LUTFile& lut, TableKind kind, int size) {
@@ -118,22 +143,29 @@ bool compose(const Read_LUTFile& first, const Read_LUTFile& second, Read_LUTFile
     return true;
 }
 
-void swapChannels(Read_LUTFile& lut) {
-    visitLattice(lut.hasTable3D() ? lut.size3D : 0, [&](int i, int j, int k) {
-        float* const cell = lut.data3D[i][j][k];
-        std::swap(cell[0], cell[2]);
-        return true;
-    });
-}
-
-void swapAxes(Read_LUTFile& lut) {
-    visitLattice(lut.hasTable3D() ? lut.size3D : 0, [&](int i, int j, int k) {
-        if (i < k) {
-            float* const cell = lut.data3D[i][j][k];
-            std::swap_ranges(cell, cell + 3, lut.data3D[k][j][i]);
-        }
-        return true;
-    });
+bool relay(Read_LUTFile& from, const Swaps& read, const Swaps& written, int size,
+           Read_LUTFile& lut) {
+    if (!makeZeros(lut, TableKind::ThreeD, size)) {
+        return false;
+    }
+    if (read.axes) {
+        swapAxes(from);
+    }
+    if (size == from.size3D) {
+        copyLattice(from, lut);
+    } else {
+        LutCalc().Lut3D_Out(from, lut);
+    }
+    if (read.axes) {
+        swapAxes(from);
+    }
+    if (written.axes) {
+        swapAxes(lut);
+    }
+    if (read.channels != written.channels) { // resampling treats all channels alike
+        swapChannels(lut);
+    }
+    return true;
 }
 
 void undoLatticeOrder(Read_LUTFile& lut) {

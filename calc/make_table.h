@@ -1,5 +1,6 @@
 #pragma once
 
+#include "lut/catalogue.h"
 #include "lut/table_kind.h"
 
 class Read_LUTFile;
@@ -26,11 +27,11 @@ bool reshape(const Read_LUTFile& from, Read_LUTFile& lut, TableKind kind, int si
 bool compose(const Read_LUTFile& first, const Read_LUTFile& second, Read_LUTFile& lut,
              TableKind kind, int size);
 
-/// Swaps the red and the blue channel of every cell of the lattice.
-void swapChannels(Read_LUTFile& lut);
-
-/// Swaps the red and the blue axis of the lattice: (i, j, k) becomes (k, j, i).
-void swapAxes(Read_LUTFile& lut);
+/// The lattice of a file that is written from \a from at \a size points per axis, if \a read is
+/// swapped on reading and \a written on writing; resampled over the inputs 0..1 in between if the
+/// size differs. \a from, a lattice in R, G, B order, is changed and put back.
+bool relay(Read_LUTFile& from, const Swaps& read, const Swaps& written, int size,
+           Read_LUTFile& lut);
 
 /// Puts the channels of a 1D table that was read in red-fastest order back into R, G, B: in the
 /// container, the lattice order affects 1D tables too.

@@ -19,7 +19,19 @@ namespace tintwell {
 struct Orders {
     bool dataOrder;  ///< samples are R, G, B; else B, G, R
     bool tableOrder; ///< neighbouring samples differ in blue; else in red
+
+    bool operator==(const Orders&) const = default;
 };
+
+/// What differs between two pairs of orders.
+struct Swaps {
+    bool channels = false; ///< red and blue of each sample
+    bool axes = false;     ///< the red and the blue axis of the lattice
+};
+
+constexpr Swaps swapsBetween(const Orders& a, const Orders& b) {
+    return {a.dataOrder != b.dataOrder, a.tableOrder != b.tableOrder};
+}
 
 inline constexpr Orders rgbBlueFastest = {.dataOrder = true, .tableOrder = true};
 inline constexpr Orders rgbRedFastest = {.dataOrder = true, .tableOrder = false};

@@ -1,0 +1,59 @@
+#include "app/table_view.h"
+
+#include "picture/table_preview.h"
+
+#include <QEvent>
+#include <QPainter>
+
+namespace {
+
+constexpr int LowestLines = 7; ///< of text, in height
+
+} // namespace
+
+TableView::TableView(QWidget* parent) : QWidget(parent) {
+    setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Expanding);
+}
+
+void TableView::showTable(const Read_LUTFile& lut) {
+    m_table = &lut;
+    m_text.clear();
+    m_picture = {};
+    update();
+}
+
+void TableView::showText(const QString& text) {
+    m_table = nullptr;
+    m_text = text;
+    m_picture = {};
+    update();
+}
+
+QSize TableView::minimumSizeHint() const {
+    return {0, LowestLines * fontMetrics().lineSpacing()};
+}
+
+void TableView::changeEvent(QEvent* event) {
+    if (event->type() == QEvent::PaletteChange) {
+        m_picture = {};
+    }
+    QWidget::changeEvent(event);
+}
+
+const QImage& TableView::picture() {
+    const qreal ratio = devicePixelRatioF();
+    if (m_picture.size() != size() * ratio) {
+        m_picture = tintwell::drawPreview(*m_table, size(), ratio, tintwell::styleFor(palette()));
+    }
+    return m_picture;
+}
+
+void TableView::paintEvent(QPaintEvent* /*event*/) {
+    QPainter painter(this);
+    if (m_table != nullptr) {
+        painter.drawImage(0, 0, picture());
+        return;
+    }
+    painter.setPen(palette().color(QPalette::PlaceholderText));
+    painter.drawText(rect(), Qt::AlignLeft | Qt::AlignTop | Qt::TextWordWrap, m_text);
+}
