@@ -427,6 +427,7 @@ void MainWindow::slotLanguageChanged(int index) {
 
 void MainWindow::resetOrders(const OrderBoxes& orders) {
     // Without signals: after the first of two resets the other order would still clear the check
+    toolkitLanguage.set(language);
     // box.
     const QSignalBlocker dataBlocker(orders.data);
     const QSignalBlocker tableBlocker(orders.table);

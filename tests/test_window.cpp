@@ -170,6 +170,17 @@ private Q_SLOTS:
         QCOMPARE(text("languageCaption") + m_window->windowTitle(), "语言/Language:Tintwell");
     }
 
+    void dialogsInBothLanguages() {
+        const QDir folder(QLibraryInfo::location(QLibraryInfo::TranslationsPath));
+        const bool translated = folder.exists("qtbase_zh_CN.qm");
+        for (const int language : {0, 1, 0, 1}) {
+            select("language", language);
+            const QDialogButtonBox box(QDialogButtonBox::Open);
+            QCOMPARE(box.buttons().constFirst()->text().remove('&'),
+                     translated && language ? "打开" : "Open");
+        }
+    }
+
     void orders() {
         for (const QString side : {"input", "output"}) {
             auto* const byDefault = find<QCheckBox>(side + "DefaultOrder");
