@@ -17,6 +17,7 @@
 #include <QScrollBar>
 #include <QShortcut>
 #include <QSignalBlocker>
+#include <QTextDocument>
 #include <QUrl>
 #include <QWheelEvent>
 
@@ -371,10 +372,14 @@ void MainWindow::refreshWindow() {
     const QString hint = tintwell::startHint(language);
     startButton->setToolTip(QStringLiteral("%1 (%2)").arg(hint, startButton->toolTip()));
     startButton->setAccessibleDescription(hint);
+    // Only rich text is wrapped.
+    const auto sentence = [this](Message message) {
+        return Qt::convertFromPlainText(messageText(language, message), Qt::WhiteSpaceNormal);
+    };
     for (const OrderBoxes& orders : {inputOrders, outputOrders}) {
-        orders.byDefault->setToolTip(messageText(language, Message::DefaultOrderHint));
-        orders.data->setToolTip(messageText(language, Message::DataOrderHint));
-        orders.table->setToolTip(messageText(language, Message::TableOrderHint));
+        orders.byDefault->setToolTip(sentence(Message::DefaultOrderHint));
+        orders.data->setToolTip(sentence(Message::DataOrderHint));
+        orders.table->setToolTip(sentence(Message::TableOrderHint));
     }
     refreshNotes();
     arrangePanels();
@@ -422,12 +427,12 @@ void MainWindow::refreshNotes() {
 
 void MainWindow::slotLanguageChanged(int index) {
     language = index;
+    toolkitLanguage.set(language);
     refreshWindow();
 }
 
 void MainWindow::resetOrders(const OrderBoxes& orders) {
     // Without signals: after the first of two resets the other order would still clear the check
-    toolkitLanguage.set(language);
     // box.
     const QSignalBlocker dataBlocker(orders.data);
     const QSignalBlocker tableBlocker(orders.table);
