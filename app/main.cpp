@@ -36,6 +36,14 @@ bool asksForText(int argc, char* argv[]) {
            (arguments.isSet(QStringLiteral("help")) || arguments.isSet(QStringLiteral("version")));
 }
 
+QIcon windowIcon() {
+    QIcon icon;
+    for (const int size : {16, 24, 32, 48, 64, 128, 256}) {
+        icon.addFile(QStringLiteral(":/icons/%1.png").arg(size));
+    }
+    return icon;
+}
+
 QString toPath(const QString& argument) {
     return argument.startsWith(QLatin1String("file://")) ? QUrl(argument).toLocalFile() : argument;
 }
@@ -88,7 +96,7 @@ int main(int argc, char* argv[]) {
     QGuiApplication::setHighDpiScaleFactorRoundingPolicy(
         Qt::HighDpiScaleFactorRoundingPolicy::PassThrough);
     const QApplication app(argc, argv);
-    QGuiApplication::setWindowIcon(QIcon(QStringLiteral(":/tintwell.svg")));
+    QGuiApplication::setWindowIcon(windowIcon());
     QGuiApplication::setDesktopFileName(QStringLiteral("tintwell"));
     arguments.process(app);
 
