@@ -274,11 +274,14 @@ private Q_SLOTS:
         for (const char* const noDisplay : {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM"}) {
             environment.remove(noDisplay);
         }
-        for (const QString option : {"-h", "--help", "--version"}) {
-            start({option});
-            QVERIFY(program.waitForFinished() && program.exitCode() == 0);
-            QVERIFY(program.readAllStandardOutput().contains(option == "--version" ? "Tintwell "
-                                                                                   : "[file]"));
+        for (const QString answer :
+             {"-h 0 [file]", "--help 0 [file]", "--help-all 0 --platform <",
+              "--version 0 Tintwell ", "--nonsense 1 'nonsense'", "-style=fusion 1 no display"}) {
+            start({answer.section(' ', 0, 0)});
+            QVERIFY(program.waitForFinished());
+            QCOMPARE(program.exitCode(), answer.section(' ', 1, 1).toInt());
+            const QString text = program.readAllStandardOutput() + program.readAllStandardError();
+            QVERIFY2(text.contains(answer.section(' ', 2)), qPrintable(text));
         }
         environment.insert("QT_QPA_PLATFORM", "offscreen");
         start({"/no.cube", "/", "file:///no%20ne", m_folder.file("a.cube", "LUT_3D_SIZE 5\n")});
