@@ -2,8 +2,8 @@
 // be set without the button, by a drop or from the command line.
 
 #include "app/main_window.h"
-#include "app/path_tool_tip.h"
 #include "app/table_pictures.h"
+#include "app/tool_tips.h"
 #include "calc/lutcalc.h"
 #include "lut/catalogue.h"
 #include "lut/read_lutfile.h"

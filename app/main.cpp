@@ -4,15 +4,21 @@
 
 #include <QApplication>
 #include <QCommandLineParser>
+#include <QDir>
 #include <QFile>
 #include <QIcon>
 #include <QUrl>
 
 #include <sys/stat.h>
 
+#include <algorithm>
 #include <cstdio>
+#include <iterator>
 
 namespace {
+
+/// Qt's platform for programs that show nothing.
+constexpr const char* noDisplay = "minimal";
 
 void describe(QCommandLineParser& arguments) {
     arguments.setApplicationDescription(QStringLiteral("Converts colour look-up tables."));
@@ -23,8 +29,8 @@ void describe(QCommandLineParser& arguments) {
                                     QStringLiteral("[file]"));
 }
 
-/// Whether the help or the version is asked for, which needs no display. False for a line with
-/// options of Qt, which only an application with a display knows.
+/// Whether the help or the version is asked for, which needs no application with windows. False for
+/// a line with options of Qt, which only such an application knows.
 bool asksForText(int argc, char* argv[]) {
     QStringList line;
     for (int n = 0; n < argc; ++n) {
@@ -34,6 +40,22 @@ bool asksForText(int argc, char* argv[]) {
     describe(arguments);
     return arguments.parse(line) &&
            (arguments.isSet(QStringLiteral("help")) || arguments.isSet(QStringLiteral("version")));
+}
+
+/// Whether the environment names a display, or a platform, which may need none.
+bool hasDisplay() {
+    const char* const names[] = {"DISPLAY", "WAYLAND_DISPLAY", "WAYLAND_SOCKET", "QT_QPA_PLATFORM"};
+    return std::any_of(std::begin(names), std::end(names),
+                       [](const char* name) { return !qEnvironmentVariableIsEmpty(name); });
+}
+
+QIcon windowIcon() {
+    QIcon icon;
+    const QFileInfoList sizes = QDir(QStringLiteral(":/icons")).entryInfoList();
+    for (const QFileInfo& png : sizes) {
+        icon.addFile(png.filePath());
+    }
+    return icon;
 }
 
 QString toPath(const QString& argument) {
@@ -87,10 +109,20 @@ int main(int argc, char* argv[]) {
     QCoreApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
     QGuiApplication::setHighDpiScaleFactorRoundingPolicy(
         Qt::HighDpiScaleFactorRoundingPolicy::PassThrough);
+    const bool displayed = hasDisplay();
+    if (!displayed) {
+        // The application is still needed to tell Qt's own options from wrong ones.
+        qputenv("QT_QPA_PLATFORM", noDisplay);
+    }
     const QApplication app(argc, argv);
-    QGuiApplication::setWindowIcon(QIcon(QStringLiteral(":/tintwell.svg")));
+    QGuiApplication::setWindowIcon(windowIcon());
     QGuiApplication::setDesktopFileName(QStringLiteral("tintwell"));
     arguments.process(app);
+    if (!displayed && QGuiApplication::platformName() == QLatin1String(noDisplay)) {
+        std::fputs("tintwell: there is no display: neither DISPLAY nor WAYLAND_DISPLAY is set\n",
+                   stderr);
+        return 1;
+    }
 
     MainWindow window;
     window.show();

@@ -1,8 +1,8 @@
 #include "app/main_window.h"
 
-#include "app/path_tool_tip.h"
 #include "app/press_button.h"
 #include "app/table_pictures.h"
+#include "app/tool_tips.h"
 
 #include <QCheckBox>
 #include <QComboBox>
@@ -378,10 +378,13 @@ void MainWindow::refreshWindow() {
     const QString hint = tintwell::startHint(language);
     startButton->setToolTip(QStringLiteral("%1 (%2)").arg(hint, startButton->toolTip()));
     startButton->setAccessibleDescription(hint);
+    const auto sentence = [this](Message message) {
+        return tintwell::sentenceToolTip(messageText(language, message));
+    };
     for (const OrderBoxes& orders : {inputOrders, outputOrders}) {
-        orders.byDefault->setToolTip(messageText(language, Message::DefaultOrderHint));
-        orders.data->setToolTip(messageText(language, Message::DataOrderHint));
-        orders.table->setToolTip(messageText(language, Message::TableOrderHint));
+        orders.byDefault->setToolTip(sentence(Message::DefaultOrderHint));
+        orders.data->setToolTip(sentence(Message::DataOrderHint));
+        orders.table->setToolTip(sentence(Message::TableOrderHint));
     }
     pictures->setLanguage(language);
     refreshOrders();
@@ -430,6 +433,7 @@ void MainWindow::refreshNotes() {
 
 void MainWindow::slotLanguageChanged(int index) {
     language = index;
+    toolkitLanguage.set(language);
     refreshWindow();
 }
 

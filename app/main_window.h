@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/labels.h"
+#include "app/toolkit_language.h"
 #include "lut/lutfile_st.h"
 
 #include <QKeySequence>
@@ -149,6 +150,7 @@ private:
     bool inputHas1D = false;
     bool inputHasDomain = false;
     int language = tintwell::English;
+    tintwell::ToolkitLanguage toolkitLanguage;
 
     PressButton* inputButton = nullptr;
     QLineEdit* inputName = nullptr;

@@ -1,6 +1,7 @@
 #include "app/table_pictures.h"
 
 #include "app/table_view.h"
+#include "app/tool_tips.h"
 #include "calc/make_table.h"
 #include "lut/read_lutfile.h"
 #include "lut/table_kind.h"
@@ -209,7 +210,7 @@ void TablePictures::Side::show(int language, Message name) const {
     caption->setText(messageText(language, name));
     view->setAccessibleName(caption->text());
     view->setAccessibleDescription(table ? hint : text);
-    view->setToolTip(table ? hint : text);
+    view->setToolTip(tintwell::sentenceToolTip(table ? hint : text));
     if (table) {
         view->showTable(*table);
     } else {

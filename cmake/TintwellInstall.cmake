@@ -30,6 +30,11 @@ if(TARGET tintwell)
   install(FILES packaging/tintwell.desktop DESTINATION ${share}/applications COMPONENT Runtime)
   install(FILES packaging/tintwell.svg
     DESTINATION ${share}/icons/hicolor/scalable/apps COMPONENT Runtime)
+  foreach(size 16 24 32 48 64 128 256)
+    install(FILES packaging/icons/${size}.png
+      DESTINATION ${share}/icons/hicolor/${size}x${size}/apps RENAME tintwell.png
+      COMPONENT Runtime)
+  endforeach()
   install(FILES packaging/org.tintwell.tintwell.metainfo.xml
     DESTINATION ${share}/metainfo COMPONENT Runtime)
   install(FILES packaging/tintwell-mime.xml

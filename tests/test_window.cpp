@@ -170,6 +170,17 @@ private Q_SLOTS:
         QCOMPARE(text("languageCaption") + m_window->windowTitle(), "语言/Language:Tintwell");
     }
 
+    void dialogsInBothLanguages() {
+        const QDir folder(QLibraryInfo::location(QLibraryInfo::TranslationsPath));
+        const bool translated = folder.exists("qtbase_zh_CN.qm");
+        for (const int language : {0, 1, 0, 1}) {
+            select("language", language);
+            const QDialogButtonBox box(QDialogButtonBox::Open);
+            QCOMPARE(box.buttons().constFirst()->text().remove('&'),
+                     translated && language ? "打开" : "Open");
+        }
+    }
+
     void orders() {
         for (const QString side : {"input", "output"}) {
             auto* const byDefault = find<QCheckBox>(side + "DefaultOrder");
@@ -263,11 +274,14 @@ private Q_SLOTS:
         for (const char* const noDisplay : {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM"}) {
             environment.remove(noDisplay);
         }
-        for (const QString option : {"-h", "--help", "--version"}) {
-            start({option});
-            QVERIFY(program.waitForFinished() && program.exitCode() == 0);
-            QVERIFY(program.readAllStandardOutput().contains(option == "--version" ? "Tintwell "
-                                                                                   : "[file]"));
+        for (const QString answer :
+             {"-h 0 [file]", "--help 0 [file]", "--help-all 0 --platform <",
+              "--version 0 Tintwell ", "--nonsense 1 'nonsense'", "-style=fusion 1 no display"}) {
+            start({answer.section(' ', 0, 0)});
+            QVERIFY(program.waitForFinished());
+            QCOMPARE(program.exitCode(), answer.section(' ', 1, 1).toInt());
+            const QString text = program.readAllStandardOutput() + program.readAllStandardError();
+            QVERIFY2(text.contains(answer.section(' ', 2)), qPrintable(text));
         }
         environment.insert("QT_QPA_PLATFORM", "offscreen");
         start({"/no.cube", "/", "file:///no%20ne", m_folder.file("a.cube", "LUT_3D_SIZE 5\n")});

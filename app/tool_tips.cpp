@@ -1,6 +1,7 @@
-#include "app/path_tool_tip.h"
+#include "app/tool_tips.h"
 
 #include <QRegularExpression>
+#include <QTextDocument>
 
 namespace tintwell {
 
@@ -8,12 +9,17 @@ QString pathToolTip(const QString& path) {
     if (path.isEmpty()) {
         return {};
     }
-    // Only rich text is wrapped, and only where it has a place to break. A path may have none, so
-    // it gets spaces of no width, after each folder and within long names.
+    // A path may have no place to break at, so it gets spaces of no width, after each folder and
+    // within long names.
     static const QRegularExpression piece(QStringLiteral("(/|[^/]{32})"));
     QString breakable = path;
     breakable.replace(piece, QStringLiteral("\\1\u200B"));
     return QStringLiteral("<p style='white-space:pre-wrap'>%1</p>").arg(breakable.toHtmlEscaped());
+}
+
+QString sentenceToolTip(const QString& sentence) {
+    return sentence.isEmpty() ? QString()
+                              : Qt::convertFromPlainText(sentence, Qt::WhiteSpaceNormal);
 }
 
 } // namespace tintwell
