@@ -40,6 +40,7 @@ constexpr int GroupGap = 8;
 constexpr int StartWidth = 128;
 constexpr int TitleBarHeight = 40; // at most, of most window managers
 constexpr int InfoCharacters = 7;
+constexpr int StatusLines = 2;
 constexpr qreal CornerRadius = 6;
 constexpr qreal ChevronReach = 5;
 constexpr qreal HighlightWidth = 2;
@@ -67,14 +68,29 @@ QLineEdit* makeInfoField(const char* name) {
     return field;
 }
 
-/// A line or several of text, which can be selected and copied.
-QLabel* makeNote(const char* name) {
-    auto* const note = named(name, new QLabel);
-    note->setWordWrap(true);
-    note->setTextFormat(Qt::PlainText);
-    note->setTextInteractionFlags(Qt::TextSelectableByMouse);
-    return note;
-}
+/// Some lines of text, which can be selected and copied. There is always room for a number of them,
+/// so that nothing moves when they come and go.
+class Notes : public QLabel {
+public:
+    explicit Notes(int leastLines) : m_leastLines(leastLines) {
+        setWordWrap(true);
+        setAlignment(Qt::AlignLeft | Qt::AlignTop);
+        setTextFormat(Qt::PlainText);
+        setTextInteractionFlags(Qt::TextSelectableByMouse);
+    }
+
+    QSize minimumSizeHint() const override {
+        return QLabel::minimumSizeHint().expandedTo({0, leastHeight()});
+    }
+    int heightForWidth(int width) const override {
+        return std::max(QLabel::heightForWidth(width), leastHeight());
+    }
+
+private:
+    int leastHeight() const { return m_leastLines * fontMetrics().lineSpacing(); }
+
+    int m_leastLines;
+};
 
 /// A box that the wheel changes only while it has the focus, so that scrolling past changes
 /// nothing.
@@ -193,9 +209,9 @@ MainWindow::MainWindow(QWidget* parent) : QMainWindow(parent) {
     column->addLayout(panels);
     pictures = named("pictures", new TablePictures);
     column->addWidget(pictures, 1);
-    orderNote = makeNote("orderNote");
+    orderNote = named("orderNote", new Notes(1));
     column->addWidget(orderNote);
-    statusNote = makeNote("statusNote");
+    statusNote = named("statusNote", new Notes(StatusLines));
     column->addWidget(statusNote);
     footer = makeFooter();
     column->addWidget(footer);
@@ -428,7 +444,6 @@ void MainWindow::refreshNotes() {
         lines += tintwell::noteText(language, note);
     }
     statusNote->setText(lines.join(QLatin1Char('\n')));
-    statusNote->setVisible(!lines.isEmpty());
 }
 
 void MainWindow::slotLanguageChanged(int index) {

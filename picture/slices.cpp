@@ -1,5 +1,7 @@
 #include "picture/slices.h"
 
+#include "calc/look_up.h"
+#include "calc/measure.h"
 #include "lut/read_lutfile.h"
 
 #include <algorithm>
@@ -23,6 +25,24 @@ QImage slice(const Read_LUTFile& lut, int blue) {
     for (int green = 0; green < lut.size3D; ++green) {
         for (int red = 0; red < lut.size3D; ++red) {
             image.setPixel(red, green, toRgb(lut.data3D[red][green][blue]));
+        }
+    }
+    return image;
+}
+
+QImage evaluatedSlice(const Read_LUTFile& lut, double blue, int steps) {
+    const auto input = [&](int channel, double fraction) {
+        const Range domain = {lut.domainMin3D[channel], lut.domainMax3D[channel]};
+        return static_cast<float>(domain.at(fraction));
+    };
+    QImage image(steps, steps, QImage::Format_RGB32);
+    for (int y = 0; y < steps; ++y) {
+        for (int x = 0; x < steps; ++x) {
+            const double last = steps - 1;
+            const float in[] = {input(0, x / last), input(1, y / last), input(2, blue)};
+            float out[3];
+            lookUp3D(lut, in, out);
+            image.setPixel(x, y, toRgb(out));
         }
     }
     return image;

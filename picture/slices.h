@@ -14,6 +14,10 @@ QRgb toRgb(const float* sample);
 /// The table must be in R, G, B order.
 QImage slice(const Read_LUTFile& lut, int blue);
 
+/// What the lattice makes of the inputs of equal blue, at \a blue of the way through the domain:
+/// \a steps x \a steps of them over the whole domain, laid out in the same way.
+QImage evaluatedSlice(const Read_LUTFile& lut, double blue, int steps);
+
 /// The index on the blue axis of slice \a n of \a count, which are spread evenly over \a size
 /// points.
 int slicePosition(int n, int count, int size);

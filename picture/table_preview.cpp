@@ -14,6 +14,8 @@ namespace {
 
 constexpr int Gap = 6;
 constexpr int FewSlices = 3;
+constexpr int MostSlices = 5;
+constexpr int MostSteps = 64; ///< of a slice, which is stretched if it is larger
 
 /// Draws plots and slices on the tiles of an area, one after the other.
 class Tiles {
@@ -33,7 +35,9 @@ public:
 
     void addSlices(const Read_LUTFile& lut, int count) {
         for (int n = 0; n < count; ++n) {
-            m_painter.drawImage(next(), slice(lut, slicePosition(n, count, lut.size3D)));
+            const double blue = count > 1 ? n / (count - 1.0) : 0;
+            const int steps = std::clamp(m_tiling.side, 2, MostSteps);
+            m_painter.drawImage(next(), evaluatedSlice(lut, blue, steps));
         }
     }
 
@@ -55,14 +59,14 @@ QImage drawPreview(const Read_LUTFile& lut, const QSize& size, qreal devicePixel
     canvas.setDevicePixelRatio(devicePixelRatio);
     canvas.fill(Qt::transparent);
     const int plots = (lut.hasTable1D() ? 1 : 0) + (lut.hasTable3D() ? 1 : 0);
-    const int mostSlices = lut.hasTable3D() ? lut.size3D : 0;
-    const Tiling tiling = bestTiling(size, plots + std::min(mostSlices, FewSlices), 1, Gap, 0);
+    const int fewest = plots + (lut.hasTable3D() ? FewSlices : 0);
+    const Tiling tiling = bestTiling(size, fewest, 1, Gap, 0);
     Tiles tiles(canvas, QRect(QPoint(), size), tiling, style);
     if (lut.hasTable1D()) {
         tiles.addCurves(lut, TableKind::OneD);
     }
     if (lut.hasTable3D()) {
-        tiles.addSlices(lut, std::min(mostSlices, tiling.count() - plots));
+        tiles.addSlices(lut, std::min(MostSlices, tiling.count() - plots));
         tiles.addCurves(lut, TableKind::ThreeD);
     }
     return canvas;
