@@ -117,6 +117,27 @@ class TestWindow : public QObject {
         return begin();
     }
 
+    /// Sets the orders by default (-1) or by the boxes: data order + 2 x table order. Returns which
+    /// they are.
+    int setOrders(const QString& side, int orders) const {
+        select(side + "DataOrder", std::max(orders, 0) % 2);
+        select(side + "TableOrder", std::max(orders, 0) / 2);
+        find<QCheckBox>(side + "DefaultOrder")->setChecked(orders < 0);
+        return orders < 0 ? 2 : orders; // a file's own: RGB, first axis fastest
+    }
+
+    /// Whether a side shows this in place of a picture, or in description of it, before long.
+    bool isShown(const QString& side, const QString& what) const {
+        return QTest::qWaitFor([&] {
+            return find<QWidget>(side + "Picture")->accessibleDescription().startsWith(what);
+        });
+    }
+    QImage picture(const QString& side) const {
+        auto* const view = find<QWidget>(side + "Picture");
+        view->setFixedHeight(80); // whatever the height of the notes
+        return isShown(side, "Slices") ? view->grab().toImage() : QImage();
+    }
+
 private Q_SLOTS:
     static void initMain() { QCoreApplication::setAttribute(Qt::AA_DontUseNativeDialogs); }
 
@@ -378,14 +399,7 @@ private Q_SLOTS:
         QDir::setCurrent(before);
     }
 
-    /// With orders by default (-1) or by the boxes: data order + 2 x table order.
     void conversion() {
-        const auto setOrders = [this](const QString& side, int orders) {
-            select(side + "DataOrder", std::max(orders, 0) % 2);
-            select(side + "TableOrder", std::max(orders, 0) / 2);
-            find<QCheckBox>(side + "DefaultOrder")->setChecked(orders < 0);
-            return orders < 0 ? 2 : orders; // a file's own: RGB, first axis fastest
-        };
         for (int way = 0; way < 25; ++way) {
             const int points = way % 4 == 3 ? 33 : 17;
             const int outputPoints = way % 8 == 7 ? 33 : 17;
@@ -401,6 +415,47 @@ private Q_SLOTS:
                          cube(outputPoints, points > outputPoints ? 2 : 1, swaps & 1, swaps & 2),
                      QByteArray::number(way));
         }
+    }
+
+    /// What the output will do is what the written file does as an input.
+    void pictures() {
+        m_window->setStyleSheet("* { font-size: 8px }"); // so that there is room
+        QTRY_VERIFY(find<QWidget>("pictures")->isVisible());
+        QVERIFY(isShown("input", "Choose a file"));
+        const auto differs = [](const QImage& a, const QImage& b) {
+            return a.isNull() || a.size() != b.size() ||
+                   !std::equal(a.constBits(), a.constBits() + a.sizeInBytes(), b.constBits(),
+                               [](int x, int y) { return std::abs(x - y) <= 2; });
+        };
+        const QString in[] = {m_folder.file("a.cube", "DOMAIN_MAX 1 1 3\n" + cube(33)),
+                              m_folder.file("b.cube", "DOMAIN_MIN -1 0 -0.3\n" + cube(33))};
+        const QString out = m_folder.path("out.cube");
+        for (int way = 0; way < 10; ++way) {
+            choose("inputButton", {in[way / 5]});
+            const int swaps =
+                setOrders("input", way % 5 - 1) ^ setOrders("output", way / 5 * 2 - 1);
+            select("outputSize3D", way % 2);
+            const QImage before = picture("input");
+            const QImage promised = picture("output");
+            QCOMPARE(convertTo(out), done);
+            choose("inputButton", {out});
+            QVERIFY2(!differs(picture("input"), promised), QByteArray::number(way));
+            // Without the domain, b.cube is another part of the table.
+            QCOMPARE(differs(picture("input"), before), swaps != 0 || way >= 5);
+        }
+        choose("inputButton", {m_folder.file("big.cube", "LUT_3D_SIZE 66\n")});
+        QVERIFY(isShown("input", "Too large to be shown here: tintwell-cli picture \"big.cube\""));
+        choose("inputButton", {m_folder.file("bad.cube", cube(2).left(60))});
+        QVERIFY(isShown("input", "Cannot be read: bad.cube:"));
+        QCOMPARE(find<QWidget>("outputPicture")->accessibleDescription(), "");
+        choose("inputButton", {m_folder.file("curve.cube", "LUT_1D_SIZE 2\n0 0 0\n1 1 1\n")});
+        QVERIFY(!picture("input").isNull() && isShown("output", "The input has no 3D table"));
+        QPalette dark;
+        dark.setColor(QPalette::Base, Qt::black);
+        find<QWidget>("inputPicture")->setPalette(dark);
+        QVERIFY(picture("input").pixelColor(9, 3).lightness() < 128);
+        m_window->setStyleSheet("* { font-size: 30px }"); // leaves no room
+        QTRY_VERIFY(!find<QWidget>("pictures")->isVisible());
     }
 
     void onePressCountsOnce() {
