@@ -57,8 +57,8 @@ T* named(const char* name, T* widget) {
     return widget;
 }
 
-/// A read-only field: it scrolls, its text can be copied, and it is in the tab order, where a screen
-/// reader finds it.
+/// A read-only field: it scrolls, its text can be copied, and it is in the tab order, where a
+/// screen reader finds it.
 QLineEdit* makeInfoField(const char* name) {
     auto* const field = named(name, new QLineEdit);
     field->setReadOnly(true);
