@@ -162,6 +162,7 @@ void MainWindow::takeInput(const QString& path) {
     st.formatCode = CubeFormat;
     Read_LUTFile preview(nullptr);
     const bool isRead = preview.ReadFile(st, true);
+    inputHas3D = preview.size3D > 0 || !isRead;
     inputHas1D = preview.size1D > 0;
     inputHasDomain = !statedDomain(preview, tintwell::TableKind::ThreeD).isUnit();
     pictures->setInput(inputPath, preview.size3D);
@@ -196,7 +197,11 @@ void MainWindow::slotWriteLut() {
         return;
     }
     outputPath = outputPathField->text();
+    convert();
+    pictures->refresh(); // the files may have changed
+}
 
+void MainWindow::convert() {
     Read_LUTFile lut(nullptr);
     if (!lut.ReadFile(request(inputPath, inputOrders), false)) {
         setOutcome({{Message::ReadFailed, inFile(inputPath, lut.lastError)}});
@@ -206,7 +211,6 @@ void MainWindow::slotWriteLut() {
     LUTFILE_ST output = request(outputPath, outputOrders);
     output.outSize3D = OutputSizes[outputSize3D->currentIndex()];
     SaveLut(output, lut);
-    pictures->refresh(); // the files may have changed
 }
 
 void MainWindow::SaveLut(LUTFILE_ST st, Read_LUTFile& lut) {
@@ -247,10 +251,12 @@ void MainWindow::suggestOutput() {
 QVector<Note> MainWindow::warnings() const {
     QVector<Note> notes;
     const QFileInfo input(inputPath);
-    if (!inputPath.isEmpty() && input.suffix().toLower() != QLatin1String("cube")) {
-        notes += {Message::NotACube, input.fileName()};
+    if (input.isFile() && input.suffix().toLower() != QLatin1String("cube")) {
+        notes += {Message::NotACube, tintwell::shellWord(input.fileName())};
     }
-    if (inputHas1D) {
+    if (!inputHas3D) {
+        notes += {Message::NoLattice};
+    } else if (inputHas1D) {
         notes += {Message::CurveLost};
     }
     if (inputHasDomain) {
@@ -275,7 +281,9 @@ QVector<Note> MainWindow::outputWarnings() const {
     if (isSameFile(output, QFileInfo(inputPath))) {
         notes += {Message::OutputIsInput};
     } else if (output.exists() && !isJustWritten()) {
-        notes += {Message::OutputExists};
+        notes += {!output.isFile()       ? Message::OutputNoFile
+                  : !output.isWritable() ? Message::OutputProtected
+                                         : Message::OutputExists};
     }
     return notes;
 }

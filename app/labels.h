@@ -46,8 +46,10 @@ enum class Message {
     TableOrderHint,
     InputPicture,
     OutputPicture,
-    PictureHint,
+    SlicesHint,
+    CurvesHint,
     NoInput,
+    NoTable,
     TooLarge,
     NoLattice,
     Written,
@@ -60,6 +62,8 @@ enum class Message {
     DomainLost,
     OutputIsInput,
     OutputExists,
+    OutputProtected,
+    OutputNoFile,
     NoCubeName,
     NoFolder,
 };
@@ -74,5 +78,8 @@ struct Note {
 };
 
 QString noteText(int language, const Note& note);
+
+/// A file's name as an argument of a command that a user may copy into a shell.
+QString shellWord(const QString& name);
 
 } // namespace tintwell

@@ -105,6 +105,10 @@ int main(int argc, char* argv[]) {
         arguments.process(console); // ends the program
     }
 
+    if (!qEnvironmentVariableIsSet("QT_XCB_GL_INTEGRATION")) {
+        // Nothing is drawn by OpenGL, and loading it is half of the start.
+        qputenv("QT_XCB_GL_INTEGRATION", "none");
+    }
     QCoreApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
     QCoreApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
     QGuiApplication::setHighDpiScaleFactorRoundingPolicy(

@@ -13,6 +13,7 @@
 #include <QLineEdit>
 #include <QMimeData>
 #include <QPainter>
+#include <QRegularExpression>
 #include <QScreen>
 #include <QScrollArea>
 #include <QScrollBar>
@@ -80,8 +81,9 @@ public:
         setTextInteractionFlags(Qt::TextSelectableByMouse);
     }
 
+    /// A long word is cut rather than make the window wider.
     QSize minimumSizeHint() const override {
-        return QLabel::minimumSizeHint().expandedTo({0, leastHeight()});
+        return {0, std::max(QLabel::minimumSizeHint().height(), leastHeight())};
     }
     int heightForWidth(int width) const override {
         return std::max(QLabel::heightForWidth(width), leastHeight());
@@ -92,6 +94,12 @@ private:
 
     int m_leastLines;
 };
+
+/// Whether there may be a word that does not fit in a line.
+bool hasLongWord(const QString& text) {
+    static const QRegularExpression longWord(QStringLiteral("[^\\s/]{60}"));
+    return text.contains(longWord);
+}
 
 /// A box that the wheel changes only while it has the focus, so that scrolling past changes
 /// nothing.
@@ -395,13 +403,17 @@ void MainWindow::refreshWindow() {
     const QString hint = tintwell::startHint(language);
     startButton->setToolTip(QStringLiteral("%1 (%2)").arg(hint, startButton->toolTip()));
     startButton->setAccessibleDescription(hint);
-    const auto sentence = [this](Message message) {
-        return tintwell::sentenceToolTip(messageText(language, message));
+    // Screen readers read either the tool tip or the description.
+    const auto explain = [this](QWidget* widget, Message message) {
+        const QString text = messageText(language, message);
+        widget->setToolTip(tintwell::sentenceToolTip(text));
+        widget->setAccessibleDescription(
+            QStringLiteral("%1: %2").arg(widget->accessibleDescription(), text));
     };
     for (const OrderBoxes& orders : {inputOrders, outputOrders}) {
-        orders.byDefault->setToolTip(sentence(Message::DefaultOrderHint));
-        orders.data->setToolTip(sentence(Message::DataOrderHint));
-        orders.table->setToolTip(sentence(Message::TableOrderHint));
+        explain(orders.byDefault, Message::DefaultOrderHint);
+        explain(orders.data, Message::DataOrderHint);
+        explain(orders.table, Message::TableOrderHint);
     }
     pictures->setLanguage(language);
     refreshOrders();
@@ -444,7 +456,9 @@ void MainWindow::refreshNotes() {
     for (const Note& note : notes) {
         lines += tintwell::noteText(language, note);
     }
-    statusNote->setText(lines.join(QLatin1Char('\n')));
+    const QString text = lines.join(QLatin1Char('\n'));
+    statusNote->setText(text);
+    statusNote->setToolTip(hasLongWord(text) ? tintwell::pathToolTip(text) : QString());
 }
 
 void MainWindow::slotLanguageChanged(int index) {

@@ -124,6 +124,8 @@ private:
     void highlightInput(bool on);
 
     void takeInput(const QString& path);
+    /// Reads the input and writes the output.
+    void convert();
 
     /// Shows what came of the last action, until the next one.
     void setOutcome(QVector<tintwell::Note> notes);
@@ -147,6 +149,7 @@ private:
     QString inputPath;
     QString outputPath;
     QVector<tintwell::Note> outcome;
+    bool inputHas3D = true;
     bool inputHas1D = false;
     bool inputHasDomain = false;
     int language = tintwell::English;

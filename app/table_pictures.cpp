@@ -80,9 +80,9 @@ TablePictures::~TablePictures() {
 }
 
 TablePictures::Side TablePictures::makeSide(const char* name) {
+    auto* const caption = new QLabel(this); // before the view, as screen readers tell of them
     auto* const view = new TableView(this);
     view->setObjectName(QLatin1String(name));
-    auto* const caption = new QLabel(this);
     caption->setObjectName(view->objectName() + QLatin1String("Title"));
     return {.caption = caption, .view = view};
 }
@@ -104,7 +104,7 @@ void TablePictures::refresh() {
         return;
     }
     if (m_size3D > LargestLattice || QFileInfo(m_path).size() > LargestFile) {
-        m_input.note = Note{Message::TooLarge, QFileInfo(m_path).fileName()};
+        m_input.note = Note{Message::TooLarge, tintwell::shellWord(QFileInfo(m_path).fileName())};
         showSides();
         return;
     }
@@ -164,10 +164,12 @@ void TablePictures::startReading() {
 }
 
 void TablePictures::take(Reading& reading) {
-    if (reading.table) {
-        m_input.table = std::move(reading.table);
-    } else {
+    if (!reading.table) {
         m_input.note = Note{Message::PreviewFailed, reading.error};
+    } else if (!reading.table->hasTable3D() && !reading.table->hasTable1D()) {
+        m_input.note = Note{Message::NoTable};
+    } else {
+        m_input.table = std::move(reading.table);
     }
     m_reading.reset();
     makeWritten();
@@ -204,13 +206,22 @@ void TablePictures::Side::clear() {
     note.reset();
 }
 
+QString TablePictures::Side::description(int language) const {
+    if (!table) {
+        return note ? noteText(language, *note) : QString();
+    }
+    const QString curves = messageText(language, Message::CurvesHint);
+    return table->hasTable3D()
+               ? messageText(language, Message::SlicesHint) + QLatin1Char(' ') + curves
+               : curves;
+}
+
 void TablePictures::Side::show(int language, Message name) const {
-    const QString hint = messageText(language, Message::PictureHint);
-    const QString text = note ? noteText(language, *note) : QString();
     caption->setText(messageText(language, name));
+    const QString text = description(language);
     view->setAccessibleName(caption->text());
-    view->setAccessibleDescription(table ? hint : text);
-    view->setToolTip(tintwell::sentenceToolTip(table ? hint : text));
+    view->setAccessibleDescription(text);
+    view->setToolTip(tintwell::sentenceToolTip(text));
     if (table) {
         view->showTable(*table);
     } else {

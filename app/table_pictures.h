@@ -45,6 +45,7 @@ private:
         std::optional<tintwell::Note> note = {};
 
         void clear();
+        QString description(int language) const;
         void show(int language, tintwell::Message name) const;
     };
 

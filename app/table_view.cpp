@@ -2,16 +2,29 @@
 
 #include "picture/table_preview.h"
 
+#include <QAccessibleWidget>
 #include <QEvent>
 #include <QPainter>
+#include <QTextOption>
 
 namespace {
 
 constexpr int LowestLines = 7; ///< of text, in height
 
+/// Tells screen readers that a view is a picture.
+QAccessibleInterface* makeAccessible(const QString& type, QObject* object) {
+    return type == QLatin1String("TableView")
+               ? new QAccessibleWidget(qobject_cast<QWidget*>(object), QAccessible::Graphic)
+               : nullptr;
+}
+
 } // namespace
 
 TableView::TableView(QWidget* parent) : QWidget(parent) {
+    [[maybe_unused]] static const bool isInstalled = [] {
+        QAccessible::installFactory(makeAccessible);
+        return true;
+    }();
     setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Expanding);
 }
 
@@ -55,5 +68,7 @@ void TableView::paintEvent(QPaintEvent* /*event*/) {
         return;
     }
     painter.setPen(palette().color(QPalette::PlaceholderText));
-    painter.drawText(rect(), Qt::AlignLeft | Qt::AlignTop | Qt::TextWordWrap, m_text);
+    QTextOption anywhere;
+    anywhere.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
+    painter.drawText(rect(), m_text, anywhere);
 }

@@ -132,10 +132,10 @@ class TestWindow : public QObject {
             return find<QWidget>(side + "Picture")->accessibleDescription().startsWith(what);
         });
     }
-    QImage picture(const QString& side) const {
+    QImage picture(const QString& side, const QString& shown = "Slices") const {
         auto* const view = find<QWidget>(side + "Picture");
         view->setFixedHeight(80); // whatever the height of the notes
-        return isShown(side, "Slices") ? view->grab().toImage() : QImage();
+        return isShown(side, shown) ? view->grab().toImage() : QImage();
     }
 
 private Q_SLOTS:
@@ -173,7 +173,8 @@ private Q_SLOTS:
             for (const QLabel* const caption : m_window->findChildren<QLabel*>(ofField)) {
                 const QWidget* const field = caption->buddy();
                 QCOMPARE(field->accessibleName(), caption->text());
-                QCOMPARE(field->accessibleDescription(), field->parentWidget()->accessibleName());
+                QVERIFY(field->accessibleDescription().startsWith(
+                    field->parentWidget()->accessibleName()));
             }
             QCOMPARE(find<QWidget>("inputPanel")->accessibleName(), text("inputButton"));
             QCOMPARE(find<QWidget>("outputPanel")->accessibleName(), text("outputButton"));
@@ -368,13 +369,19 @@ private Q_SLOTS:
         QCOMPARE(choosing("in.cube", cube(17)), "");
         QCOMPARE(find<QLineEdit>("outputPath")->placeholderText(), "in_17.cube");
         QCOMPARE(QDir::currentPath(), m_folder.path(""));
-        const auto writing = [&](const char* path) {
+        const auto writing = [&](const QString& path) {
             find<QLineEdit>("outputPath")->setText(path);
             return told();
         };
         QCOMPARE(writing("no/o.cube"), "There is no folder " + m_folder.path("no"));
+        QCOMPARE(writing(m_folder.path(".")), "The output has no name that ends in .cube\n"
+                                              "The output is not a regular file");
         QCOMPARE(writing("o.txt"), "The output has no name that ends in .cube");
         QCOMPARE(writing("./in.cube"), "The output is the input, which will be replaced");
+        QCOMPARE(choosing("-a 'b'.3dl", cube(2)), "Not a .cube: tintwell-cli convert "
+                                                  "'./-a '\\''b'\\''.3dl' converts it\n"
+                                                  "The output exists and will be replaced");
+        choosing("in.cube", cube(17));
         QCOMPARE(convertTo("new.cube"), done); // beside the input
         const QString name = m_folder.path("new.cube");
         QVERIFY(told().startsWith("Written: " + name + " (17 x 17 x 17, 129."));
@@ -389,13 +396,14 @@ private Q_SLOTS:
         QVERIFY(told().startsWith("无法读取：bad.cube:1: found"));
         find<QLineEdit>("outputPath")->setText("new2.cube");
         QCOMPARE(choosing("in.3dl", "DOMAIN_MAX 2 2 2\nLUT_1D_SIZE 2\nLUT_3D_SIZE 2\n" + cube(2)),
-                 "不是 .cube 文件：可用 tintwell-cli convert \"in.3dl\" 转换\n1D 表将丢失\n"
+                 "不是 .cube 文件：可用 tintwell-cli convert in.3dl 转换\n1D 表将丢失\n"
                  "定义域将丢失：输出覆盖 0 到 1");
         QCOMPARE(begin(), "Error: File Error!");
         QVERIFY(told().startsWith("未转换：in.3dl:"));
         choosing("curve.cube", "LUT_1D_SIZE 2\n0 0 0\n1 1 1\n");
         QCOMPARE(begin(), failed);
-        QCOMPARE(told(), "未写入：new2.cube: the input has no 3D table\n1D 表将丢失");
+        QCOMPARE(told(), "未写入：new2.cube: the input has no 3D table\n"
+                         "输入没有 3D 表：不会写入任何内容");
         QDir::setCurrent(before);
     }
 
@@ -444,16 +452,16 @@ private Q_SLOTS:
             QCOMPARE(differs(picture("input"), before), swaps != 0 || way >= 5);
         }
         choose("inputButton", {m_folder.file("big.cube", "LUT_3D_SIZE 66\n")});
-        QVERIFY(isShown("input", "Too large to be shown here: tintwell-cli picture \"big.cube\""));
+        QVERIFY(isShown("input", "Too large to be shown here: tintwell-cli picture big.cube"));
         choose("inputButton", {m_folder.file("bad.cube", cube(2).left(60))});
         QVERIFY(isShown("input", "Cannot be read: bad.cube:"));
         QCOMPARE(find<QWidget>("outputPicture")->accessibleDescription(), "");
         choose("inputButton", {m_folder.file("curve.cube", "LUT_1D_SIZE 2\n0 0 0\n1 1 1\n")});
-        QVERIFY(!picture("input").isNull() && isShown("output", "The input has no 3D table"));
+        QVERIFY(isShown("input", "Curves: ") && isShown("output", "The input has no 3D table"));
         QPalette dark;
         dark.setColor(QPalette::Base, Qt::black);
         find<QWidget>("inputPicture")->setPalette(dark);
-        QVERIFY(picture("input").pixelColor(9, 3).lightness() < 128);
+        QVERIFY(picture("input", "Curves").pixelColor(9, 3).lightness() < 128);
         m_window->setStyleSheet("* { font-size: 30px }"); // leaves no room
         QTRY_VERIFY(!find<QWidget>("pictures")->isVisible());
     }
