@@ -3,6 +3,7 @@
 #include "calc/lattice_axis.h"
 #include "calc/lattice_rows.h"
 #include "calc/look_up.h"
+#include "calc/make_table.h"
 #include "calc/measure.h"
 #include "lut/lattice.h"
 #include "lut/read_lutfile.h"
@@ -10,6 +11,7 @@
 
 #include <algorithm>
 #include <array>
+#include <bit>
 #include <cmath>
 #include <cstddef>
 #include <limits>
@@ -59,16 +61,19 @@ float errorOfCurves(const Read_LUTFile& made, Exact&& exact) {
     return largest;
 }
 
-/// The effect of the lattice of a table or, if there is none, of its curves on a grid of colours
-/// that has the same inputs on each axis. What depends on one axis alone is computed once.
+/// The inputs along each axis of a grid, as many on all three.
+using GridInputs = std::array<std::vector<float>, 3>;
+
+/// The effect of the lattice of a table or, if there is none, of its curves on a grid of colours.
+/// What depends on one axis alone is computed once.
 class GridEffect {
 public:
-    GridEffect(const Read_LUTFile& lut, const std::vector<float>& inputs)
-        : m_lut(lut), m_positions{gridPositions(latticeAxis(lut, 0), inputs),
-                                  gridPositions(latticeAxis(lut, 1), inputs),
-                                  gridPositions(latticeAxis(lut, 2), inputs)} {
-        for (const float input : inputs) {
-            Channels response = {input, input, input};
+    GridEffect(const Read_LUTFile& lut, const GridInputs& inputs)
+        : m_lut(lut), m_positions{gridPositions(latticeAxis(lut, 0), inputs[0]),
+                                  gridPositions(latticeAxis(lut, 1), inputs[1]),
+                                  gridPositions(latticeAxis(lut, 2), inputs[2])} {
+        for (std::size_t n = 0; n < inputs[0].size(); ++n) {
+            Channels response = {inputs[0][n], inputs[1][n], inputs[2][n]};
             lookUp1D(lut, response.data(), response.data());
             m_responses.push_back(response);
         }
@@ -96,8 +101,8 @@ template <typename Finish>
 float errorOfLattice(const Read_LUTFile& from, const Read_LUTFile& made, Finish&& finish) {
     constexpr int mostCells = 64;
     const std::vector<float> inputs = middles(made.size3D, mostCells);
-    const GridEffect source(from, inputs);
-    const GridEffect result(made, inputs);
+    const GridEffect source(from, {inputs, inputs, inputs});
+    const GridEffect result(made, {inputs, inputs, inputs});
     float largest = 0;
     for (std::size_t i = 0; i < inputs.size(); ++i) {
         for (std::size_t j = 0; j < inputs.size(); ++j) {
@@ -128,6 +133,155 @@ float differenceOf(float a, float b) {
     }
     const float difference = std::fabs(a - b);
     return std::isnan(difference) ? std::numeric_limits<float>::infinity() : difference;
+}
+
+/// Takes the samples of two tables, point by point.
+class Collector {
+public:
+    Collector(const GridInputs& inputs, Comparison& result) : m_inputs(inputs), m_result(result) {}
+
+    /// \a difference gets what is between the two.
+    void take(const std::array<int, 3>& index, const float* first, const float* second,
+              float* difference) {
+        for (std::size_t c = 0; c < 3; ++c) {
+            m_areIdentical = m_areIdentical && isIdentical(first[c], second[c]);
+            difference[c] = differenceOf(first[c], second[c]);
+            if (std::isfinite(difference[c])) {
+                const auto exact = static_cast<double>(difference[c]);
+                ++m_finite[c];
+                m_sum[c] += exact;
+                m_squares[c] += exact * exact;
+            } else {
+                ++m_result.nonFinite;
+            }
+            if (difference[c] > m_largest) {
+                m_largest = difference[c];
+                m_result.index = index;
+                std::copy_n(first, 3, m_result.first.begin());
+                std::copy_n(second, 3, m_result.second.begin());
+            }
+            float& largest = m_result.channels[c].largest;
+            largest = std::max(largest, difference[c]);
+        }
+    }
+
+    void finish() {
+        m_result.isIdentical = m_result.by == ComparedBy::Points && m_areIdentical;
+        for (std::size_t c = 0; c < 3; ++c) {
+            const auto count = static_cast<double>(m_finite[c]);
+            const double none = std::numeric_limits<double>::infinity();
+            m_result.channels[c].mean = count > 0 ? m_sum[c] / count : none;
+            m_result.channels[c].rms = count > 0 ? std::sqrt(m_squares[c] / count) : none;
+            m_result.input[c] = m_inputs[c][static_cast<std::size_t>(m_result.index[c])];
+        }
+    }
+
+private:
+    static bool isIdentical(float a, float b) {
+        return std::bit_cast<std::uint32_t>(a) == std::bit_cast<std::uint32_t>(b) ||
+               (std::isnan(a) && std::isnan(b));
+    }
+
+    const GridInputs& m_inputs;
+    Comparison& m_result;
+    bool m_areIdentical = true;
+    float m_largest = -1; // so that the first point is taken even if there is no difference
+    std::array<std::int64_t, 3> m_finite = {};
+    std::array<double, 3> m_sum = {};
+    std::array<double, 3> m_squares = {};
+};
+
+/// Where two tables are compared: the kind and size of the grid, and its inputs.
+Comparison plannedComparison(const Read_LUTFile& first, const Read_LUTFile& second,
+                             bool haveSameInputs) {
+    Comparison plan;
+    const bool anyLattice = first.hasTable3D() || second.hasTable3D();
+    plan.kind = anyLattice ? TableKind::ThreeD : TableKind::OneD;
+    const int sizes[] = {sizeOf(first, plan.kind), sizeOf(second, plan.kind)};
+    plan.size = std::max(sizes[0], sizes[1]);
+    plan.by = haveSameInputs && sizes[0] == sizes[1] ? ComparedBy::Points : ComparedBy::Evaluation;
+    for (int c = 0; c < 3; ++c) {
+        float from = std::numeric_limits<float>::infinity();
+        float to = -from;
+        for (const Read_LUTFile* const lut : {&first, &second}) {
+            const float min = lut->hasTable3D() ? lut->domainMin3D[c] : lut->domainMin1D[c];
+            const float max = lut->hasTable3D() ? lut->domainMax3D[c] : lut->domainMax1D[c];
+            from = std::min({from, min, max});
+            to = std::max({to, min, max});
+        }
+        const bool isUsable = from < to && std::isfinite(to - from);
+        plan.from[static_cast<std::size_t>(c)] = isUsable ? from : 0;
+        plan.to[static_cast<std::size_t>(c)] = isUsable ? to : 1;
+    }
+    return plan;
+}
+
+GridInputs inputsOf(const Comparison& plan) {
+    GridInputs inputs;
+    for (std::size_t c = 0; c < 3; ++c) {
+        const Range range = {plan.from[c], plan.to[c]};
+        for (int n = 0; n < plan.size; ++n) {
+            const double fraction = n > 0 ? static_cast<double>(n) / (plan.size - 1) : 0;
+            inputs[c].push_back(static_cast<float>(range.at(fraction)));
+        }
+    }
+    return inputs;
+}
+
+/// Visits the points of a comparison of curves with what either table has there.
+template <typename Visit>
+void visitCurves(const Read_LUTFile& first, const Read_LUTFile& second, const Comparison& plan,
+                 const GridInputs& inputs, Visit&& visit) {
+    for (int n = 0; n < plan.size; ++n) {
+        const std::array<int, 3> index = {n, n, n};
+        if (plan.by == ComparedBy::Points) {
+            visit(index, first.data1D[n], second.data1D[n]);
+            continue;
+        }
+        const auto place = static_cast<std::size_t>(n);
+        const float in[] = {inputs[0][place], inputs[1][place], inputs[2][place]};
+        float one[3];
+        float other[3];
+        lookUp1D(first, in, one);
+        lookUp1D(second, in, other);
+        visit(index, one, other);
+    }
+}
+
+/// The same in a lattice.
+template <typename Visit>
+void visitLattices(const Read_LUTFile& first, const Read_LUTFile& second, const Comparison& plan,
+                   const GridInputs& inputs, Visit&& visit) {
+    if (plan.by == ComparedBy::Points) {
+        visitLattice(plan.size, [&](int i, int j, int k) {
+            visit(std::array{i, j, k}, first.data3D[i][j][k], second.data3D[i][j][k]);
+            return true;
+        });
+        return;
+    }
+    const GridEffect firstEffect(first, inputs);
+    const GridEffect secondEffect(second, inputs);
+    visitLattice(plan.size, [&](int i, int j, int k) {
+        const auto x = static_cast<std::size_t>(i);
+        const auto y = static_cast<std::size_t>(j);
+        const auto z = static_cast<std::size_t>(k);
+        float one[3];
+        float other[3];
+        firstEffect.at(x, y, z, one);
+        secondEffect.at(x, y, z, other);
+        visit(std::array{i, j, k}, one, other);
+        return true;
+    });
+}
+
+bool prepare(const Comparison& plan, Read_LUTFile& differences) {
+    if (!makeZeros(differences, plan.kind, plan.size)) {
+        return false;
+    }
+    const bool is3D = plan.kind == TableKind::ThreeD;
+    std::copy_n(plan.from.begin(), 3, is3D ? differences.domainMin3D : differences.domainMin1D);
+    std::copy_n(plan.to.begin(), 3, is3D ? differences.domainMax3D : differences.domainMax1D);
+    return true;
 }
 
 /// What is lost of a positive number when it is rounded to a multiple of 1 / \a parts.
@@ -231,6 +385,35 @@ float tableDifference(const Read_LUTFile& a, const Read_LUTFile& b, TableKind ki
         return true;
     });
     return largest;
+}
+
+float Comparison::largest() const {
+    return std::max({channels[0].largest, channels[1].largest, channels[2].largest});
+}
+
+bool compareTables(const Read_LUTFile& first, const Read_LUTFile& second, bool haveSameInputs,
+                   Comparison& result, Read_LUTFile* differences) {
+    result = plannedComparison(first, second, haveSameInputs);
+    if (differences != nullptr && !prepare(result, *differences)) {
+        return false;
+    }
+    const GridInputs inputs = inputsOf(result);
+    Collector collector(inputs, result);
+    const auto take = [&](const std::array<int, 3>& index, const float* one, const float* other) {
+        float unkept[3];
+        float* const difference = differences == nullptr ? unkept
+                                  : result.kind == TableKind::OneD
+                                      ? differences->data1D[index[0]]
+                                      : differences->data3D[index[0]][index[1]][index[2]];
+        collector.take(index, one, other, difference);
+    };
+    if (result.kind == TableKind::OneD) {
+        visitCurves(first, second, result, inputs, take);
+    } else {
+        visitLattices(first, second, result, inputs, take);
+    }
+    collector.finish();
+    return true;
 }
 
 float writingLoss(const Read_LUTFile& lut, TableKind kind, std::int64_t scale) {

@@ -1,14 +1,44 @@
 #include "cli/command.h"
 
+#include "cli/numbers.h"
 #include "cli/report.h"
 #include "cli/standard_output.h"
 #include "lut/words.h"
 
 #include <QLoggingCategory>
 
+#include <algorithm>
 #include <cstdio>
 
 namespace cli {
+
+namespace {
+
+/// Goes before a negative number, which the parser would take for an option. It cannot be in an
+/// argument.
+constexpr QChar mark = QChar::Null;
+
+/// No option begins so. A word that only begins like a number is left to the command to refuse.
+bool isNegative(const QString& argument) {
+    const QChar next = argument.size() > 1 ? argument[1] : QChar();
+    return argument.startsWith(QLatin1Char('-')) &&
+           (next.isDigit() || next == QLatin1Char('.') || parseNumber(argument));
+}
+
+QStringList withMarks(QStringList arguments) {
+    for (QString& argument : arguments) {
+        if (isNegative(argument)) {
+            argument.prepend(mark);
+        }
+    }
+    return arguments;
+}
+
+QString withoutMark(QString argument) {
+    return argument.remove(mark);
+}
+
+} // namespace
 
 CommandLine::CommandLine(const Command& command) : m_command(command) {
     addOptions(commonOptions());
@@ -28,7 +58,7 @@ void CommandLine::addOptions(std::span<const Option> options) {
 }
 
 std::optional<int> CommandLine::parse(const QStringList& arguments, int least, int most) {
-    if (!m_parser.parse(arguments)) {
+    if (!m_parser.parse(m_command.takesNumbers ? withMarks(arguments) : arguments)) {
         return wrong(m_parser.errorText());
     }
     if (isSet("help")) {
@@ -58,7 +88,14 @@ bool CommandLine::isSet(const char* option) const {
 }
 
 std::optional<QString> CommandLine::value(const char* option) const {
-    return isSet(option) ? std::optional(m_parser.value(QLatin1String(option))) : std::nullopt;
+    return isSet(option) ? std::optional(withoutMark(m_parser.value(QLatin1String(option))))
+                         : std::nullopt;
+}
+
+QStringList CommandLine::operands() const {
+    QStringList operands = m_parser.positionalArguments();
+    std::transform(operands.begin(), operands.end(), operands.begin(), withoutMark);
+    return operands;
 }
 
 bool CommandLine::number(const char* option, int least, int most,
@@ -77,6 +114,21 @@ bool CommandLine::number(const char* option, int least, int most,
               .arg(QLatin1String(option), *text)
               .arg(least)
               .arg(most));
+    return false;
+}
+
+bool CommandLine::number(const char* option, std::optional<float>& number) const {
+    const std::optional<QString> text = value(option);
+    if (!text) {
+        return true;
+    }
+    const std::optional<float> found = parseNumber(*text);
+    if (found && *found >= 0) {
+        number = found;
+        return true;
+    }
+    wrong(QStringLiteral("found --%1 %2, expected a number of 0 or more")
+              .arg(QLatin1String(option), *text));
     return false;
 }
 

@@ -37,6 +37,7 @@ struct Command {
     Toolkit toolkit = Toolkit::Core;
     const char* batch = nullptr; ///< a second form of the operands, with the options it needs
     Completion completion = Completion::Files; ///< of the operands
+    bool takesNumbers = false;                 ///< operands may be negative numbers
 };
 
 /// Every command, in the order in which the help lists them.
@@ -58,6 +59,8 @@ std::span<const Option> commonOptions();
 int runFormats(const Command& self, const QStringList& arguments);
 int runInfo(const Command& self, const QStringList& arguments);
 int runCheck(const Command& self, const QStringList& arguments);
+int runCompare(const Command& self, const QStringList& arguments);
+int runEvaluate(const Command& self, const QStringList& arguments);
 int runConvert(const Command& self, const QStringList& arguments);
 int runMerge(const Command& self, const QStringList& arguments);
 int runIdentity(const Command& self, const QStringList& arguments);
@@ -81,7 +84,9 @@ public:
     /// Parses the option as a whole number from \a least to \a most into \a number, which is
     /// unchanged if the option is not given. False, with wrong usage reported, for any other value.
     bool number(const char* option, int least, int most, std::optional<int>& number) const;
-    QStringList operands() const { return m_parser.positionalArguments(); }
+    /// Parses the option as a real number of 0 or more in the same way.
+    bool number(const char* option, std::optional<float>& number) const;
+    QStringList operands() const;
 
     /// Reports wrong usage; returns Usage.
     int wrong(const QString& what) const;

@@ -14,11 +14,23 @@ constexpr std::array common = {
     Option{.name = "help", .value = nullptr, .help = "Show this help.", .letter = "h"},
     Option{"verbose", nullptr, "Trace what readers do on standard error."}};
 
-constexpr std::array json = {Option{"json", nullptr, "Print JSON."}};
+constexpr Option jsonOption = {"json", nullptr, "Print JSON."};
+
+constexpr std::array json = {jsonOption};
 
 constexpr std::array force = {forceOption};
 
 constexpr std::array strict = {strictOption};
+
+constexpr std::array comparison = {
+    Option{
+        "tolerance", "T",
+        "Exit with status 1 if the largest difference is above T; without it, no difference is a "
+        "failure."},
+    Option{"picture", "OUT.png",
+           "Draw the differences: of lattices in slices, of curves over the input.",
+           Completion::Files},
+    jsonOption, forceOption};
 
 constexpr std::array batch = {
     Option{"output-directory", "DIR",
@@ -43,6 +55,18 @@ constexpr std::array commands = {
             .summary = "Tell what is lost when files are read",
             .run = runCheck,
             .options = {inputOptionList, json}},
+    Command{.name = "compare",
+            .operands = "FIRST SECOND",
+            .summary = "Tell how far two tables are apart",
+            .run = runCompare,
+            .options = {inputOptionList, strict, comparison},
+            .toolkit = Toolkit::Fonts},
+    Command{.name = "evaluate",
+            .operands = "LUT [R G B]...",
+            .summary = "Print what a table makes of colours, given or on standard input",
+            .run = runEvaluate,
+            .options = {inputOptionList, strict, json},
+            .takesNumbers = true},
     Command{.name = "convert",
             .operands = "IN OUT",
             .summary = "Convert tables to another format, size or order",

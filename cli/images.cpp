@@ -3,7 +3,6 @@
 #include "calc/look_up_image.h"
 #include "cli/image_thread.h"
 #include "cli/report.h"
-#include "cli/shape.h"
 #include "cli/words.h"
 #include "lut/image_file.h"
 
@@ -58,6 +57,19 @@ void noteLosses(const QString& place, const QString& path, const QImage& image, 
 
 } // namespace
 
+std::optional<int> cli::beginImage(const CommandLine& line, const QString& path, ImageJob& job) {
+    job.target = {path, line.isSet("force")};
+    job.type = QFileInfo(job.target.path).suffix().toLower().toLatin1();
+    if (const QString missing = tintwell::missingPackage(job.type); !missing.isEmpty()) {
+        reportFile(job.target.path, missing);
+        return Failed;
+    }
+    if (!QImageWriter::supportedImageFormats().contains(job.type)) {
+        return line.wrong(job.target.path + QStringLiteral(": ") + unsuitable(job));
+    }
+    return std::nullopt;
+}
+
 std::optional<int> cli::beginImageJob(CommandLine& line, const QStringList& arguments, int operands,
                                       ImageJob& job) {
     if (const auto status = line.parse(arguments, operands, operands)) {
@@ -67,23 +79,13 @@ std::optional<int> cli::beginImageJob(CommandLine& line, const QStringList& argu
     if (!input) {
         return Usage;
     }
-    job.target = {line.operands().last(), line.isSet("force")};
-    job.type = QFileInfo(job.target.path).suffix().toLower().toLatin1();
-    if (const QString missing = tintwell::missingPackage(job.type); !missing.isEmpty()) {
-        reportFile(job.target.path, missing);
-        return Failed;
-    }
-    if (!QImageWriter::supportedImageFormats().contains(job.type)) {
-        return line.wrong(job.target.path + QStringLiteral(": ") + unsuitable(job));
+    if (const auto status = beginImage(line, line.operands().last(), job)) {
+        return status;
     }
     job.notes = Notes(line.isSet("strict"));
-    if (!loadTable(*input, line.operands().first(), job.table, job.notes)) {
-        return Failed;
-    }
-    if (job.table.lut.hasTable3D() && job.table.lut.hasTable1D()) {
-        noteBothKinds(job.table.path, tintwell::TableKind::ThreeD, job.notes);
-    }
-    return std::nullopt;
+    return loadOneTable(*input, line.operands().first(), job.table, job.notes)
+               ? std::nullopt
+               : std::optional<int>(Failed);
 }
 
 int cli::doImageWork(const QString& path, const std::function<bool()>& work) {

@@ -21,6 +21,10 @@ struct ImageJob {
     Notes notes{false};
 };
 
+/// Sets where the image goes and what type it is. Returns a status, with the error reported, if
+/// such an image cannot be written.
+std::optional<int> beginImage(const CommandLine& line, const QString& path, ImageJob& job);
+
 /// Begins such a command: parses the arguments, where the first operand is the table and the last
 /// the image, and reads the table. Returns a status, with the error reported, if there is nothing
 /// more to do.

@@ -3,6 +3,7 @@
 #include "calc/make_table.h"
 #include "cli/image_thread.h"
 #include "cli/report.h"
+#include "cli/shape.h"
 #include "cli/words.h"
 
 #include <algorithm>
@@ -125,6 +126,17 @@ bool loadTable(const Input& input, const QString& path, Table& table, Notes& not
     }
     for (const QString& what : table.lut.remarks) {
         notes.add(path, what);
+    }
+    return true;
+}
+
+bool loadOneTable(const Input& input, const QString& path, Table& table, Notes& notes) {
+    if (!loadTable(input, path, table, notes)) {
+        return false;
+    }
+    if (table.lut.hasTable3D() && table.lut.hasTable1D()) {
+        noteBothKinds(path, tintwell::TableKind::ThreeD, notes);
+        table.lut.setSize1D(0);
     }
     return true;
 }

@@ -62,4 +62,8 @@ QString readTable(const Input& input, const QString& path, Table& table);
 /// The same with the error reported, which gives false, and the reader's remarks added to \a notes.
 bool loadTable(const Input& input, const QString& path, Table& table, Notes& notes);
 
+/// The same for a command that uses one table: of a file with both kinds only the lattice is kept,
+/// which is noted.
+bool loadOneTable(const Input& input, const QString& path, Table& table, Notes& notes);
+
 } // namespace cli

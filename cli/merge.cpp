@@ -24,18 +24,6 @@ int largerSize(TableKind kind, const Read_LUTFile& first, const Read_LUTFile& se
     return larger > 0 ? larger : cli::usualSize(kind);
 }
 
-/// A file that has both kinds is used by its lattice.
-bool readOne(const cli::Input& input, const QString& path, cli::Table& table, cli::Notes& notes) {
-    if (!cli::loadTable(input, path, table, notes)) {
-        return false;
-    }
-    if (table.lut.hasTable3D() && table.lut.hasTable1D()) {
-        cli::noteBothKinds(path, TableKind::ThreeD, notes);
-        table.lut.setSize1D(0);
-    }
-    return true;
-}
-
 void noteKinds(TableKind kind, int size, const QString& path, const Read_LUTFile& first,
                const Read_LUTFile& second, cli::Notes& notes) {
     const bool anyLattice = first.hasTable3D() || second.hasTable3D();
@@ -69,8 +57,8 @@ int cli::runMerge(const Command& self, const QStringList& arguments) {
     Table first;
     Table second;
     Notes notes(line.isSet("strict"));
-    if (!readOne(*input, line.operands().at(0), first, notes) ||
-        !readOne(*input, line.operands().at(1), second, notes)) {
+    if (!loadOneTable(*input, line.operands().at(0), first, notes) ||
+        !loadOneTable(*input, line.operands().at(1), second, notes)) {
         return Failed;
     }
     const int size = sizeIn(*format, output->size, largerSize(format->kind, first.lut, second.lut));

@@ -16,11 +16,23 @@
 
 namespace cli {
 
-void printJson(const QJsonArray& array) {
-    QStringList lines = QString::fromUtf8(QJsonDocument(array).toJson()).split(QLatin1Char('\n'));
+namespace {
+
+void print(const QJsonDocument& document) {
+    QStringList lines = QString::fromUtf8(document.toJson()).split(QLatin1Char('\n'));
     std::transform(lines.begin(), lines.end(), lines.begin(), printable);
     const QByteArray text = lines.join(QLatin1Char('\n')).toUtf8();
     std::fwrite(text.constData(), 1, static_cast<std::size_t>(text.size()), stdout);
+}
+
+} // namespace
+
+void printJson(const QJsonArray& array) {
+    print(QJsonDocument(array));
+}
+
+void printJson(const QJsonObject& object) {
+    print(QJsonDocument(object));
 }
 
 QJsonObject failureAsJson(const QString& path, const QString& error) {

@@ -6,8 +6,9 @@
 
 namespace cli {
 
-/// Prints an array on standard output, indented.
+/// Prints an array or an object on standard output, indented.
 void printJson(const QJsonArray& array);
+void printJson(const QJsonObject& object);
 
 /// The entry for a file that could not be read, in an array of files.
 QJsonObject failureAsJson(const QString& path, const QString& error);

@@ -11,6 +11,7 @@
 #include <QPainter>
 
 #include <algorithm>
+#include <cmath>
 #include <cstddef>
 
 namespace {
@@ -52,15 +53,19 @@ public:
         text(SubtitleBox, Qt::AlignLeft, subtitle, LabelColour, 15);
     }
 
-    void drawSlices(const QRect& panel, const Read_LUTFile& lut) {
+    /// \a image(blue, next) draws the slice at an index of the blue axis; the one after it will be
+    /// at \a next.
+    template <typename SliceImage>
+    void drawSlices(const QRect& panel, const Read_LUTFile& lut, const char* name,
+                    SliceImage&& image) {
         const int size = lut.size3D;
         const Range blues = {lut.domainMin3D[2], lut.domainMax3D[2]};
         const QRect area = panel.adjusted(0, CaptionHeight, 0, 0);
         const Tiling tiling =
             tintwell::bestTiling(area.size(), size, size, SliceGap, SliceLabelHeight);
         const int count = std::min(size, tiling.count());
-        QString what =
-            QStringLiteral("Lattice: red to the right, green down, blue from slice to slice");
+        QString what = QStringLiteral("%1: red to the right, green down, blue from slice to slice")
+                           .arg(QLatin1String(name));
         if (count < size) {
             what += QStringLiteral(", %1 of %2 slices").arg(count).arg(size);
         }
@@ -68,7 +73,8 @@ public:
         for (int n = 0; n < count; ++n) {
             const int blue = tintwell::slicePosition(n, count, size);
             const QRect tile = tiling.tile(area, n);
-            m_painter.drawImage(tile, tintwell::slice(lut, blue));
+            const int next = n + 1 < count ? tintwell::slicePosition(n + 1, count, size) : size;
+            m_painter.drawImage(tile, image(blue, next));
             const double value = blues.at(size > 1 ? static_cast<double>(blue) / (size - 1) : 0);
             text({tile.left(), tile.bottom() + 2, tile.width(), SliceLabelHeight}, Qt::AlignLeft,
                  QString::number(value, 'f', 2), LabelColour, 11);
@@ -91,15 +97,35 @@ public:
         drawRamps(before, after, axis);
     }
 
+    /// Curves of differences that are amplified, with their colours under them.
+    void drawDifferenceCurves(const QRect& panel, const GreyAxis& axis, double amplification) {
+        caption(panel, QStringLiteral("Differences of red, green and blue over the input"));
+        const QRect ramp(panel.left() + TickWidth, panel.bottom() + 1 - RampHeight,
+                         panel.width() - TickWidth, RampHeight);
+        const QRect area(ramp.left(), panel.top() + CaptionHeight, ramp.width(),
+                         ramp.top() - TickHeight - panel.top() - CaptionHeight);
+        tintwell::Style style = tintwell::DarkStyle;
+        style.diagonal = style.plot; // means nothing here
+        const Plot plot(area, axis);
+        plot.draw(m_painter, style);
+        labelTicks(area, plot, amplification);
+        QImage image(static_cast<int>(axis.outputs.size()), 1, QImage::Format_RGB32);
+        for (int n = 0; n < image.width(); ++n) {
+            image.setPixel(n, 0, tintwell::toRgb(axis.outputs[static_cast<std::size_t>(n)].data()));
+        }
+        m_painter.drawImage(ramp, image);
+    }
+
 private:
-    void labelTicks(const QRect& area, const Plot& plot) {
+    /// The labels of the outputs are divided by \a amplification.
+    void labelTicks(const QRect& area, const Plot& plot, double amplification = 1) {
         Plot::eachTick(plot.inputs(), [&](double tick) {
             text({static_cast<int>(plot.x(tick)) - 40, area.bottom() + 4, 80, TickHeight - 8},
                  Qt::AlignHCenter, QString::number(tick), LabelColour, 12);
         });
         Plot::eachTick(plot.outputs(), [&](double tick) {
             text({area.left() - 88, static_cast<int>(plot.y(tick)) - 10, 80, 20}, Qt::AlignRight,
-                 QString::number(tick), LabelColour, 12);
+                 QString::number(tick / amplification), LabelColour, 12);
         });
     }
 
@@ -139,7 +165,87 @@ private:
     QPainter m_painter;
 };
 
+/// 1, 2 or 5 times a power of ten, by which the largest finite difference becomes 0.4 to 1; 1 if
+/// there is none.
+double amplificationOf(const Read_LUTFile& differences) {
+    const TableKind kind = differences.hasTable3D() ? TableKind::ThreeD : TableKind::OneD;
+    const tintwell::Channels largest = statisticsOf(differences, kind).max;
+    const auto most = static_cast<double>(std::max({largest[0], largest[1], largest[2]}));
+    if (!(most > 0)) { // minus infinity if no difference is finite
+        return 1;
+    }
+    const double power = std::pow(10, std::floor(-std::log10(most)));
+    const double room = 1 / (most * power); // from 1 on, below 10
+    return power * (room >= 5 ? 5 : room >= 2 ? 2 : 1);
+}
+
+tintwell::Channels largestOf(const tintwell::Channels& a, const float* b) {
+    return {std::max(a[0], b[0]), std::max(a[1], b[1]), std::max(a[2], b[2])};
+}
+
+/// White if any of it is not finite.
+tintwell::Channels amplified(const tintwell::Channels& difference, double amplification) {
+    tintwell::Channels result = {1, 1, 1};
+    if (std::all_of(difference.begin(), difference.end(),
+                    [](float channel) { return std::isfinite(channel); })) {
+        std::transform(difference.begin(), difference.end(), result.begin(),
+                       [&](float channel) { return static_cast<float>(channel * amplification); });
+    }
+    return result;
+}
+
+/// The largest differences of the slices from \a blue to before \a next.
+QImage differenceSlice(const Read_LUTFile& lut, int blue, int next, double amplification) {
+    QImage image(lut.size3D, lut.size3D, QImage::Format_RGB32);
+    for (int green = 0; green < lut.size3D; ++green) {
+        for (int red = 0; red < lut.size3D; ++red) {
+            tintwell::Channels largest = {};
+            for (int n = blue; n < next; ++n) {
+                largest = largestOf(largest, lut.data3D[red][green][n]);
+            }
+            image.setPixel(red, green, tintwell::toRgb(amplified(largest, amplification).data()));
+        }
+    }
+    return image;
+}
+
+/// The largest differences of the entries in each of \a steps.
+GreyAxis differenceAxis(const Read_LUTFile& lut, int steps, double amplification) {
+    GreyAxis axis = tintwell::greyAxis(lut, TableKind::OneD, steps);
+    for (int step = 0; step < steps; ++step) {
+        const auto entryAt = [&](std::int64_t place) {
+            return static_cast<int>(place * lut.size1D / steps);
+        };
+        tintwell::Channels largest = {};
+        const int last = std::max(entryAt(step + 1), entryAt(step) + 1);
+        for (int n = entryAt(step); n < last; ++n) {
+            largest = largestOf(largest, lut.data1D[n]);
+        }
+        axis.outputs[static_cast<std::size_t>(step)] = amplified(largest, amplification);
+    }
+    return axis;
+}
+
 } // namespace
+
+QImage tintwell::drawDifferences(const Read_LUTFile& differences, const QString& title) {
+    const double amplification = amplificationOf(differences);
+    QImage canvas(CanvasSize, QImage::Format_RGB32);
+    Sheet sheet(canvas);
+    sheet.drawTitle(title, QStringLiteral("differences x %1: black where there is none, white "
+                                          "where it is not finite")
+                               .arg(amplification));
+    if (differences.hasTable3D()) {
+        sheet.drawSlices(Body, differences, "Differences", [&](int blue, int next) {
+            return differenceSlice(differences, blue, next, amplification);
+        });
+    } else {
+        sheet.drawDifferenceCurves(
+            Body, differenceAxis(differences, Body.width() - TickWidth, amplification),
+            amplification);
+    }
+    return canvas;
+}
 
 QImage tintwell::drawTable(const Read_LUTFile& lut, const QString& title, const QString& subtitle) {
     QImage canvas(CanvasSize, QImage::Format_RGB32);
@@ -147,7 +253,8 @@ QImage tintwell::drawTable(const Read_LUTFile& lut, const QString& title, const 
     sheet.drawTitle(title, subtitle);
     QRect greyAxisPanel = Body;
     if (lut.hasTable3D()) {
-        sheet.drawSlices({Body.topLeft(), QSize(SlicesWidth, Body.height())}, lut);
+        sheet.drawSlices({Body.topLeft(), QSize(SlicesWidth, Body.height())}, lut, "Lattice",
+                         [&lut](int blue, int /*next*/) { return tintwell::slice(lut, blue); });
         greyAxisPanel.setLeft(GreyAxisLeft);
     }
     sheet.drawGreyAxis(greyAxisPanel, lut);

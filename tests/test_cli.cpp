@@ -236,6 +236,51 @@ constexpr Run runs[] = {
      "lattice.itx: note: the 1D tables become a lattice of 9 points per axis"},
     {"info lattice.itx", 0, "", "\n  identity  yes\n"},
 
+    {"compare look.cube order.spi1d --tolerance -1", 2, "found --tolerance -1, expected a number"},
+    {"compare look.cube look.cube --picture o.txt", 2, "o.txt: found the extension \"txt\", expec"},
+    {"compare look.cube none.3dl", 1, "none.3dl: No such file or directory"},
+    {"compare --strict look.cube nan.cube", 1,
+     "nan.cube: note: 2|nan.cube: note: the 3D|nan.cube: not compared: --strict allows no notes"},
+    {"compare both.cube look.cube --tolerance 0", 0,
+     "both.cube: note: the file has|both.cube: note: only the 3D table is used",
+     "compared   point by point, 3D, 2 points per axis\nidentical  yes\n"},
+    {"compare bend.nvx1d dim.nvx1d --tolerance 0.59", 1,
+     "dim.nvx1d: found a difference of up to 0.6, expected at most 0.59",
+     R"(compared   evaluated in 3 entries, inputs 0 to 1
+identical  no
+           largest      mean         RMS
+red        0.25         0.0833333    0.144338
+green      0.6          0.508333     0.513363
+blue       0.25         0.15         0.170783
+where      input 1 1 1 (entry 2)
+first      0.5 1 0.75
+second     0.5 0.4 0.6
+)"},
+    {"compare up.nvx1d look.cube", 0, "",
+     "in 2 points per axis, inputs 0 to 1\nidentical  no\n           largest      mean         "
+     "RMS\nred        0            0            0\ngreen      0.5          0.0625 "},
+    {"compare nan.cube nan.cube --tolerance 0", 0,
+     "nan.cube: note: 2|nan.cube: note: |nan.cube: "
+     "note: 2|nan.cube: note: ",
+     "\nidentical  yes\n"},
+    {"compare wide.cube nan.cube", 0,
+     "wide.cube: note: the d|wide.cube: note: 2|wide.cube: note: t"
+     "|nan.cube: note: 2|nan.cube: note: ",
+     "compared   evaluated in 1 point per axis, inputs -1 -2 -3 to 1\nidentical  no\n"
+     "infinite   1 difference\n           largest      mean         RMS\n"
+     "red        0            0            0\ngreen      inf          inf          inf\n"
+     "blue       0.0833333    0.0833333    0.0833333\nwhere      input -1 -2 -3 (point 0 0 0)\n"},
+
+    // Colours
+    {"evaluate look.cube -0.1 1 1e0 -inf .5 1 --json", 0, "",
+     "[\n    {\"in\": [-0.1, 1, 1], \"out\": [0, 1, 1]},\n"
+     "    {\"in\": [null, 0.5, 1], \"out\": [0, 0.5, 1]}\n]\n"},
+    {"evaluate up.nvx1d 0.1 -- 0.75 -nan", 0, "", "0.05 0.625 0\n"},
+    {"evaluate look.cube 1 -0.1x 1", 2, "found \"-0.1x\", expected a number"},
+    {"evaluate look.cube 1 2", 2, "found 2 numbers, expected three for each colour"},
+    {"evaluate --strict nan.cube 1 1 1", 1,
+     "nan.cube: note: 2|nan.cube: note: the 3D|nan.cube: not evaluated: --strict allows no notes"},
+
     // Images
     {"apply look.cube noise.png o.png", 1, "noise.png: is not an image of a known type"},
     {"apply short.cube good.png o.png", 1, "short.cube:7: the file ends"},
@@ -354,6 +399,11 @@ private Q_SLOTS:
         QCOMPARE(checked[0]["error"].toString(), "No such file or directory");
         QCOMPARE(checked[1]["path"].toString() + checked[1]["format"].toString(), "stops.cubcub");
         QCOMPARE(checked[1]["remarks"].toArray().size(), 2);
+        const Outcome compared = run("compare --json nan.cube mesh.cube");
+        const QJsonDocument comparison = QJsonDocument::fromJson(compared.output.toUtf8());
+        QCOMPARE(comparison["nonFinite"].toInt(), 2);
+        QVERIFY(comparison["largest"][0].isNull() && comparison["rms"][2] == 0.0);
+        QCOMPARE(comparison["where"]["second"].toArray(), QJsonArray({0, 0, 0}));
         const Outcome outcome = run("info --json curve.nvx1d none.cube");
         QCOMPARE(outcome.status, 1);
         QCOMPARE(parsed(outcome)[0]["remarks"].toArray().size(), 1);
@@ -375,7 +425,8 @@ private Q_SLOTS:
         }
     }
 
-    /// Every writer, in its own order and in the other of each pair.
+    /// Every writer, in its own order and in the other of each pair. What is written in its own
+    /// order compares as it verifies.
     void verifiesWhatIsWritten() {
         m_folder.file("skew.nvx1d",
                       "Length 256\n" + QByteArray("0.5 0.25 0.75\n").repeated(255) + "1 1 1\n");
@@ -387,8 +438,11 @@ private Q_SLOTS:
                 if (format.write == nullptr) {
                     continue;
                 }
-                const QString line = QString("convert --force --verify --to %1 %2 %3 verified");
+                const QString to = "verified." + extensionsOf(format).first();
+                const QString line = QString("convert --force --verify --to %1 %2 %3 " + to);
                 const Outcome outcome = run(line.arg(format.name, orders, in));
+                const QString compare = QString("compare --tolerance 0.000001 %1 ").arg(in) + to;
+                QVERIFY(*orders != 0 || outcome.status != 0 || run(compare).status == 0);
                 const bool scaleUntold =
                     format.traits.integers == tintwell::IntegerSamples::ScaleLost;
                 const bool isExact = format.code != tintwell::FormatCode::Csv &&
@@ -413,9 +467,24 @@ private Q_SLOTS:
                  QStringList({"look.spi3d", "mesh.spi3d", "sample.spi3d"}));
     }
 
+    void evaluatesLines() {
+        const auto evaluated = [&](const QByteArray& lines) {
+            Program program(m_folder);
+            program.setStandardInputFile(m_folder.file("lines", lines));
+            return program.run("evaluate look.cube");
+        };
+        check({"", 1, "standard input:5: found \"1 1 x\", expected three numbers", "0 1 1\n1 0.7"},
+              evaluated("# none\n\n -0.1\t1 +1\r\n1 1 .5 # one\n1 1 x\n1 1 1\n"));
+        check({"", 1, "standard input:1: found a line of more"},
+              evaluated(QByteArray(70'000, '1')));
+        const Outcome many = evaluated(QByteArray("1e-3 0.1 1e-50\n").repeated(30'000) + "0 0 0");
+        QVERIFY(many.output == QString("0.001 0.1 0\n").repeated(30'000) + "0 0 0\n");
+    }
+
     void printsToFullDisks() {
         for (const char* line :
-             {"formats", "formats --json", "--help", "info -h", "--version", "info look.cube"}) {
+             {"formats", "formats --json", "--help", "info -h", "--version", "info look.cube",
+              "compare look.cube look.cube", "evaluate look.cube 1 1 1"}) {
             Program program(m_folder);
             program.setStandardOutputFile("/dev/full");
             check({line, 1, "standard output: not written: "}, program.run(line));

@@ -163,6 +163,26 @@ private Q_SLOTS:
         }
     }
 
+    void drawsDifferences() {
+        Read_LUTFile lut(nullptr);
+        QVERIFY(tintwell::makeZeros(lut, tintwell::TableKind::ThreeD, 129));
+        lut.data3D[3][7][100][1] = INFINITY; // in slices that have no tile of their own
+        lut.data3D[9][8][102][2] = 0.003F;
+        const QImage slices = tintwell::drawDifferences(lut, {});
+        QCOMPARE(slices.pixel(40 + 3, 585 + 7), qRgb(255, 255, 255));
+        QCOMPARE(slices.pixel(40 + 9, 585 + 8), qRgb(0, 0, 153)); // 200 times as much
+        QCOMPARE(slices.pixel(40 + 9, 585 + 9), qRgb(0, 0, 0));
+        Read_LUTFile curves(nullptr);
+        QVERIFY(tintwell::makeZeros(curves, tintwell::TableKind::OneD, 5000));
+        curves.data1D[1234][0] = INFINITY;
+        curves.data1D[4999][2] = 3;
+        const QImage plot = tintwell::drawDifferences(curves, {});
+        QCOMPARE(plot.pixel(76 + 1234 * 1164 / 5000, 700), qRgb(255, 255, 255));
+        QCOMPARE(plot.pixel(1239, 700), qRgb(0, 0, 153)); // 0.2 times
+        QCOMPARE(run("compare 0.cube 13.spi3d --picture apart.png").status, 0);
+        QCOMPARE(QImage(m_folder.path("apart.png")).size(), slices.size());
+    }
+
     void drawsCurves() {
         Read_LUTFile lut(nullptr);
         samples::fill1D(lut, 2, [](int n) {

@@ -4,7 +4,7 @@ _tintwell_cli() {
     local current=${COMP_WORDS[COMP_CWORD]} previous=${COMP_WORDS[COMP_CWORD - 1]} words=
     local formats='cube texture unwrapped 3dl mga look discreet lut davlut csp cub itx spi1d spi3d csv nvx1d nvx3d'
     local orders='rgb bgr red-fastest blue-fastest rgb,red-fastest rgb,blue-fastest bgr,red-fastest bgr,blue-fastest'
-    local commands='formats info check convert merge identity apply picture help'
+    local commands='formats info check compare evaluate convert merge identity apply picture help'
 
     COMPREPLY=()
     if [ "$COMP_CWORD" -eq 1 ]; then
@@ -25,7 +25,7 @@ _tintwell_cli() {
         mapfile -t COMPREPLY < <(compgen -d -- "$current")
         return
         ;;
-    --size | --scale | --jobs) return ;;
+    --tolerance | --size | --scale | --jobs) return ;;
     esac
     if [[ $current != -* ]]; then
         case ${COMP_WORDS[1]} in
@@ -38,6 +38,8 @@ _tintwell_cli() {
     formats) words='--help --verbose --json' ;;
     info) words='--help --verbose --from --in-order --strict --json' ;;
     check) words='--help --verbose --from --in-order --json' ;;
+    compare) words='--help --verbose --from --in-order --strict --tolerance --picture --json --force' ;;
+    evaluate) words='--help --verbose --from --in-order --strict --json' ;;
     convert) words='--help --verbose --from --in-order --strict --to --size --out-order --scale --verify --force --output-directory --jobs' ;;
     merge) words='--help --verbose --from --in-order --strict --to --size --out-order --scale --verify --force' ;;
     identity) words='--help --verbose --to --size --out-order --scale --verify --force' ;;
