@@ -68,12 +68,13 @@ std::optional<int> cli::beginImageJob(CommandLine& line, const QStringList& argu
         return Usage;
     }
     job.target = {line.operands().last(), line.isSet("force")};
-    job.type = QFileInfo(job.target.path).suffix().toLower().toLatin1();
+    const bool isNamed = !isStandardOutput(job.target.path);
+    job.type = isNamed ? QFileInfo(job.target.path).suffix().toLower().toLatin1() : QByteArray();
     if (const QString missing = tintwell::missingPackage(job.type); !missing.isEmpty()) {
         reportFile(job.target.path, missing);
         return Failed;
     }
-    if (!QImageWriter::supportedImageFormats().contains(job.type)) {
+    if (isNamed && !QImageWriter::supportedImageFormats().contains(job.type)) {
         return line.wrong(job.target.path + QStringLiteral(": ") + unsuitable(job));
     }
     job.notes = Notes(line.isSet("strict"));
@@ -94,12 +95,13 @@ int cli::doImageWork(const QString& path, const std::function<bool()>& work) {
     return succeeded ? Done : Failed;
 }
 
-QImage cli::loadImage(const QString& path) {
-    if (const QString problem = standardInput(path); !problem.isEmpty()) {
+QImage cli::loadImage(const QString& path, QByteArray& type) {
+    Source source;
+    if (const QString problem = source.open(path); !problem.isEmpty()) {
         return refuse(path, problem);
     }
     const tintwell::ImageFile image =
-        tintwell::readImage(path, MaxPixels, tintwell::Orientation::Upright);
+        tintwell::readImage(source.place(), MaxPixels, tintwell::Orientation::Upright);
     if (!image.error.isEmpty()) {
         return refuse(path, image.error);
     }
@@ -108,6 +110,9 @@ QImage cli::loadImage(const QString& path) {
                                 .arg(image.size.width())
                                 .arg(image.size.height())
                                 .arg(MaxPixels));
+    }
+    if (type.isEmpty()) {
+        type = image.type;
     }
     return image.pixels;
 }

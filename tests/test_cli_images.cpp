@@ -7,6 +7,7 @@
 
 #include <QGuiApplication>
 #include <QImage>
+#include <QImageReader>
 #include <QImageWriter>
 
 #include <algorithm>
@@ -100,6 +101,25 @@ private Q_SLOTS:
                     QCOMPARE(words(result, n % 61, n / 61), expected);
                 }
             }
+        }
+    }
+
+    void pipesImages() {
+        QVERIFY(colours(QImage::Format_RGB32).save(m_folder.path("in.bmp")));
+        for (const auto& [in, line] : {std::pair{"in.bmp", "apply 15.nvx1d - -"},
+                                       {"15.nvx1d", "apply --from nvx1d /dev/stdin in.bmp -"},
+                                       {"15.nvx1d", "picture --from nvx1d - -"}}) {
+            Program program(m_folder);
+            program.setStandardInputFile(m_folder.path(in));
+            program.setStandardOutputFile(m_folder.path("piped"));
+            QCOMPARE(program.run(line).status, 0);
+            const bool draws = *line == 'p';
+            QCOMPARE(run(draws ? "picture --force 15.nvx1d -.png"
+                               : "apply --force 15.nvx1d in.bmp o.bmp")
+                         .status,
+                     0);
+            QCOMPARE(QImageReader::imageFormat(m_folder.path("piped")), draws ? "png" : "bmp");
+            QVERIFY(draws || QImage(m_folder.path("piped")) == QImage(m_folder.path("o.bmp")));
         }
     }
 
