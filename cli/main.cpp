@@ -73,6 +73,13 @@ int runCommand(int argc, char* argv[]) {
         QTextCodec::setCodecForLocale(QTextCodec::codecForName("UTF-8"));
     }
     const QStringList arguments = QCoreApplication::arguments().mid(1);
+    for (int n = 1; n < argc; ++n) {
+        if (const QString text = QString::fromLocal8Bit(argv[n]); text.toLocal8Bit() != argv[n]) {
+            cli::report(QStringLiteral("found \"%1\", expected a name in %2")
+                            .arg(text, QString::fromLatin1(QTextCodec::codecForLocale()->name())));
+            return cli::Usage;
+        }
+    }
     return command != nullptr ? command->run(*command, arguments)
                               : runWithoutCommand(arguments.value(0));
 }
