@@ -31,7 +31,7 @@ inline constexpr std::array outputOptionList = {
     Option{"to", "FORMAT",
            "Format of the output, by short name or code (see tintwell-cli formats); by "
            "default, found from the extension.",
-           Completion::Formats},
+           Completion::WrittenFormats},
     Option{"size", "N",
            "Points per axis (3D, 2 to 256) or entries (1D, 2 to 1048576). By default, those of the "
            "input, or 33 (3D) and 1024 (1D) if the input is of the other kind."},
