@@ -76,7 +76,7 @@ const Format* formatOfInput(const Input& input, const QString& path, QString& pr
         return input.format;
     }
     if (isStandardInput(path)) {
-        problem = QStringLiteral("found standard input, expected --from");
+        problem = QStringLiteral("standard input needs --from");
         return nullptr;
     }
     const std::vector<const Format*> formats = tintwell::formatsByExtension(path);

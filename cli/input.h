@@ -33,7 +33,7 @@ struct Table {
 inline constexpr std::array inputOptionList = {
     Option{"from", "FORMAT",
            "Format of the input, by short name or code (see tintwell-cli formats); by "
-           "default, found from the extension and content.",
+           "default, found from the extension and content. Standard input (-) needs it.",
            Completion::Formats},
     Option{"in-order", "ORDER",
            "Orders of the input: rgb or bgr for the numbers of a sample, red-fastest or "

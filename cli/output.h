@@ -30,7 +30,7 @@ inline constexpr Option forceOption = {"force", nullptr,
 inline constexpr std::array outputOptionList = {
     Option{"to", "FORMAT",
            "Format of the output, by short name or code (see tintwell-cli formats); by "
-           "default, found from the extension.",
+           "default, found from the extension. Standard output (-) needs it.",
            Completion::WrittenFormats},
     Option{"size", "N",
            "Points per axis (3D, 2 to 256) or entries (1D, 2 to 1048576). By default, those of the "
