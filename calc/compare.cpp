@@ -1,5 +1,6 @@
 #include "calc/compare.h"
 
+#include "calc/chain.h"
 #include "calc/lattice_axis.h"
 #include "calc/lattice_rows.h"
 #include "calc/look_up.h"
@@ -349,21 +350,13 @@ float resamplingError(const Read_LUTFile& from, const Read_LUTFile& made, TableK
     return errorOfCurves(made, [&](float* colour) { effect(from, colour, colour); });
 }
 
-float compositionError(const Read_LUTFile& first, const Read_LUTFile& second,
-                       const Read_LUTFile& made, TableKind kind) {
+float compositionError(Tables tables, const Read_LUTFile& made, TableKind kind) {
     if (kind == TableKind::OneD) {
-        return errorOfCurves(made, [&](float* colour) {
-            lookUp(first, colour, colour);
-            lookUp(second, colour, colour);
-        });
+        const Chain all(tables);
+        return errorOfCurves(made, [&](float* colour) { all.apply(colour); });
     }
-    if (!second.hasTable3D()) {
-        return errorOfLattice(first, made,
-                              [&](float* colour) { lookUp1D(second, colour, colour); });
-    }
-    const LatticeAxes axes = latticeAxes(second);
-    return errorOfLattice(first, made,
-                          [&](float* colour) { evaluate(second, axes, colour, colour); });
+    const Chain others(tables.subspan(1));
+    return errorOfLattice(*tables.front(), made, [&](float* colour) { others.apply(colour); });
 }
 
 float tableDifference(const Read_LUTFile& a, const Read_LUTFile& b, TableKind kind) {

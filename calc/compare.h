@@ -1,6 +1,7 @@
 #pragma once
 
 #include "calc/measure.h"
+#include "calc/tables.h"
 #include "lut/table_kind.h"
 
 #include <array>
@@ -22,9 +23,8 @@ namespace tintwell {
 /// others evenly between them. Of longer curves they are 65536.
 float resamplingError(const Read_LUTFile& from, const Read_LUTFile& made, TableKind kind);
 
-/// The same for a table that compose() has made of \a first and \a second.
-float compositionError(const Read_LUTFile& first, const Read_LUTFile& second,
-                       const Read_LUTFile& made, TableKind kind);
+/// The same for a table that compose() has made of \a tables.
+float compositionError(Tables tables, const Read_LUTFile& made, TableKind kind);
 
 /// The largest difference between the samples of the tables of a kind. Infinity if their sizes
 /// differ, if there is only one, or if only one of two samples is NaN. Two NaN are equal, and so

@@ -1,7 +1,6 @@
 #include "calc/make_table.h"
 
-#include "calc/lattice_axis.h"
-#include "calc/look_up.h"
+#include "calc/chain.h"
 #include "calc/lutcalc.h"
 #include "lut/lattice.h"
 #include "lut/read_lutfile.h"
@@ -48,34 +47,6 @@ bool makeLattice(const Read_LUTFile& from, Read_LUTFile& lut, int size) {
     }
     expand(curves, lut);
     return true;
-}
-
-void lookUpBoth(const Read_LUTFile& first, const Read_LUTFile& second, const float* in,
-                float* out) {
-    float between[3];
-    lookUp(first, in, between);
-    lookUp(second, between, out);
-}
-
-void composeLattice(const Read_LUTFile& first, const Read_LUTFile& second, Read_LUTFile& lut) {
-    if (first.hasTable3D() && second.hasTable3D()) {
-        LutCalc().Lut3D_Merge(first, second, lut);
-        return;
-    }
-    const int n = lut.size3D;
-    visitLattice(n, [&](int i, int j, int k) {
-        const float point[] = {unitPosition(i, n), unitPosition(j, n), unitPosition(k, n)};
-        lookUpBoth(first, second, point, lut.data3D[i][j][k]);
-        return true;
-    });
-}
-
-void composeCurves(const Read_LUTFile& first, const Read_LUTFile& second, Read_LUTFile& lut) {
-    for (int n = 0; n < lut.size1D; ++n) {
-        const float t = unitPosition(n, lut.size1D);
-        const float grey[] = {t, t, t};
-        lookUpBoth(first, second, grey, lut.data1D[n]);
-    }
 }
 
 void swapChannels(Read_LUTFile& lut) {
@@ -130,16 +101,23 @@ bool reshape(const Read_LUTFile& from, Read_LUTFile& lut, TableKind kind, int si
     return kind == TableKind::ThreeD ? makeLattice(from, lut, size) : makeCurves(from, lut, size);
 }
 
-bool compose(const Read_LUTFile& first, const Read_LUTFile& second, Read_LUTFile& lut,
-             TableKind kind, int size) {
-    if (!makeZeros(lut, kind, size)) {
+bool compose(Tables tables, Read_LUTFile& lut, TableKind kind, int size) {
+    if (kind == TableKind::OneD) {
+        if (!makeIdentity(lut, kind, size)) {
+            return false;
+        }
+        const Chain all(tables);
+        std::for_each_n(lut.data1D, size, [&](float* cell) { all.apply(cell); });
+        return true;
+    }
+    if (!makeLattice(*tables.front(), lut, size)) {
         return false;
     }
-    if (kind == TableKind::ThreeD) {
-        composeLattice(first, second, lut);
-    } else {
-        composeCurves(first, second, lut);
-    }
+    const Chain others(tables.subspan(1));
+    visitLattice(size, [&](int i, int j, int k) {
+        others.apply(lut.data3D[i][j][k]);
+        return true;
+    });
     return true;
 }
 

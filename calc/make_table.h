@@ -1,5 +1,6 @@
 #pragma once
 
+#include "calc/tables.h"
 #include "lut/catalogue.h"
 #include "lut/table_kind.h"
 
@@ -22,10 +23,9 @@ bool makeIdentity(Read_LUTFile& lut, TableKind kind, int size);
 /// kind is used.
 bool reshape(const Read_LUTFile& from, Read_LUTFile& lut, TableKind kind, int size);
 
-/// The effect of \a first followed by \a second over the inputs 0..1, whatever their kinds; a
-/// container that has both is used by its lattice. Curves hold the grey axis.
-bool compose(const Read_LUTFile& first, const Read_LUTFile& second, Read_LUTFile& lut,
-             TableKind kind, int size);
+/// The effect of one table or more, one after the other, over the inputs 0..1, whatever their
+/// kinds; a container that has both is used by its lattice. Curves hold the grey axis.
+bool compose(Tables tables, Read_LUTFile& lut, TableKind kind, int size);
 
 /// The lattice of a file that is written from \a from at \a size points per axis, if \a read is
 /// swapped on reading and \a written on writing; resampled over the inputs 0..1 in between if the

@@ -9,7 +9,7 @@
 namespace {
 
 bool apply(cli::ImageJob& job, const QString& path) {
-    QImage image = cli::loadImage(path);
+    QImage image = cli::loadImage(path, job.type);
     return !image.isNull() &&
            saveImage(job, tintwell::lookUpImage(job.table.lut, std::move(image)));
 }

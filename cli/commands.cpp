@@ -18,6 +18,11 @@ constexpr Option jsonOption = {"json", nullptr, "Print JSON."};
 
 constexpr std::array json = {jsonOption};
 
+constexpr std::array sizes = {Option{
+    "sizes", nullptr,
+    "Tell how far a 3D table would be off between its points at 17, 25, 33, 49 and 65 points "
+    "per axis."}};
+
 constexpr std::array force = {forceOption};
 
 constexpr std::array strict = {strictOption};
@@ -49,7 +54,7 @@ constexpr std::array commands = {
             .operands = "FILE...",
             .summary = "Show what tables hold",
             .run = runInfo,
-            .options = {inputOptionList, strict, json}},
+            .options = {inputOptionList, strict, json, sizes}},
     Command{.name = "check",
             .operands = "FILE...",
             .summary = "Tell what is lost when files are read",
@@ -74,8 +79,8 @@ constexpr std::array commands = {
             .options = {inputOptionList, strict, outputOptionList, batch},
             .batch = "--to FORMAT --output-directory DIR IN..."},
     Command{.name = "merge",
-            .operands = "FIRST SECOND OUT",
-            .summary = "Combine two tables, applied one after the other, into one",
+            .operands = "FIRST SECOND... OUT",
+            .summary = "Combine tables, applied one after the other, into one",
             .run = runMerge,
             .options = {inputOptionList, strict, outputOptionList}},
     Command{.name = "identity",

@@ -161,6 +161,10 @@ int cli::runCompare(const Command& self, const QStringList& arguments) {
     ImageJob job;
     const std::optional<QString> picture = line.value("picture");
     if (picture) {
+        if (isStandardOutput(*picture)) {
+            return line.wrong(
+                QStringLiteral("--picture needs a file: standard output has the text"));
+        }
         if (const auto status = beginImage(line, *picture, job)) {
             return *status;
         }

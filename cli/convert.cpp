@@ -145,11 +145,15 @@ int convertBatch(const cli::CommandLine& line, Conversion conversion, const QStr
     if (conversion.to == nullptr) {
         return cli::Usage;
     }
+    const QStringList inputs = line.operands();
+    if (std::any_of(inputs.begin(), inputs.end(), cli::isStandardInput)) {
+        return line.wrong(
+            QStringLiteral("standard input has no name for its output, expected IN OUT"));
+    }
     if (!QDir().mkpath(folder)) {
         cli::reportFile(folder, QStringLiteral("the folder cannot be created"));
         return cli::Failed;
     }
-    const QStringList inputs = line.operands();
     const std::vector<Job> jobs = batchJobs(inputs, folder, *conversion.to);
     const int failed = inputs.size() - runAll(conversion, jobs, threads);
     if (failed > 0) {

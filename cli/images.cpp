@@ -59,12 +59,13 @@ void noteLosses(const QString& place, const QString& path, const QImage& image, 
 
 std::optional<int> cli::beginImage(const CommandLine& line, const QString& path, ImageJob& job) {
     job.target = {path, line.isSet("force")};
-    job.type = QFileInfo(job.target.path).suffix().toLower().toLatin1();
+    const bool isNamed = !isStandardOutput(job.target.path);
+    job.type = isNamed ? QFileInfo(job.target.path).suffix().toLower().toLatin1() : QByteArray();
     if (const QString missing = tintwell::missingPackage(job.type); !missing.isEmpty()) {
         reportFile(job.target.path, missing);
         return Failed;
     }
-    if (!QImageWriter::supportedImageFormats().contains(job.type)) {
+    if (isNamed && !QImageWriter::supportedImageFormats().contains(job.type)) {
         return line.wrong(job.target.path + QStringLiteral(": ") + unsuitable(job));
     }
     return std::nullopt;
@@ -96,12 +97,13 @@ int cli::doImageWork(const QString& path, const std::function<bool()>& work) {
     return succeeded ? Done : Failed;
 }
 
-QImage cli::loadImage(const QString& path) {
-    if (const QString problem = standardInput(path); !problem.isEmpty()) {
+QImage cli::loadImage(const QString& path, QByteArray& type) {
+    Source source;
+    if (const QString problem = source.open(path); !problem.isEmpty()) {
         return refuse(path, problem);
     }
     const tintwell::ImageFile image =
-        tintwell::readImage(path, MaxPixels, tintwell::Orientation::Upright);
+        tintwell::readImage(source.place(), MaxPixels, tintwell::Orientation::Upright);
     if (!image.error.isEmpty()) {
         return refuse(path, image.error);
     }
@@ -110,6 +112,9 @@ QImage cli::loadImage(const QString& path) {
                                 .arg(image.size.width())
                                 .arg(image.size.height())
                                 .arg(MaxPixels));
+    }
+    if (type.isEmpty()) {
+        type = image.type;
     }
     return image.pixels;
 }

@@ -17,7 +17,7 @@ namespace cli {
 struct ImageJob {
     Table table;
     Target target;
-    QByteArray type; ///< of the image, by Qt's name
+    QByteArray type; ///< of the image, by Qt's name; empty for standard output, which has none
     Notes notes{false};
 };
 
@@ -35,9 +35,9 @@ std::optional<int> beginImageJob(CommandLine& line, const QStringList& arguments
 /// with the error about \a path reported if the work cannot be started.
 int doImageWork(const QString& path, const std::function<bool()>& work);
 
-/// Loads an image of a type in the catalogue, upright. Null, with the error reported, for anything
-/// else and for an image that is too large.
-QImage loadImage(const QString& path);
+/// Loads an image of a type in the catalogue, upright, and sets \a type, if it is empty, to that of
+/// the image. Null, with the error reported, for anything else and for an image that is too large.
+QImage loadImage(const QString& path, QByteArray& type);
 
 /// Saves an image with saveFile(), and notes what its type cannot store.
 bool saveImage(ImageJob& job, const QImage& image);

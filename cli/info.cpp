@@ -1,6 +1,7 @@
 // info FILE...: shows what tables hold, and what may surprise their users.
 
 #include "calc/measure.h"
+#include "calc/sizes.h"
 #include "cli/command.h"
 #include "cli/domain.h"
 #include "cli/input.h"
@@ -31,11 +32,18 @@ using tintwell::TableKind;
 
 constexpr std::array<const char*, 3> channelNames = {"red", "green", "blue"};
 
+/// How far a table would be off between its points at another size.
+struct SizeError {
+    int size;
+    float error;
+};
+
 struct TableFacts {
     TableKind kind;
     int size;
     tintwell::StatedDomain domain;
     Statistics samples;
+    std::vector<SizeError> errors; ///< of the usual sizes, if they are asked for
 };
 
 struct Facts {
@@ -59,11 +67,25 @@ QStringList notesOn(const Facts& facts, const Read_LUTFile& lut) {
 }
 
 TableFacts factsOf(const Read_LUTFile& lut, TableKind kind) {
-    return {kind, kind == TableKind::ThreeD ? lut.size3D : lut.size1D, statedDomain(lut, kind),
-            statisticsOf(lut, kind)};
+    return {kind,
+            kind == TableKind::ThreeD ? lut.size3D : lut.size1D,
+            statedDomain(lut, kind),
+            statisticsOf(lut, kind),
+            {}};
 }
 
-Facts factsOf(const cli::Table& table) {
+/// Without those that memory does not suffice for.
+std::vector<SizeError> sizeErrors(const Read_LUTFile& lut) {
+    std::vector<SizeError> errors;
+    for (const int size : tintwell::usualSizes) {
+        if (const std::optional<float> error = tintwell::errorAtSize(lut, size)) {
+            errors.push_back({size, *error});
+        }
+    }
+    return errors;
+}
+
+Facts factsOf(const cli::Table& table, bool withSizes) {
     const Read_LUTFile& lut = table.lut;
     Facts facts;
     facts.path = table.path;
@@ -71,12 +93,13 @@ Facts factsOf(const cli::Table& table) {
     facts.orders = {lut.dataOrder, lut.tableOrder};
     if (lut.hasTable3D()) {
         facts.tables.push_back(factsOf(lut, TableKind::ThreeD));
+        facts.tables.back().errors = withSizes ? sizeErrors(lut) : std::vector<SizeError>();
     }
     if (lut.hasTable1D()) {
         facts.tables.push_back(factsOf(lut, TableKind::OneD));
     }
     if (!table.format->isImage) {
-        facts.header = tintwell::headerLines(table.path);
+        facts.header = tintwell::headerLines(table.source.place());
     }
     facts.notes = notesOn(facts, lut);
     facts.remarks = lut.remarks;
@@ -128,6 +151,12 @@ void printTable(const TableFacts& table, const Format& format) {
         printRow(channelNames[c], rangeText(table.samples, c));
     }
     printRow("identity", identityText(table.samples));
+    const char* label = "sizes";
+    for (const SizeError& at : table.errors) {
+        printRow(label,
+                 QStringLiteral("%1: off by up to %2").arg(at.size).arg(formatted(at.error)));
+        label = "";
+    }
 }
 
 void print(const Facts& facts) {
@@ -161,6 +190,14 @@ QJsonObject asJson(const TableFacts& table, const Format& format) {
     if (const QLatin1String label(cli::domainLabel(table.domain, format)); !label.isEmpty()) {
         object.insert(label + QStringLiteral("Min"), asJson(table.domain.min));
         object.insert(label + QStringLiteral("Max"), asJson(table.domain.max));
+    }
+    if (!table.errors.empty()) {
+        QJsonArray sizes;
+        for (const SizeError& at : table.errors) {
+            sizes.append(QJsonObject{{QStringLiteral("size"), at.size},
+                                     {QStringLiteral("error"), static_cast<double>(at.error)}});
+        }
+        object.insert(QStringLiteral("sizes"), sizes);
     }
     return object;
 }
@@ -199,10 +236,11 @@ int cli::runInfo(const Command& self, const QStringList& arguments) {
             continue;
         }
         failed += line.isSet("strict") && !table.lut.remarks.isEmpty() ? 1 : 0;
+        const Facts facts = factsOf(table, line.isSet("sizes"));
         if (line.isSet("json")) {
-            array.append(asJson(factsOf(table)));
+            array.append(asJson(facts));
         } else {
-            print(factsOf(table));
+            print(facts);
         }
     }
     if (line.isSet("json")) {

@@ -72,17 +72,13 @@ std::optional<int> beginReading(CommandLine& line, const QStringList& arguments,
     return std::nullopt;
 }
 
-QString standardInput(const QString& path) {
-    return path == QLatin1String("-") ? QStringLiteral("standard input is not read") : QString();
-}
-
 const Format* formatOfInput(const Input& input, const QString& path, QString& problem) {
-    problem = standardInput(path);
-    if (!problem.isEmpty()) {
-        return nullptr;
-    }
     if (input.format != nullptr) {
         return input.format;
+    }
+    if (isStandardInput(path)) {
+        problem = QStringLiteral("standard input needs --from");
+        return nullptr;
     }
     const std::vector<const Format*> formats = tintwell::formatsByExtension(path);
     if (formats.empty()) {
@@ -103,8 +99,12 @@ QString readTable(const Input& input, const QString& path, Table& table) {
     if (table.format == nullptr) {
         return problem;
     }
+    problem = table.source.open(path);
+    if (!problem.isEmpty()) {
+        return problem;
+    }
     Read_LUTFile& lut = table.lut;
-    LUTFILE_ST st = request(path, *table.format);
+    LUTFILE_ST st = request(table.source.place(), *table.format);
     setOrders(st, input.orders, table.format->readerOrders);
     if (!readFile(st, *table.format, false, lut)) {
         return lut.lastError;

@@ -3,6 +3,7 @@
 #include "cli/command.h"
 #include "cli/orders.h"
 #include "cli/report.h"
+#include "cli/source.h"
 #include "lut/catalogue.h"
 #include "lut/read_lutfile.h"
 
@@ -23,6 +24,7 @@ struct Input {
 /// orders are those of the file.
 struct Table {
     QString path;
+    Source source; ///< where \a path was read
     const tintwell::Format* format = nullptr;
     Read_LUTFile lut{nullptr};
 };
@@ -31,7 +33,7 @@ struct Table {
 inline constexpr std::array inputOptionList = {
     Option{"from", "FORMAT",
            "Format of the input, by short name or code (see tintwell-cli formats); by "
-           "default, found from the extension and content.",
+           "default, found from the extension and content. Standard input (-) needs it.",
            Completion::Formats},
     Option{"in-order", "ORDER",
            "Orders of the input: rgb or bgr for the numbers of a sample, red-fastest or "
@@ -49,11 +51,9 @@ std::optional<Input> inputOptions(const CommandLine& line);
 /// error reported, if there is nothing more to do.
 std::optional<int> beginReading(CommandLine& line, const QStringList& arguments, Input& input);
 
-/// Why the path cannot be read if it is "-", which no command reads; else empty.
-QString standardInput(const QString& path);
-
 /// The format of a file to read: from --from or from its extension and, if that leaves a choice,
-/// its content. Null, with the reason in \a problem, if these do not decide.
+/// its content; standard input needs --from. Null, with the reason in \a problem, if these do not
+/// decide.
 const tintwell::Format* formatOfInput(const Input& input, const QString& path, QString& problem);
 
 /// Reads the tables of a file. Returns why that fails, or that there is none; empty on success.

@@ -60,6 +60,18 @@ void printMessage(QtMsgType type, const QMessageLogContext& context, const QStri
     }
 }
 
+/// The first argument that is not text in the encoding of the locale: no file could be found under
+/// its name, and a new one would get another. Empty if there is none.
+QString firstLost(int argc, char* argv[]) {
+    for (int n = 1; n < argc; ++n) {
+        const QString text = QString::fromLocal8Bit(argv[n]);
+        if (text.toLocal8Bit() != argv[n]) {
+            return text;
+        }
+    }
+    return {};
+}
+
 int runCommand(int argc, char* argv[]) {
     qInstallMessageHandler(printMessage);
     QLoggingCategory::setFilterRules(QStringLiteral("*=false")); // Qt's warnings, too
@@ -73,6 +85,11 @@ int runCommand(int argc, char* argv[]) {
         QTextCodec::setCodecForLocale(QTextCodec::codecForName("UTF-8"));
     }
     const QStringList arguments = QCoreApplication::arguments().mid(1);
+    if (const QString lost = firstLost(argc, argv); !lost.isEmpty()) {
+        cli::report(QStringLiteral("found \"%1\", expected a name in %2")
+                        .arg(lost, QString::fromLatin1(QTextCodec::codecForLocale()->name())));
+        return cli::Usage;
+    }
     return command != nullptr ? command->run(*command, arguments)
                               : runWithoutCommand(arguments.value(0));
 }

@@ -1,4 +1,4 @@
-// merge FIRST SECOND OUT: one table with the effect of two, one after the other.
+// merge FIRST SECOND... OUT: one table with the effect of several, one after the other.
 
 #include "calc/compare.h"
 #include "calc/make_table.h"
@@ -10,23 +10,28 @@
 #include "cli/words.h"
 
 #include <algorithm>
+#include <deque>
+#include <limits>
+#include <vector>
 
 namespace {
 
 using tintwell::Format;
 using tintwell::TableKind;
+using tintwell::Tables;
 
-/// The larger of the two tables of the result's kind, or the default size if neither is of that
-/// kind.
-int largerSize(TableKind kind, const Read_LUTFile& first, const Read_LUTFile& second) {
-    const int larger = kind == TableKind::ThreeD ? std::max(first.size3D, second.size3D)
-                                                 : std::max(first.size1D, second.size1D);
-    return larger > 0 ? larger : cli::usualSize(kind);
+/// The largest of the tables of the result's kind, or the default size if none is of that kind.
+int largestOf(TableKind kind, Tables tables) {
+    int largest = 0;
+    for (const Read_LUTFile* const table : tables) {
+        largest = std::max(largest, kind == TableKind::ThreeD ? table->size3D : table->size1D);
+    }
+    return largest > 0 ? largest : cli::usualSize(kind);
 }
 
-void noteKinds(TableKind kind, int size, const QString& path, const Read_LUTFile& first,
-               const Read_LUTFile& second, cli::Notes& notes) {
-    const bool anyLattice = first.hasTable3D() || second.hasTable3D();
+void noteKinds(TableKind kind, int size, const QString& path, Tables tables, cli::Notes& notes) {
+    const bool anyLattice = std::any_of(tables.begin(), tables.end(),
+                                        [](const auto* table) { return table->hasTable3D(); });
     if (kind == TableKind::OneD && anyLattice) {
         notes.add(path, QStringLiteral("only the grey axis of the merged table is kept, in %1")
                             .arg(cli::sizeText(kind, size)));
@@ -41,7 +46,7 @@ void noteKinds(TableKind kind, int size, const QString& path, const Read_LUTFile
 
 int cli::runMerge(const Command& self, const QStringList& arguments) {
     CommandLine line(self);
-    if (const auto status = line.parse(arguments, 3, 3)) {
+    if (const auto status = line.parse(arguments, 3, std::numeric_limits<int>::max())) {
         return *status;
     }
     const std::optional<Input> input = inputOptions(line);
@@ -49,28 +54,31 @@ int cli::runMerge(const Command& self, const QStringList& arguments) {
     if (!output) {
         return Usage;
     }
-    const QString path = line.operands().at(2);
+    QStringList inputs = line.operands();
+    const QString path = inputs.takeLast();
     const Format* const format = targetFormat(line, *output, path);
     if (format == nullptr) {
         return Usage;
     }
-    Table first;
-    Table second;
+    std::deque<Table> read;
+    std::vector<const Read_LUTFile*> tables;
     Notes notes(line.isSet("strict"));
-    if (!loadOneTable(*input, line.operands().at(0), first, notes) ||
-        !loadOneTable(*input, line.operands().at(1), second, notes)) {
-        return Failed;
+    for (const QString& in : inputs) {
+        if (!loadOneTable(*input, in, read.emplace_back(), notes)) {
+            return Failed;
+        }
+        tables.push_back(&read.back().lut);
     }
-    const int size = sizeIn(*format, output->size, largerSize(format->kind, first.lut, second.lut));
+    const int size = sizeIn(*format, output->size, largestOf(format->kind, tables));
     Read_LUTFile merged(nullptr);
-    if (!tintwell::compose(first.lut, second.lut, merged, format->kind, size)) {
+    if (!tintwell::compose(tables, merged, format->kind, size)) {
         reportFile(path, merged.lastError);
         return Failed;
     }
-    for (const Table* const table : {&first, &second}) {
-        noteLostTitle(*table, path, notes);
+    for (const Table& table : read) {
+        noteLostTitle(table, path, notes);
     }
-    noteKinds(format->kind, size, path, first.lut, second.lut, notes);
-    noteError(path, tintwell::compositionError(first.lut, second.lut, merged, format->kind), notes);
+    noteKinds(format->kind, size, path, tables, notes);
+    noteError(path, tintwell::compositionError(tables, merged, format->kind), notes);
     return writeTable(*output, *format, path, path, merged, notes) ? Done : Failed;
 }

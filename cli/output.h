@@ -30,8 +30,8 @@ inline constexpr Option forceOption = {"force", nullptr,
 inline constexpr std::array outputOptionList = {
     Option{"to", "FORMAT",
            "Format of the output, by short name or code (see tintwell-cli formats); by "
-           "default, found from the extension.",
-           Completion::Formats},
+           "default, found from the extension. Standard output (-) needs it.",
+           Completion::WrittenFormats},
     Option{"size", "N",
            "Points per axis (3D, 2 to 256) or entries (1D, 2 to 1048576). By default, those of the "
            "input, or 33 (3D) and 1024 (1D) if the input is of the other kind."},

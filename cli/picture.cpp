@@ -33,6 +33,9 @@ int cli::runPicture(const Command& self, const QStringList& arguments) {
     if (const auto status = beginImageJob(line, arguments, 2, job)) {
         return *status;
     }
+    if (job.type.isEmpty()) {
+        job.type = "png";
+    }
     const Table& table = job.table;
     const QString title = QFileInfo(table.path).fileName();
     return doImageWork(job.target.path, [&] {

@@ -2,6 +2,7 @@
 
 #include "calc/compare.h"
 #include "calc/make_table.h"
+#include "calc/sizes.h"
 #include "cli/report.h"
 #include "cli/words.h"
 #include "lut/words.h"
@@ -26,6 +27,16 @@ void noteLosses(TableKind kind, const QString& path, const Read_LUTFile& lut, in
     }
 }
 
+/// "; 49 points per axis would keep it under 1/1023"
+QString betterSize(const Read_LUTFile& lut) {
+    constexpr float small = 1.0F / 1023;
+    const std::optional<int> size = tintwell::sizeWithin(lut, small);
+    return (size ? QStringLiteral("; ") + sizeText(TableKind::ThreeD, *size)
+                 : QStringLiteral("; no usual size up to ") +
+                       sizeText(TableKind::ThreeD, tintwell::usualSizes.back())) +
+           QStringLiteral(" would keep it under 1/1023");
+}
+
 } // namespace
 
 int sizeIn(const Format& format, std::optional<int> asked, int otherwise) {
@@ -37,11 +48,11 @@ void noteBothKinds(const QString& path, TableKind kind, Notes& notes) {
                         .arg(QLatin1String(kindName(kind))));
 }
 
-void noteError(const QString& path, float error, Notes& notes) {
+void noteError(const QString& path, float error, Notes& notes, const Remedy& remedy) {
     constexpr float visible = 1.0F / 255;
     if (error > visible) {
-        notes.add(path, QStringLiteral("between its points the new table is off by up to %1")
-                            .arg(tintwell::formatted(error)));
+        notes.add(path, QStringLiteral("between its points the new table is off by up to %1%2")
+                            .arg(tintwell::formatted(error), remedy ? remedy() : QString()));
     }
 }
 
@@ -57,7 +68,8 @@ Read_LUTFile* reshaped(const Format& format, std::optional<int> size, const QStr
         reportFile(path, made.lastError);
         return nullptr;
     }
-    noteError(path, tintwell::resamplingError(lut, made, format.kind), notes);
+    noteError(path, tintwell::resamplingError(lut, made, format.kind), notes,
+              format.kind == TableKind::ThreeD ? [&lut] { return betterSize(lut); } : Remedy());
     return &made;
 }
 

@@ -6,6 +6,7 @@
 
 #include <QString>
 
+#include <functional>
 #include <optional>
 
 namespace cli {
@@ -27,8 +28,11 @@ int sizeIn(const tintwell::Format& format, std::optional<int> asked, int otherwi
 /// Notes, for a file with tables of both kinds, that only that of \a kind is used.
 void noteBothKinds(const QString& path, tintwell::TableKind kind, Notes& notes);
 
+/// What a note adds on how to avoid an error; asked for only if the note is made.
+using Remedy = std::function<QString()>;
+
 /// Notes how far a new table is off between its points, if that can be seen in eight bits.
-void noteError(const QString& path, float error, Notes& notes);
+void noteError(const QString& path, float error, Notes& notes, const Remedy& remedy = {});
 
 /// A table in the kind of a format and in a size: \a lut itself if it fits already, else \a made,
 /// filled from it. Null, with the error reported for \a path, if memory runs out. Anything lost or

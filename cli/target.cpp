@@ -12,13 +12,12 @@ namespace cli {
 namespace {
 
 /// Includes a file that the shell has opened as standard output: it is the shell's to replace.
-bool isStandardOutput(const QString& path) {
+bool leadsToStandardOutput(const QString& path) {
     struct stat file {};
     struct stat own {};
-    return path == QLatin1String("-") || path == QLatin1String("/dev/stdout") ||
-           (stat(QFile::encodeName(path).constData(), &file) == 0 &&
-            fstat(STDOUT_FILENO, &own) == 0 && !S_ISCHR(file.st_mode) &&
-            file.st_dev == own.st_dev && file.st_ino == own.st_ino);
+    return isStandardOutput(path) || (stat(QFile::encodeName(path).constData(), &file) == 0 &&
+                                      fstat(STDOUT_FILENO, &own) == 0 && !S_ISCHR(file.st_mode) &&
+                                      file.st_dev == own.st_dev && file.st_ino == own.st_ino);
 }
 
 QString reasonOf(const tintwell::SaveError& error) {
@@ -34,7 +33,7 @@ QString reasonOf(const tintwell::SaveError& error) {
 }
 
 std::optional<tintwell::SaveError> save(const Target& target, const tintwell::WriteContent& write) {
-    if (isStandardOutput(target.path)) {
+    if (leadsToStandardOutput(target.path)) {
         return tintwell::writeTo(STDOUT_FILENO, write);
     }
     // Once, because a run saves to one folder.
@@ -45,6 +44,10 @@ std::optional<tintwell::SaveError> save(const Target& target, const tintwell::Wr
 }
 
 } // namespace
+
+bool isStandardOutput(const QString& path) {
+    return path == QLatin1String("-") || path == QLatin1String("/dev/stdout");
+}
 
 bool saveFile(const Target& target, const tintwell::WriteContent& write) {
     const std::optional<tintwell::SaveError> error = save(target, write);

@@ -12,6 +12,9 @@ struct Target {
     bool overwrite = false; ///< --force
 };
 
+/// Whether the path is a name of standard output: "-" or "/dev/stdout".
+bool isStandardOutput(const QString& path);
+
 /// Saves a file completely or not at all; "-" and other names of standard output write there.
 /// False, with the error reported, if the target exists and may not be replaced, or if writing
 /// fails.

@@ -48,10 +48,12 @@ std::vector<SharedOption> sharedOptions() {
     return shared;
 }
 
-QString formatNames() {
+QString formatNames(bool writtenOnly) {
     QStringList names;
     for (const tintwell::Format& format : tintwell::catalogue) {
-        names += QLatin1String(format.name);
+        if (!writtenOnly || format.write != nullptr) {
+            names += QLatin1String(format.name);
+        }
     }
     return names.join(QLatin1Char(' '));
 }
@@ -112,9 +114,16 @@ QString bashCompletion() {
 _tintwell_cli() {
     local current=${COMP_WORDS[COMP_CWORD]} previous=${COMP_WORDS[COMP_CWORD - 1]} words=
     local formats='%1'
-    local orders='%2'
-    local commands='%3'
+    local written='%2'
+    local orders='%3'
+    local commands='%4'
 
+    # The shell takes the equals sign of --to=cube for a word of its own.
+    if [ "$current" = = ]; then
+        current=
+    elif [ "$previous" = = ]; then
+        previous=${COMP_WORDS[COMP_CWORD - 2]}
+    fi
     COMPREPLY=()
     if [ "$COMP_CWORD" -eq 1 ]; then
         words="$commands --help --version"
@@ -123,8 +132,9 @@ _tintwell_cli() {
     fi
     case $previous in
 )")
-            .arg(formatNames(), QLatin1String(orderNames), commandNames());
+            .arg(formatNames(false), formatNames(true), QLatin1String(orderNames), commandNames());
     text += bashCase(Completion::Formats, "-W \"$formats\"");
+    text += bashCase(Completion::WrittenFormats, "-W \"$written\"");
     text += bashCase(Completion::Orders, "-W \"$orders\"");
     text += bashCase(Completion::Folders, "-d");
     text += QStringLiteral("    %1) return ;;\n").arg(pattern(Completion::Nothing));
@@ -166,6 +176,8 @@ QString zshAction(Completion completion) {
     switch (completion) {
     case Completion::Formats:
         return QStringLiteral("($formats)");
+    case Completion::WrittenFormats:
+        return QStringLiteral("($written)");
     case Completion::Orders:
         return QStringLiteral("($orders)");
     case Completion::Folders:
@@ -181,7 +193,9 @@ QString zshAction(Completion completion) {
 }
 
 QString zshOption(const Option& option) {
-    QString spec = QStringLiteral("\"--%1[%2]").arg(QLatin1String(option.name), brief(option.help));
+    QString spec = QStringLiteral("\"--%1%2[%3]")
+                       .arg(QLatin1String(option.name),
+                            QLatin1String(option.value != nullptr ? "=" : ""), brief(option.help));
     if (option.value != nullptr) {
         spec += QStringLiteral(":%1:%2").arg(QString::fromLatin1(option.value).toLower(),
                                              zshAction(option.completion));
@@ -211,10 +225,11 @@ QString zshCompletion() {
 _tintwell-cli() {
     local -a commands common
     local formats='%1'
-    local orders='%2'
+    local written='%2'
+    local orders='%3'
     commands=(
 )")
-                       .arg(formatNames(), QLatin1String(orderNames));
+                       .arg(formatNames(false), formatNames(true), QLatin1String(orderNames));
     for (const Command& command : cli::allCommands()) {
         text += QStringLiteral("        '%1:%2'\n")
                     .arg(QLatin1String(command.name), brief(command.summary));

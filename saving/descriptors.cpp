@@ -1,9 +1,11 @@
 #include "saving/descriptors.h"
 
+#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <cstddef>
 #include <cstring>
+#include <limits>
 
 #include <fcntl.h>
 #include <unistd.h>
@@ -51,9 +53,14 @@ Descriptor::~Descriptor() {
 }
 
 bool copyRest(int from, int to) {
+    return copyUpTo(from, to, std::numeric_limits<std::int64_t>::max());
+}
+
+bool copyUpTo(int from, int to, std::int64_t most) {
     std::array<char, 1 << 16> block;
-    for (;;) {
-        const ssize_t count = read(from, block.data(), block.size());
+    while (most > 0) {
+        const auto room = std::min(most, static_cast<std::int64_t>(block.size()));
+        const ssize_t count = read(from, block.data(), static_cast<std::size_t>(room));
         if (count == 0) {
             return true;
         }
@@ -61,7 +68,9 @@ bool copyRest(int from, int to) {
                       : !writeAll(to, block.data(), static_cast<std::size_t>(count))) {
             return false;
         }
+        most -= std::max<std::int64_t>(count, 0);
     }
+    return true;
 }
 
 bool isDelivered(int descriptor) {

@@ -3,6 +3,7 @@
 #include <QByteArray>
 #include <QString>
 
+#include <cstdint>
 #include <utility>
 
 namespace tintwell {
@@ -39,6 +40,9 @@ private:
 
 /// Copies everything from the position of \a from to its end.
 bool copyRest(int from, int to);
+
+/// The same, but no more than \a most bytes.
+bool copyUpTo(int from, int to, std::int64_t most);
 
 /// Whether everything written has arrived: some servers and quotas report a full disk only when a
 /// descriptor is closed. This one stays open.

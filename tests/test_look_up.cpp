@@ -182,6 +182,7 @@ private Q_SLOTS:
             Read_LUTFile second(nullptr);
             Read_LUTFile made(nullptr);
             Read_LUTFile merged(nullptr);
+            Read_LUTFile chained(nullptr);
             Read_LUTFile grey(nullptr);
             fillRandom(source, from, 5);
             fillRandom(second, 4, 6);
@@ -195,6 +196,10 @@ private Q_SLOTS:
             m_calc.Lut1D_Out(source, made);
             m_calc.Lut3D_Merge(source, second, merged);
             m_calc.Lut3D_to_Lut1D(source, grey);
+            const std::array pair = {&source, &second};
+            const std::array chain = {&source, &second, &source};
+            QVERIFY(tintwell::compose(chain, chained, TableKind::ThreeD, to));
+            QVERIFY(tintwell::compose(chain, chained, TableKind::OneD, to));
             std::array<float, 6> errors{};
             for (int n = 0; n < to * to * to; ++n) {
                 const int at[] = {n / to / to, n / to % to, n % to};
@@ -203,9 +208,13 @@ private Q_SLOTS:
                 QCOMPARE(samples::cell(made.data3D[at[0]][at[1]][at[2]]), between);
                 QCOMPARE(samples::cell(merged.data3D[at[0]][at[1]][at[2]]),
                          through(lattice, second, between));
+                QCOMPARE(samples::cell(chained.data3D[at[0]][at[1]][at[2]]),
+                         through(lattice, source, through(lattice, second, between)));
                 const QVector<float> level(3, point[2]);
                 QCOMPARE(samples::cell(made.data1D[at[2]]), through(curves, source, level));
                 QCOMPARE(samples::cell(grey.data1D[at[2]]), through(lattice, source, level));
+                QCOMPARE(samples::cell(chained.data1D[at[2]]),
+                         samples::cell(chained.data3D[at[2]][at[2]][at[2]]));
                 if (std::max({at[0], at[1], at[2]}) == to - 1) {
                     continue;
                 }
@@ -224,13 +233,14 @@ private Q_SLOTS:
             }
             QCOMPARE(made.domainMax3D[0], 1.0F);
             QCOMPARE(resamplingError(source, grey, TableKind::OneD), errors[0]);
-            QCOMPARE(compositionError(source, second, grey, TableKind::OneD), errors[2]);
-            QCOMPARE(compositionError(source, second, merged, TableKind::ThreeD), errors[4]);
+            QCOMPARE(compositionError(pair, grey, TableKind::OneD), errors[2]);
+            QCOMPARE(compositionError(pair, merged, TableKind::ThreeD), errors[4]);
             source.setSize3D(0);
             second.setSize1D(0);
             QCOMPARE(resamplingError(second, grey, TableKind::OneD), errors[1]);
             QCOMPARE(resamplingError(source, merged, TableKind::ThreeD), errors[3]);
-            QCOMPARE(compositionError(second, source, merged, TableKind::ThreeD), errors[5]);
+            QCOMPARE(compositionError(std::array{&second, &source}, merged, TableKind::ThreeD),
+                     errors[5]);
             m_calc.Lut3D_OnebyOne(merged);
             m_calc.Lut1D_OnebyOne(made);
             m_calc.Lut1D_to_Lut3D(source.data1D, from, made);
@@ -320,7 +330,7 @@ private Q_SLOTS:
             for (const auto kind : {TableKind::OneD, TableKind::ThreeD}) {
                 QVERIFY(!tintwell::makeIdentity(none, kind, size));
                 QVERIFY(!tintwell::reshape(lut, none, kind, size));
-                QVERIFY(!tintwell::compose(lut, lut, none, kind, size));
+                QVERIFY(!tintwell::compose(std::array{&lut, &lut}, none, kind, size));
             }
         }
         QCOMPARE(lut.data3D[0][0][0][0], before[0]);

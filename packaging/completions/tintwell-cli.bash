@@ -3,9 +3,16 @@
 _tintwell_cli() {
     local current=${COMP_WORDS[COMP_CWORD]} previous=${COMP_WORDS[COMP_CWORD - 1]} words=
     local formats='cube texture unwrapped 3dl mga look discreet lut davlut csp cub itx spi1d spi3d csv nvx1d nvx3d'
+    local written='cube mga discreet lut davlut itx spi1d spi3d csv nvx1d nvx3d'
     local orders='rgb bgr red-fastest blue-fastest rgb,red-fastest rgb,blue-fastest bgr,red-fastest bgr,blue-fastest'
     local commands='formats info check compare evaluate convert merge identity apply picture help'
 
+    # The shell takes the equals sign of --to=cube for a word of its own.
+    if [ "$current" = = ]; then
+        current=
+    elif [ "$previous" = = ]; then
+        previous=${COMP_WORDS[COMP_CWORD - 2]}
+    fi
     COMPREPLY=()
     if [ "$COMP_CWORD" -eq 1 ]; then
         words="$commands --help --version"
@@ -13,8 +20,12 @@ _tintwell_cli() {
         return
     fi
     case $previous in
-    --from | --to)
+    --from)
         mapfile -t COMPREPLY < <(compgen -W "$formats" -- "$current")
+        return
+        ;;
+    --to)
+        mapfile -t COMPREPLY < <(compgen -W "$written" -- "$current")
         return
         ;;
     --in-order | --out-order)
@@ -36,7 +47,7 @@ _tintwell_cli() {
     fi
     case ${COMP_WORDS[1]} in
     formats) words='--help --verbose --json' ;;
-    info) words='--help --verbose --from --in-order --strict --json' ;;
+    info) words='--help --verbose --from --in-order --strict --json --sizes' ;;
     check) words='--help --verbose --from --in-order --json' ;;
     compare) words='--help --verbose --from --in-order --strict --tolerance --picture --json --force' ;;
     evaluate) words='--help --verbose --from --in-order --strict --json' ;;

@@ -1,0 +1,29 @@
+#include "calc/sizes.h"
+
+#include "calc/compare.h"
+#include "calc/make_table.h"
+#include "lut/read_lutfile.h"
+
+namespace tintwell {
+
+std::optional<float> errorAtSize(const Read_LUTFile& from, int size) {
+    if (from.hasTable3D() && from.size3D == size) {
+        return 0.0F;
+    }
+    Read_LUTFile made(nullptr);
+    return reshape(from, made, TableKind::ThreeD, size)
+               ? std::optional(resamplingError(from, made, TableKind::ThreeD))
+               : std::nullopt;
+}
+
+std::optional<int> sizeWithin(const Read_LUTFile& from, float most) {
+    for (const int size : usualSizes) {
+        const std::optional<float> error = errorAtSize(from, size);
+        if (error && *error <= most) {
+            return size;
+        }
+    }
+    return std::nullopt;
+}
+
+} // namespace tintwell
