@@ -16,7 +16,7 @@ enum ExitStatus { Done = 0, Failed = 1, Usage = 2 };
 enum class Toolkit { Core, Fonts };
 
 /// How the value of an option or an operand is completed.
-enum class Completion { Nothing, Formats, Orders, Folders, Files, Commands };
+enum class Completion { Nothing, Formats, ImageTypes, Orders, Folders, Files, Commands };
 
 /// An option of a command. --help, the manual page and the completions are all made from this.
 struct Option {

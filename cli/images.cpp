@@ -6,6 +6,7 @@
 #include "cli/shape.h"
 #include "cli/words.h"
 #include "lut/image_file.h"
+#include "lut/words.h"
 
 #include <QFileInfo>
 #include <QImageReader>
@@ -19,19 +20,9 @@ namespace {
 /// 16 bits per channel.
 constexpr std::int64_t MaxPixels = std::int64_t{1} << 29;
 
-QImage refuse(const QString& path, const QString& why) {
-    cli::reportFile(path, why);
+QImage refuse(const QString& path, const QString& why, cli::Notes& notes) {
+    notes.fail(path, why);
     return {};
-}
-
-/// Why no image of any type can be written to the target.
-QString unsuitable(const cli::ImageJob& job) {
-    if (QFileInfo(job.target.path).isDir()) {
-        return cli::isFolder();
-    }
-    return QStringLiteral("found the extension \"%1\", expected one of %2")
-        .arg(QString::fromLatin1(job.type),
-             QString::fromLatin1(QImageWriter::supportedImageFormats().join(' ')));
 }
 
 bool holdsColours(QImage::Format format) {
@@ -58,6 +49,34 @@ void noteLosses(const QString& place, const QString& path, const QImage& image, 
 
 } // namespace
 
+QByteArray cli::imageTypeOf(const QString& path) {
+    return QFileInfo(path).suffix().toLower().toLatin1();
+}
+
+QString cli::imageTypeProblem(const QByteArray& type, const QString& path) {
+    if (const QString missing = tintwell::missingPackage(type); !missing.isEmpty()) {
+        return missing;
+    }
+    const QList<QByteArray> types = QImageWriter::supportedImageFormats();
+    if (types.contains(type)) {
+        return {};
+    }
+    return QFileInfo(path).isDir()
+               ? isFolder()
+               : QStringLiteral("found the extension \"%1\", expected one of %2")
+                     .arg(QString::fromLatin1(type), QString::fromLatin1(types.join(' ')));
+}
+
+bool cli::loadLook(const Input& input, const QString& path, Table& table, Notes& notes) {
+    if (!loadTable(input, path, table, notes)) {
+        return false;
+    }
+    if (table.lut.hasTable3D() && table.lut.hasTable1D()) {
+        noteBothKinds(path, tintwell::TableKind::ThreeD, notes);
+    }
+    return true;
+}
+
 std::optional<int> cli::beginImageJob(CommandLine& line, const QStringList& arguments, int operands,
                                       ImageJob& job) {
     if (const auto status = line.parse(arguments, operands, operands)) {
@@ -67,23 +86,15 @@ std::optional<int> cli::beginImageJob(CommandLine& line, const QStringList& argu
     if (!input) {
         return Usage;
     }
-    job.target = {line.operands().last(), line.isSet("force")};
-    job.type = QFileInfo(job.target.path).suffix().toLower().toLatin1();
-    if (const QString missing = tintwell::missingPackage(job.type); !missing.isEmpty()) {
-        reportFile(job.target.path, missing);
-        return Failed;
-    }
-    if (!QImageWriter::supportedImageFormats().contains(job.type)) {
-        return line.wrong(job.target.path + QStringLiteral(": ") + unsuitable(job));
+    const QString path = line.operands().last();
+    job.image = {{path, line.isSet("force")}, imageTypeOf(path), std::nullopt};
+    if (const QString problem = imageTypeProblem(job.image.type, path); !problem.isEmpty()) {
+        return line.wrong(tintwell::inFile(path, problem));
     }
     job.notes = Notes(line.isSet("strict"));
-    if (!loadTable(*input, line.operands().first(), job.table, job.notes)) {
-        return Failed;
-    }
-    if (job.table.lut.hasTable3D() && job.table.lut.hasTable1D()) {
-        noteBothKinds(job.table.path, tintwell::TableKind::ThreeD, job.notes);
-    }
-    return std::nullopt;
+    return loadLook(*input, line.operands().first(), job.table, job.notes)
+               ? std::nullopt
+               : std::optional<int>(Failed);
 }
 
 int cli::doImageWork(const QString& path, const std::function<bool()>& work) {
@@ -94,31 +105,46 @@ int cli::doImageWork(const QString& path, const std::function<bool()>& work) {
     return succeeded ? Done : Failed;
 }
 
-QImage cli::loadImage(const QString& path) {
+QImage cli::loadImage(const QString& path, QByteArray& type, Notes& notes) {
     if (const QString problem = standardInput(path); !problem.isEmpty()) {
-        return refuse(path, problem);
+        return refuse(path, problem, notes);
     }
     const tintwell::ImageFile image =
         tintwell::readImage(path, MaxPixels, tintwell::Orientation::Upright);
     if (!image.error.isEmpty()) {
-        return refuse(path, image.error);
+        return refuse(path, image.error, notes);
     }
     if (image.pixels.isNull()) {
-        return refuse(path, QStringLiteral("found %1 x %2 pixels, expected at most %3 in all")
-                                .arg(image.size.width())
-                                .arg(image.size.height())
-                                .arg(MaxPixels));
+        return refuse(path,
+                      QStringLiteral("found %1 x %2 pixels, expected at most %3 in all")
+                          .arg(image.size.width())
+                          .arg(image.size.height())
+                          .arg(MaxPixels),
+                      notes);
+    }
+    if (image.bits > 8 && !tintwell::isDeep(image.pixels.format())) {
+        notes.add(path,
+                  QStringLiteral("only 8 of the %1 bits per channel are read").arg(image.bits));
+    }
+    if (type.isEmpty()) {
+        type = image.type;
     }
     return image.pixels;
 }
 
-bool cli::saveImage(ImageJob& job, const QImage& image) {
-    return saveFile(job.target, [&](const QString& place) {
-        QString error = tintwell::writeImage(place, job.type, image);
+bool cli::saveImage(const ImageTarget& to, const QImage& image, Notes& notes) {
+    const QString& path = to.target.path;
+    if (to.compression && to.type != "png") {
+        notes.add(path, QStringLiteral("--compression has no effect on %1, only on png")
+                            .arg(QString::fromLatin1(to.type)));
+    }
+    const auto write = [&](const QString& place) {
+        QString error = tintwell::writeImage(place, to.type, image, to.compression);
         if (error.isEmpty()) {
-            noteLosses(place, job.target.path, image, job.notes);
-            error = job.notes.allowWriting() ? QString() : job.notes.reason();
+            noteLosses(place, path, image, notes);
+            error = notes.allowWriting() ? QString() : notes.reason();
         }
         return error;
-    });
+    };
+    return saveFile(to.target, write, notes);
 }

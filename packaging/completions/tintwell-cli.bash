@@ -12,20 +12,24 @@ _tintwell_cli() {
         mapfile -t COMPREPLY < <(compgen -W "$words" -- "$current")
         return
     fi
-    case $previous in
-    --from | --to)
+    case ${COMP_WORDS[1]}' '$previous in
+    *' --from' | 'convert --to' | 'merge --to' | 'identity --to')
         mapfile -t COMPREPLY < <(compgen -W "$formats" -- "$current")
         return
         ;;
-    --in-order | --out-order)
+    'apply --to')
+        mapfile -t COMPREPLY < <(compgen -W 'png bmp tif tiff jpg jpeg' -- "$current")
+        return
+        ;;
+    *' --in-order' | *' --out-order')
         mapfile -t COMPREPLY < <(compgen -W "$orders" -- "$current")
         return
         ;;
-    --output-directory)
+    *' --output-directory')
         mapfile -t COMPREPLY < <(compgen -d -- "$current")
         return
         ;;
-    --size | --scale | --jobs) return ;;
+    *' --size' | *' --scale' | *' --jobs' | *' --compression') return ;;
     esac
     if [[ $current != -* ]]; then
         case ${COMP_WORDS[1]} in
@@ -38,10 +42,10 @@ _tintwell_cli() {
     formats) words='--help --verbose --json' ;;
     info) words='--help --verbose --from --in-order --strict --json' ;;
     check) words='--help --verbose --from --in-order --json' ;;
-    convert) words='--help --verbose --from --in-order --strict --to --size --out-order --scale --verify --force --output-directory --jobs' ;;
+    convert) words='--help --verbose --from --in-order --strict --to --size --out-order --scale --verify --force --output-directory --jobs --skip-existing --update --dry-run --quiet --json' ;;
     merge) words='--help --verbose --from --in-order --strict --to --size --out-order --scale --verify --force' ;;
     identity) words='--help --verbose --to --size --out-order --scale --verify --force' ;;
-    apply) words='--help --verbose --from --in-order --strict --force' ;;
+    apply) words='--help --verbose --from --in-order --to --compression --strict --force --output-directory --jobs --skip-existing --update --dry-run --quiet --json' ;;
     picture) words='--help --verbose --from --in-order --strict --force' ;;
     help) words='--help --verbose' ;;
     esac
