@@ -5,7 +5,6 @@
 #include "cli/image_thread.h"
 #include "cli/images.h"
 #include "cli/input.h"
-#include "lut/words.h"
 
 #include <QFileInfo>
 #include <QThread>
@@ -50,13 +49,6 @@ bool apply(const Application& application, const Job& job, Notes& notes) {
                      tintwell::lookUpImage(application.table.lut, std::move(image)), notes);
 }
 
-/// What is wrong with the type of a job's output; empty if nothing.
-QString typeProblem(const Application& application, const Job& job) {
-    const QByteArray type = typeOf(application, job);
-    return type.isEmpty() && cli::isStandardOutput(job.out) ? QString()
-                                                            : cli::imageTypeProblem(type, job.out);
-}
-
 /// Each image goes to a file of its own name, or of the extension of --to.
 std::vector<Job> imageJobs(const QStringList& images, const QString& folder,
                            const Application& application) {
@@ -68,7 +60,7 @@ std::vector<Job> imageJobs(const QStringList& images, const QString& folder,
     });
     for (Job& job : jobs) {
         if (job.problem.isEmpty()) {
-            job.problem = typeProblem(application, job);
+            job.problem = cli::imageTypeProblem(typeOf(application, job), job.out);
         }
     }
     return jobs;
@@ -89,6 +81,23 @@ int run(const cli::CommandLine& line, const BatchOptions& options, const cli::In
                               }});
 }
 
+int applyOne(const cli::CommandLine& line, const BatchOptions& options, const cli::Input& input,
+             Application& application) {
+    const QStringList operands = line.operands();
+    if (operands.size() != 3) {
+        return line.wrong(operands.size() < 3
+                              ? QStringLiteral("found no output, expected LUT IN-IMAGE OUT-IMAGE")
+                              : QStringLiteral("several images need --output-directory"));
+    }
+    const Job job = {operands.at(1), operands.at(2)};
+    if (application.type.isEmpty() && !cli::isStandardOutput(job.out)) {
+        if (const auto status = checkImageType(line, cli::imageTypeOf(job.out), job.out)) {
+            return *status;
+        }
+    }
+    return run(line, options, input, application, {job});
+}
+
 } // namespace
 
 int cli::runApply(const Command& self, const QStringList& arguments) {
@@ -106,23 +115,12 @@ int cli::runApply(const Command& self, const QStringList& arguments) {
     }
     application.overwrite = options->mayReplace();
     application.type = line.value("to").value_or(QString()).toLower().toLatin1();
-    if (const QString problem = imageTypeProblem(application.type, QString());
-        !application.type.isEmpty() && !problem.isEmpty()) {
-        return line.wrong(QStringLiteral("--to: ") + problem);
+    if (line.isSet("to")) {
+        if (const auto status = checkImageType(line, application.type, QStringLiteral("--to"))) {
+            return *status;
+        }
     }
-    const QStringList images = line.operands().mid(1);
-    if (options->folder) {
-        return run(line, *options, *input, application,
-                   imageJobs(images, *options->folder, application));
-    }
-    if (images.size() != 2) {
-        return line.wrong(images.size() < 2
-                              ? QStringLiteral("found no output, expected LUT IN-IMAGE OUT-IMAGE")
-                              : QStringLiteral("several images need --output-directory"));
-    }
-    const Job job = {images.first(), images.last()};
-    if (const QString problem = typeProblem(application, job); !problem.isEmpty()) {
-        return line.wrong(tintwell::inFile(job.out, problem));
-    }
-    return run(line, *options, *input, application, {job});
+    return options->folder ? run(line, *options, *input, application,
+                                 imageJobs(line.operands().mid(1), *options->folder, application))
+                           : applyOne(line, *options, *input, application);
 }

@@ -283,10 +283,9 @@ bool onAnyThreads(int most, const std::function<void()>& work) {
     return true;
 }
 
-int runBatch(const BatchOptions& options, const Batch& batch) {
+int runBatch(const BatchOptions& options, Batch batch) {
     if (options.folder && !options.isDryRun && !QDir().mkpath(*options.folder)) {
-        reportFile(*options.folder, QStringLiteral("the folder cannot be created"));
-        return Failed;
+        batch.notes.fail(*options.folder, QStringLiteral("the folder cannot be created"));
     }
     const std::vector<JobResult> results = runAll(options, batch);
     if (!options.isQuiet && !options.isDryRun) {

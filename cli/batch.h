@@ -83,6 +83,6 @@ struct Batch {
 };
 
 /// Does what the options leave to do of a batch, and reports. Returns a status.
-int runBatch(const BatchOptions& options, const Batch& batch);
+int runBatch(const BatchOptions& options, Batch batch);
 
 } // namespace cli

@@ -67,6 +67,19 @@ QString cli::imageTypeProblem(const QByteArray& type, const QString& path) {
                      .arg(QString::fromLatin1(type), QString::fromLatin1(types.join(' ')));
 }
 
+std::optional<int> cli::checkImageType(const CommandLine& line, const QByteArray& type,
+                                       const QString& path) {
+    const QString problem = imageTypeProblem(type, path);
+    if (problem.isEmpty()) {
+        return std::nullopt;
+    }
+    if (tintwell::missingPackage(type).isEmpty()) {
+        return line.wrong(tintwell::inFile(path, problem));
+    }
+    reportFile(path, problem);
+    return Failed;
+}
+
 bool cli::loadLook(const Input& input, const QString& path, Table& table, Notes& notes) {
     if (!loadTable(input, path, table, notes)) {
         return false;
@@ -88,8 +101,8 @@ std::optional<int> cli::beginImageJob(CommandLine& line, const QStringList& argu
     }
     const QString path = line.operands().last();
     job.image = {{path, line.isSet("force")}, imageTypeOf(path), std::nullopt};
-    if (const QString problem = imageTypeProblem(job.image.type, path); !problem.isEmpty()) {
-        return line.wrong(tintwell::inFile(path, problem));
+    if (const auto status = checkImageType(line, job.image.type, path)) {
+        return status;
     }
     job.notes = Notes(line.isSet("strict"));
     return loadLook(*input, line.operands().first(), job.table, job.notes)

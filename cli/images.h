@@ -33,6 +33,11 @@ QByteArray imageTypeOf(const QString& path);
 /// Why no image of a type can be written; empty if it can.
 QString imageTypeProblem(const QByteArray& type, const QString& path);
 
+/// The same reported as wrong usage or, for a package that is missing, as a failure. Returns a
+/// status; none if such images can be written.
+std::optional<int> checkImageType(const CommandLine& line, const QByteArray& type,
+                                  const QString& path);
+
 /// Loads a table to put colours through: of a file with both kinds, the lattice. False, with the
 /// error in \a notes, if that fails.
 bool loadLook(const Input& input, const QString& path, Table& table, Notes& notes);

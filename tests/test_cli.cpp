@@ -125,7 +125,7 @@ constexpr Run runs[] = {
     {"convert look.cube", 2, "found no output, expected IN OUT"},
     {"convert a.cube b.cube c.cube", 2, "several inputs need --output-directory"},
     {"convert --to itx --output-directory look.cube/o look.cube", 1,
-     "look.cube/o: the folder cann"},
+     "look.cube/o: the folder cann|1 of 1 file failed"},
     {"convert look.cube look.cube", 1, "look.cube: exists already (--force replaces it)"},
     {"identity no/o.cube", 1, "no/o.cube: not written: No such file or directory"},
     {"identity --force pipe.cube", 1, "pipe.cube: is a pipe or socket, expected a file"},
