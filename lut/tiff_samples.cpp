@@ -72,17 +72,18 @@ TiffSamples tiffSamples(const QByteArray& content) {
 }
 
 QString problemOf(const TiffSamples& samples) {
-    const bool isFloat = samples.kind == TiffSamples::Float;
-    const bool isSigned = samples.kind == TiffSamples::Signed;
-    const bool fits = samples.bits <= 8 || samples.bits == 16;
-    return fits && !isFloat && !isSigned
-               ? QString()
-               : QStringLiteral("holds %1-bit %2 samples, expected unsigned integers of 8 or 16 "
-                                "bits")
-                     .arg(samples.bits)
-                     .arg(QLatin1String(isFloat    ? "floating-point"
-                                        : isSigned ? "signed"
-                                                   : "integer"));
+    const bool isWhole =
+        samples.kind == TiffSamples::Unsigned || samples.kind == TiffSamples::Untold;
+    if (isWhole && (samples.bits <= 8 || samples.bits == 16)) {
+        return {};
+    }
+    const char* const kind = isWhole                               ? "integer"
+                             : samples.kind == TiffSamples::Float  ? "floating-point"
+                             : samples.kind == TiffSamples::Signed ? "signed"
+                                                                   : "complex";
+    return QStringLiteral("holds %1-bit %2 samples, expected unsigned integers of 8 or 16 bits")
+        .arg(samples.bits)
+        .arg(QLatin1String(kind));
 }
 
 } // namespace tintwell
