@@ -107,8 +107,7 @@ private Q_SLOTS:
     void appliesToManyImages() {
         QString all;
         for (int n = 0; n < 12; ++n) {
-            const QImage::Format format =
-                std::array{QImage::Format_Grayscale16, QImage::Format_RGB32}[n % 2];
+            const auto format = n % 2 == 0 ? QImage::Format_Grayscale16 : QImage::Format_RGB32;
             const QString name = QString(" %1.png").arg(n);
             QVERIFY(colours(format).scaled(700, 600 + n).save(m_folder.path(name.trimmed())));
             QCOMPARE(run("apply --to bmp 0.cube --quiet --force" + name + " one" + name.trimmed())
