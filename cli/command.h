@@ -16,7 +16,16 @@ enum ExitStatus { Done = 0, Failed = 1, Usage = 2 };
 enum class Toolkit { Core, Fonts };
 
 /// How the value of an option or an operand is completed.
-enum class Completion { Nothing, Formats, WrittenFormats, Orders, Folders, Files, Commands };
+enum class Completion {
+    Nothing,
+    Formats,
+    WrittenFormats,
+    ImageTypes,
+    Orders,
+    Folders,
+    Files,
+    Commands
+};
 
 /// An option of a command. --help, the manual page and the completions are all made from this.
 struct Option {
@@ -87,6 +96,7 @@ public:
     /// Parses the option as a real number of 0 or more in the same way.
     bool number(const char* option, std::optional<float>& number) const;
     QStringList operands() const;
+    const Command& command() const { return m_command; }
 
     /// Reports wrong usage; returns Usage.
     int wrong(const QString& what) const;

@@ -1,5 +1,6 @@
 // The definition of every command.
 
+#include "cli/batch.h"
 #include "cli/command.h"
 #include "cli/input.h"
 #include "cli/output.h"
@@ -37,12 +38,15 @@ constexpr std::array comparison = {
            Completion::Files},
     jsonOption, forceOption};
 
-constexpr std::array batch = {
-    Option{"output-directory", "DIR",
-           "Write each input to DIR, under its own name with the extension of --to.",
-           Completion::Folders},
-    Option{"jobs", "N",
-           "Convert up to N files of a batch at a time; by default, one per processor."}};
+constexpr std::array imageOutput = {
+    Option{"to", "TYPE",
+           "Type of the output, such as png or tif; by default, found from the extension or, in a "
+           "batch, that of the input.",
+           Completion::ImageTypes},
+    Option{"compression", "N",
+           "How much work goes into PNG files, 0 (not compressed) to 9 (smallest); by default 2 "
+           "for 16 bits and 5 for 8 bits. Other types have one compression only."},
+    strictOption, forceOption};
 
 constexpr std::array commands = {
     Command{.name = "formats",
@@ -76,7 +80,7 @@ constexpr std::array commands = {
             .operands = "IN OUT",
             .summary = "Convert tables to another format, size or order",
             .run = runConvert,
-            .options = {inputOptionList, strict, outputOptionList, batch},
+            .options = {inputOptionList, strict, outputOptionList, batchOptionList},
             .batch = "--to FORMAT --output-directory DIR IN..."},
     Command{.name = "merge",
             .operands = "FIRST SECOND... OUT",
@@ -90,9 +94,10 @@ constexpr std::array commands = {
             .options = {outputOptionList}},
     Command{.name = "apply",
             .operands = "LUT IN-IMAGE OUT-IMAGE",
-            .summary = "Apply a table to an image",
+            .summary = "Apply a table to images",
             .run = runApply,
-            .options = {inputOptionList, strict, force}},
+            .options = {inputOptionList, imageOutput, batchOptionList},
+            .batch = "--output-directory DIR LUT IN-IMAGE..."},
     Command{.name = "picture",
             .operands = "LUT OUT.png",
             .summary = "Draw a picture of a table",

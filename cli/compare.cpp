@@ -131,8 +131,8 @@ int savePicture(cli::ImageJob& job, const Read_LUTFile& differences, const QStri
     const QString title =
         QStringLiteral("%1 and %2")
             .arg(QFileInfo(job.table.path).fileName(), QFileInfo(second).fileName());
-    return cli::doImageWork(job.target.path, [&] {
-        return saveImage(job, tintwell::drawDifferences(differences, title));
+    return cli::doImageWork(job.image.target.path, [&] {
+        return saveImage(job.image, tintwell::drawDifferences(differences, title), job.notes);
     });
 }
 

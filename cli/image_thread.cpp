@@ -24,17 +24,20 @@ bool canStartThread() {
     return true;
 }
 
-/// Starts the pool's only thread, which runs as long as the program.
-bool startThread() {
+/// Starts another thread of the pool, which runs as long as the program and begins with \a work.
+bool startThread(int count, const std::function<void()>& work) {
     constexpr int patience = 30'000; // in milliseconds
     if (!canStartThread()) {
         return false;
     }
     QThreadPool& pool = *QThreadPool::globalInstance();
-    pool.setMaxThreadCount(1);
+    pool.setMaxThreadCount(count);
     pool.setExpiryTimeout(-1);
     QSemaphore running;
-    pool.start([&running] { running.release(); });
+    pool.start([&running, work] {
+        running.release();
+        work();
+    });
     if (!running.tryAcquire(1, patience)) {
         // Another program has just used up the limit. The pool would otherwise wait for this thread
         // at exit.
@@ -47,7 +50,7 @@ bool startThread() {
 } // namespace
 
 bool onImageThread(const std::function<void()>& work) {
-    static const bool started = startThread();
+    static const bool started = startThread(1, [] {});
     if (!started) {
         return false;
     }
@@ -65,6 +68,24 @@ bool onImageThread(const std::function<void()>& work) {
     if (failure) {
         std::rethrow_exception(failure);
     }
+    return true;
+}
+
+bool onImageThreads(int most, const std::function<void()>& work) {
+    QSemaphore done;
+    const auto workToEnd = [&] {
+        work();
+        done.release();
+    };
+    if (!onImageThread([] {})) {
+        return false;
+    }
+    QThreadPool::globalInstance()->start(workToEnd);
+    int count = 1;
+    while (count < most && startThread(count + 1, workToEnd)) {
+        ++count;
+    }
+    done.acquire(count);
     return true;
 }
 

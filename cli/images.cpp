@@ -5,6 +5,7 @@
 #include "cli/report.h"
 #include "cli/words.h"
 #include "lut/image_file.h"
+#include "lut/words.h"
 
 #include <QFileInfo>
 #include <QImageReader>
@@ -18,19 +19,9 @@ namespace {
 /// 16 bits per channel.
 constexpr std::int64_t MaxPixels = std::int64_t{1} << 29;
 
-QImage refuse(const QString& path, const QString& why) {
-    cli::reportFile(path, why);
+QImage refuse(const QString& path, const QString& why, cli::Notes& notes) {
+    notes.fail(path, why);
     return {};
-}
-
-/// Why no image of any type can be written to the target.
-QString unsuitable(const cli::ImageJob& job) {
-    if (QFileInfo(job.target.path).isDir()) {
-        return cli::isFolder();
-    }
-    return QStringLiteral("found the extension \"%1\", expected one of %2")
-        .arg(QString::fromLatin1(job.type),
-             QString::fromLatin1(QImageWriter::supportedImageFormats().join(' ')));
 }
 
 bool holdsColours(QImage::Format format) {
@@ -57,18 +48,41 @@ void noteLosses(const QString& place, const QString& path, const QImage& image, 
 
 } // namespace
 
+QByteArray cli::imageTypeOf(const QString& path) {
+    return QFileInfo(path).suffix().toLower().toLatin1();
+}
+
+QString cli::imageTypeProblem(const QByteArray& type, const QString& path) {
+    if (const QString missing = tintwell::missingPackage(type); !missing.isEmpty()) {
+        return missing;
+    }
+    const QList<QByteArray> types = QImageWriter::supportedImageFormats();
+    if (types.contains(type)) {
+        return {};
+    }
+    return QFileInfo(path).isDir()
+               ? isFolder()
+               : QStringLiteral("found the extension \"%1\", expected one of %2")
+                     .arg(QString::fromLatin1(type), QString::fromLatin1(types.join(' ')));
+}
+
+std::optional<int> cli::checkImageType(const CommandLine& line, const QByteArray& type,
+                                       const QString& path) {
+    const QString problem = imageTypeProblem(type, path);
+    if (problem.isEmpty()) {
+        return std::nullopt;
+    }
+    if (tintwell::missingPackage(type).isEmpty()) {
+        return line.wrong(tintwell::inFile(path, problem));
+    }
+    reportFile(path, problem);
+    return Failed;
+}
+
 std::optional<int> cli::beginImage(const CommandLine& line, const QString& path, ImageJob& job) {
-    job.target = {path, line.isSet("force")};
-    const bool isNamed = !isStandardOutput(job.target.path);
-    job.type = isNamed ? QFileInfo(job.target.path).suffix().toLower().toLatin1() : QByteArray();
-    if (const QString missing = tintwell::missingPackage(job.type); !missing.isEmpty()) {
-        reportFile(job.target.path, missing);
-        return Failed;
-    }
-    if (isNamed && !QImageWriter::supportedImageFormats().contains(job.type)) {
-        return line.wrong(job.target.path + QStringLiteral(": ") + unsuitable(job));
-    }
-    return std::nullopt;
+    const bool isNamed = !isStandardOutput(path);
+    job.image = {{path, line.isSet("force")}, isNamed ? imageTypeOf(path) : "png", std::nullopt};
+    return checkImageType(line, job.image.type, path);
 }
 
 std::optional<int> cli::beginImageJob(CommandLine& line, const QStringList& arguments, int operands,
@@ -97,21 +111,27 @@ int cli::doImageWork(const QString& path, const std::function<bool()>& work) {
     return succeeded ? Done : Failed;
 }
 
-QImage cli::loadImage(const QString& path, QByteArray& type) {
+QImage cli::loadImage(const QString& path, QByteArray& type, Notes& notes) {
     Source source;
     if (const QString problem = source.open(path); !problem.isEmpty()) {
-        return refuse(path, problem);
+        return refuse(path, problem, notes);
     }
     const tintwell::ImageFile image =
         tintwell::readImage(source.place(), MaxPixels, tintwell::Orientation::Upright);
     if (!image.error.isEmpty()) {
-        return refuse(path, image.error);
+        return refuse(path, image.error, notes);
     }
     if (image.pixels.isNull()) {
-        return refuse(path, QStringLiteral("found %1 x %2 pixels, expected at most %3 in all")
-                                .arg(image.size.width())
-                                .arg(image.size.height())
-                                .arg(MaxPixels));
+        return refuse(path,
+                      QStringLiteral("found %1 x %2 pixels, expected at most %3 in all")
+                          .arg(image.size.width())
+                          .arg(image.size.height())
+                          .arg(MaxPixels),
+                      notes);
+    }
+    if (image.bits > 8 && !tintwell::isDeep(image.pixels.format())) {
+        notes.add(path,
+                  QStringLiteral("only 8 of the %1 bits per channel are read").arg(image.bits));
     }
     if (type.isEmpty()) {
         type = image.type;
@@ -119,13 +139,19 @@ QImage cli::loadImage(const QString& path, QByteArray& type) {
     return image.pixels;
 }
 
-bool cli::saveImage(ImageJob& job, const QImage& image) {
-    return saveFile(job.target, [&](const QString& place) {
-        QString error = tintwell::writeImage(place, job.type, image);
+bool cli::saveImage(const ImageTarget& to, const QImage& image, Notes& notes) {
+    const QString& path = to.target.path;
+    if (to.compression && to.type != "png") {
+        notes.add(path, QStringLiteral("--compression has no effect on %1, only on png")
+                            .arg(QString::fromLatin1(to.type)));
+    }
+    const auto write = [&](const QString& place) {
+        QString error = tintwell::writeImage(place, to.type, image, to.compression);
         if (error.isEmpty()) {
-            noteLosses(place, job.target.path, image, job.notes);
-            error = job.notes.allowWriting() ? QString() : job.notes.reason();
+            noteLosses(place, path, image, notes);
+            error = notes.allowWriting() ? QString() : notes.reason();
         }
         return error;
-    });
+    };
+    return saveFile(to.target, write, notes);
 }

@@ -121,8 +121,7 @@ QString readTable(const Input& input, const QString& path, Table& table) {
 
 bool loadTable(const Input& input, const QString& path, Table& table, Notes& notes) {
     if (const QString problem = readTable(input, path, table); !problem.isEmpty()) {
-        reportFile(path, problem);
-        return false;
+        return notes.fail(path, problem);
     }
     for (const QString& what : table.lut.remarks) {
         notes.add(path, what);

@@ -59,7 +59,7 @@ const tintwell::Format* formatOfInput(const Input& input, const QString& path, Q
 /// Reads the tables of a file. Returns why that fails, or that there is none; empty on success.
 QString readTable(const Input& input, const QString& path, Table& table);
 
-/// The same with the error reported, which gives false, and the reader's remarks added to \a notes.
+/// The same with the error, which gives false, and the reader's remarks added to \a notes.
 bool loadTable(const Input& input, const QString& path, Table& table, Notes& notes);
 
 /// The same for a command that uses one table: of a file with both kinds only the lattice is kept,

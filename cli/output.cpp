@@ -198,10 +198,10 @@ const Format* choice(const std::vector<const Format*>& formats, const Format* fr
     return nullptr;
 }
 
-/// Reads a written table again, and reports how far it is off. Returns why it is not as it should
+/// Reads a written table again, and tells how far it is off. Returns why it is not as it should
 /// be; empty if it is.
 QString verify(const Output& output, const Format& format, const QString& place,
-               const QString& path, const Read_LUTFile& written) {
+               const QString& path, const Read_LUTFile& written, const Notes& notes) {
     const int scale = scaleIn(format, output.scale);
     const bool isScaled = scale > 1 && format.traits.integers != IntegerSamples::ScaleLost;
     const float precision = realPrecision + (isScaled ? 1 / static_cast<float>(scale) : 0);
@@ -216,23 +216,25 @@ QString verify(const Output& output, const Format& format, const QString& place,
     if (!(difference <= precision)) {
         return found + QStringLiteral(", expected at most ") + tintwell::formatted(precision);
     }
-    reportFile(path, found);
+    notes.tell(path, found);
     return {};
 }
 
-bool saveTable(const Output& output, const Format& format, const QString& path, Read_LUTFile& lut) {
+bool saveTable(const Output& output, const Format& format, const QString& path, Read_LUTFile& lut,
+               Notes& notes) {
     LUTFILE_ST st;
     st.formatCode = codeOf(format);
     st.outputScale = scaleIn(format, output.scale);
     setOrders(st, output.orders, format.writerOrders);
-    return saveFile({path, output.overwrite}, [&](const QString& place) {
+    const auto write = [&](const QString& place) {
         st.path = place;
         Write_LUTFile writer(nullptr);
         writer.WriteFile(st, lut);
         return writer.lastError.isEmpty() && output.verify
-                   ? verify(output, format, place, path, lut)
+                   ? verify(output, format, place, path, lut, notes)
                    : writer.lastError;
-    });
+    };
+    return saveFile({path, output.overwrite}, write, notes);
 }
 
 } // namespace
@@ -288,10 +290,9 @@ bool writeTable(const Output& output, const Format& format, const QString& sourc
         notes.add(path, note);
     }
     if (!notes.allowWriting()) {
-        reportFile(path, QStringLiteral("not written: ") + notes.reason());
-        return false;
+        return notes.fail(path, QStringLiteral("not written: ") + notes.reason());
     }
-    return saveTable(output, format, path, *table);
+    return saveTable(output, format, path, *table, notes);
 }
 
 } // namespace cli

@@ -33,12 +33,10 @@ int cli::runPicture(const Command& self, const QStringList& arguments) {
     if (const auto status = beginImageJob(line, arguments, 2, job)) {
         return *status;
     }
-    if (job.type.isEmpty()) {
-        job.type = "png";
-    }
     const Table& table = job.table;
     const QString title = QFileInfo(table.path).fileName();
-    return doImageWork(job.target.path, [&] {
-        return saveImage(job, tintwell::drawTable(table.lut, title, describe(table)));
+    return doImageWork(job.image.target.path, [&] {
+        return saveImage(job.image, tintwell::drawTable(table.lut, title, describe(table)),
+                         job.notes);
     });
 }

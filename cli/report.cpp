@@ -33,8 +33,24 @@ void reportFile(const QString& path, const QString& what) {
 }
 
 void Notes::add(const QString& path, const QString& what) {
-    ++m_count;
-    report(tintwell::inFile(path, what, QStringLiteral("note: ")));
+    m_texts += tintwell::inFile(path, what);
+    if (m_areFailures || !m_isQuiet) {
+        report(tintwell::inFile(path, what, QStringLiteral("note: ")));
+    }
+}
+
+void Notes::tell(const QString& path, const QString& what) const {
+    if (!m_isQuiet) {
+        reportFile(path, what);
+    }
+}
+
+bool Notes::fail(const QString& path, const QString& what) {
+    if (m_failure.isEmpty()) {
+        m_failure = tintwell::inFile(path, what);
+    }
+    reportFile(path, what);
+    return false;
 }
 
 QString Notes::reason() const {

@@ -65,7 +65,7 @@ Read_LUTFile* reshaped(const Format& format, std::optional<int> size, const QStr
         return &lut;
     }
     if (!tintwell::reshape(lut, made, format.kind, wanted)) {
-        reportFile(path, made.lastError);
+        notes.fail(path, made.lastError);
         return nullptr;
     }
     noteError(path, tintwell::resamplingError(lut, made, format.kind), notes,

@@ -23,7 +23,7 @@ bool leadsToStandardOutput(const QString& path) {
 QString reasonOf(const tintwell::SaveError& error) {
     switch (error.kind) {
     case tintwell::SaveError::Exists:
-        return QStringLiteral("exists already (--force replaces it)");
+        return existsAlready();
     case tintwell::SaveError::Unsuitable:
         return error.reason;
     case tintwell::SaveError::NotWritten:
@@ -49,12 +49,24 @@ bool isStandardOutput(const QString& path) {
     return path == QLatin1String("-") || path == QLatin1String("/dev/stdout");
 }
 
-bool saveFile(const Target& target, const tintwell::WriteContent& write) {
+std::optional<timespec> timeOfTarget(const QString& path) {
+    return leadsToStandardOutput(path) ? std::nullopt : timeOf(path);
+}
+
+std::optional<timespec> timeOf(const QString& path) {
+    struct stat file {};
+    return stat(QFile::encodeName(path).constData(), &file) == 0 && S_ISREG(file.st_mode)
+               ? std::optional(file.st_mtim)
+               : std::nullopt;
+}
+
+QString existsAlready() {
+    return QStringLiteral("exists already (--force replaces it)");
+}
+
+bool saveFile(const Target& target, const tintwell::WriteContent& write, Notes& notes) {
     const std::optional<tintwell::SaveError> error = save(target, write);
-    if (error) {
-        reportFile(target.path, reasonOf(*error));
-    }
-    return !error;
+    return !error || notes.fail(target.path, reasonOf(*error));
 }
 
 } // namespace cli

@@ -1,8 +1,13 @@
 #pragma once
 
+#include "cli/report.h"
 #include "saving/save_file.h"
 
 #include <QString>
+
+#include <optional>
+
+#include <time.h>
 
 namespace cli {
 
@@ -15,9 +20,18 @@ struct Target {
 /// Whether the path is a name of standard output: "-" or "/dev/stdout".
 bool isStandardOutput(const QString& path);
 
+/// When a regular file was last modified; none if there is none.
+std::optional<timespec> timeOf(const QString& path);
+
+/// The same for a target, of which there is none if it leads to standard output.
+std::optional<timespec> timeOfTarget(const QString& path);
+
+/// The error message for a target that may not be replaced.
+QString existsAlready();
+
 /// Saves a file completely or not at all; "-" and other names of standard output write there.
-/// False, with the error reported, if the target exists and may not be replaced, or if writing
+/// False, with the error in \a notes, if the target exists and may not be replaced, or if writing
 /// fails.
-bool saveFile(const Target& target, const tintwell::WriteContent& write);
+bool saveFile(const Target& target, const tintwell::WriteContent& write, Notes& notes);
 
 } // namespace cli

@@ -6,6 +6,7 @@
 #include <QString>
 
 #include <cstdint>
+#include <optional>
 
 namespace tintwell {
 
@@ -15,6 +16,7 @@ struct ImageFile {
     QImage pixels;        ///< null if the size was not wanted or decoding failed
     QString error;        ///< why there is no image
     QByteArray type = {}; ///< the catalogue's name for the type of an image that was read
+    int bits = 0;         ///< bits per sample that a TIFF file states; 0 for all other types
 };
 
 /// Whether an image is rotated as its metadata says.
@@ -32,7 +34,10 @@ bool isDeep(QImage::Format format);
 /// empty for types that need none.
 QString missingPackage(const QByteArray& type);
 
-/// Writes an image; \a type is Qt's name for its type. Returns what went wrong; empty on success.
-QString writeImage(const QString& path, const QByteArray& type, const QImage& image);
+/// Writes an image; \a type is Qt's name for its type. PNG is compressed at the level
+/// \a compression, 0 (not at all) to 9 (most), or at a quick one. Returns what went wrong; empty on
+/// success.
+QString writeImage(const QString& path, const QByteArray& type, const QImage& image,
+                   std::optional<int> compression = {});
 
 } // namespace tintwell

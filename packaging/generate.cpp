@@ -17,7 +17,7 @@ using cli::Command;
 using cli::Completion;
 using cli::Option;
 
-/// An option and all commands that have it.
+/// An option and all commands that have it. Options of one name that mean different things are two.
 struct SharedOption {
     const Option* option;
     QStringList commands;
@@ -38,7 +38,8 @@ std::vector<SharedOption> sharedOptions() {
     for (const Command& command : cli::allCommands()) {
         for (const Option* const option : optionsOf(command)) {
             const auto known = std::find_if(shared.begin(), shared.end(), [&](const auto& other) {
-                return qstrcmp(other.option->name, option->name) == 0;
+                return qstrcmp(other.option->name, option->name) == 0 &&
+                       qstrcmp(other.option->help, option->help) == 0;
             });
             SharedOption& entry =
                 known != shared.end() ? *known : shared.emplace_back(SharedOption{option, {}});
@@ -70,23 +71,37 @@ QString commandNames() {
     return names.join(QLatin1Char(' '));
 }
 
-/// "--from | --to": the options whose values are of one kind.
+/// "*' --from' | 'apply --to'": the options whose values are of one kind, after a command if others
+/// have an option of this name with values of another kind.
 QString pattern(Completion completion) {
-    QStringList names;
-    for (const SharedOption& shared : sharedOptions()) {
-        if (shared.option->value != nullptr && shared.option->completion == completion) {
-            names += QLatin1String("--") + QLatin1String(shared.option->name);
+    const std::vector<SharedOption> options = sharedOptions();
+    QStringList patterns;
+    for (const SharedOption& shared : options) {
+        if (shared.option->value == nullptr || shared.option->completion != completion) {
+            continue;
+        }
+        const QString name = QLatin1String(shared.option->name);
+        const auto differs = [&shared](const SharedOption& other) {
+            return qstrcmp(other.option->name, shared.option->name) == 0 &&
+                   other.option->completion != shared.option->completion;
+        };
+        if (std::none_of(options.begin(), options.end(), differs)) {
+            patterns += QStringLiteral("*' --%1'").arg(name);
+            continue;
+        }
+        for (const QString& command : shared.commands) {
+            patterns += QStringLiteral("'%1 --%2'").arg(command, name);
         }
     }
-    return names.join(QStringLiteral(" | "));
+    return patterns.join(QStringLiteral(" | "));
 }
 
-QString bashCase(Completion completion, const char* words) {
+QString bashCase(Completion completion, const QString& words) {
     return QStringLiteral("    %1)\n"
                           "        mapfile -t COMPREPLY < <(compgen %2 -- \"$current\")\n"
                           "        return\n"
                           "        ;;\n")
-        .arg(pattern(completion), QLatin1String(words));
+        .arg(pattern(completion), words);
 }
 
 QString bashWords(const Command& command) {
@@ -130,13 +145,15 @@ _tintwell_cli() {
         mapfile -t COMPREPLY < <(compgen -W "$words" -- "$current")
         return
     fi
-    case $previous in
+    case ${COMP_WORDS[1]}' '$previous in
 )")
             .arg(formatNames(false), formatNames(true), QLatin1String(orderNames), commandNames());
-    text += bashCase(Completion::Formats, "-W \"$formats\"");
-    text += bashCase(Completion::WrittenFormats, "-W \"$written\"");
-    text += bashCase(Completion::Orders, "-W \"$orders\"");
-    text += bashCase(Completion::Folders, "-d");
+    text += bashCase(Completion::Formats, QStringLiteral("-W \"$formats\""));
+    text += bashCase(Completion::WrittenFormats, QStringLiteral("-W \"$written\""));
+    text += bashCase(Completion::ImageTypes,
+                     QStringLiteral("-W '%1'").arg(QLatin1String(tintwell::imageExtensions)));
+    text += bashCase(Completion::Orders, QStringLiteral("-W \"$orders\""));
+    text += bashCase(Completion::Folders, QStringLiteral("-d"));
     text += QStringLiteral("    %1) return ;;\n").arg(pattern(Completion::Nothing));
     text += QStringLiteral(R"(    esac
     if [[ $current != -* ]]; then
@@ -178,6 +195,8 @@ QString zshAction(Completion completion) {
         return QStringLiteral("($formats)");
     case Completion::WrittenFormats:
         return QStringLiteral("($written)");
+    case Completion::ImageTypes:
+        return QStringLiteral("(%1)").arg(QLatin1String(tintwell::imageExtensions));
     case Completion::Orders:
         return QStringLiteral("($orders)");
     case Completion::Folders:

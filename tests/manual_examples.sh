@@ -15,6 +15,8 @@ cp "$data/sample.cube" looks/dusk.cube
 cp "$data/sample.spi1d" camera.spi1d
 cp "$data/texture.png" frame.png
 cp look.3dl new.3dl
+mkdir frames
+cp frame.png frames/1.png
 gzip -k look.cube
 tintwell-cli identity looks/night.cube
 tintwell-cli identity display.cube

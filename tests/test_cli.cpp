@@ -6,6 +6,8 @@
 #include <QJsonArray>
 #include <QJsonDocument>
 
+#include <csignal>
+
 #include <sys/stat.h>
 
 // Runs the command-line program as its users do.
@@ -39,6 +41,7 @@ constexpr const char* inputs[][2] = {
     {"short.cube", "LUT_3D_SIZE 2\n0 0 0\n1 0 0\n0 0 0\n0 0 0\n0 0 0\n0 0 0\n"},
     {"empty.cube", ""},
     {"noise.png", "noise"},
+    {"pixel.ppm", "P6 1 1 65535\nabcdef"},
     {"unknown.zzz", "LUT_3D_SIZE 2\n"},
 };
 
@@ -126,13 +129,27 @@ constexpr Run runs[] = {
     {"convert look.cube", 2, "found no output, expected IN OUT"},
     {"convert a.cube b.cube c.cube", 2, "several inputs need --output-directory"},
     {"convert --to itx --output-directory look.cube/o look.cube", 1,
-     "look.cube/o: the folder cann"},
+     "look.cube/o: the folder cann|1 of 1 file failed"},
     {"convert look.cube look.cube", 1, "look.cube: exists already (--force replaces it)"},
     {"identity no/o.cube", 1, "no/o.cube: not written: No such file or directory"},
     {"identity --force pipe.cube", 1, "pipe.cube: is a pipe or socket, expected a file"},
     {"identity --force nowhere.cube", 1, "nowhere.cube: is a link that leads nowhere"},
     {"identity --to cube /dev/full", 1, "/dev/full: not written: No space left on device"},
     {"identity --to cube --size 2 /dev/stdout", 0, "", "LUT_3D_SIZE 2\n"},
+
+    // Files that exist already
+    {"convert look.cube dry.itx --dry-run", 0, "", "look.cube: would be written to dry.itx\n"},
+    {"convert none.cube dry.itx --dry-run", 1, "none.cube: No such file or directory"},
+    {"convert look.cube data/../look.cube --dry-run --output-directory no --to itx", 1,
+     "data/../look.cube: another input is already written to look.itx|1 of 2 files failed",
+     "look.cube: would be written to no/look.itx\n"},
+    {"convert look.cube dry.itx --quiet", 0, ""},
+    {"convert stops.cub --quiet --to itx -", 0, "", "3D_SIZE"},
+    {"convert stops.cub o.itx --quiet --strict", 1, "stops.cub:4: note|stops.cub: note|o.itx: not"},
+    {"convert look.cube dry.itx --skip-existing", 0, "1 of 1 file skipped"},
+    {"convert look.cube dry.itx --quiet", 1, "dry.itx: exists already (--force replaces it)"},
+    {"convert look.cube dry.itx --update --force", 2, "--update and --force exclude each other"},
+    {"convert look.cube --to itx --json -", 2, "--json and an output to standard output excl"},
 
     // Sizes and kinds
     {"identity o.cube --size many", 2, "found --size many, expected a whole number from 2 to 1048"},
@@ -301,7 +318,16 @@ second     0.5 0.4 0.6
     {"apply look.cube good.png no/o.png", 1, "no/o.png: not written: No such file"},
     {"apply look.cube good.png good.png", 1, "good.png: exists already"},
     {"apply look.cube good.png o.txt", 2, "o.txt: found the extension \"txt\", expected one of"},
-    {"apply look.cube good.png", 2, "found 2 operands, expected LUT IN-IMAGE OUT-IMAGE"},
+    {"apply look.cube good.png", 2, "found no output, expected LUT IN-IMAGE OUT-IMAGE"},
+    {"apply look.cube good.png o.png p.png", 2, "several images need --output-directory"},
+    {"apply look.cube good.png o.png --to txt", 2, "--to: found the extension \"txt\""},
+    {"apply look.cube good.png o.png --compression 10", 2, "found --compression 10, expected a"},
+    {"apply look.cube pixel.ppm o.png", 1, "pixel.ppm: is a PPM image or the like, expected one"},
+    {"apply look.cube float.tif o.png", 1, "float.tif: holds 32-bit floating-point samples, exp"},
+    {"apply look.cube half.tif o.png", 1, "half.tif: holds 16-bit floating-point samples, expec"},
+    {"apply look.cube good.png c.jpg --compression 1", 0, "c.jpg: note: --compression has no eff"},
+    {"apply look.cube deep.png deep.ppm", 0,
+     "deep.ppm: note: stores only 8 of the 16|deep.ppm: note: stores no alpha channel"},
     {"apply look.cube deep.png deep.bmp", 0,
      "deep.bmp: note: stores only 8 of the 16 bits per channel|"
      "deep.bmp: note: stores no alpha channel"},
@@ -388,6 +414,11 @@ private Q_SLOTS:
         QImage image(2, 2, QImage::Format_RGBA64);
         image.fill(Qt::transparent);
         QVERIFY(image.save(m_folder.path("deep.png")));
+        for (const auto& [name, bits] : {std::pair("float.tif", '\x20'), {"half.tif", '\x10'}}) {
+            QByteArray tiff("MM\0*\0\0\0\x8\0\2\1\2\0\3\0\0\0\1\0\0\0\0", 22);
+            tiff[19] = bits;
+            m_folder.file(name, tiff + QByteArray("\1\x53\0\3\0\0\0\1\0\3\0\0\0\0\0\0", 16));
+        }
         QVERIFY(QFile::copy(TINTWELL_TEST_DATA "/texture.png", m_folder.path("good.png")));
         QCOMPARE(mkfifo(qPrintable(m_folder.path("pipe.cube")), 0600), 0);
         QVERIFY(QFile::link(m_folder.path("gone.cube"), m_folder.path("nowhere.cube")));
@@ -497,6 +528,64 @@ private Q_SLOTS:
         QVERIFY(many.output == QString("0.001 0.1 0\n").repeated(30'000) + "0 0 0\n");
     }
 
+    void batchesAgain() {
+        const auto statuses = [this](const QString& options) {
+            QStringList found;
+            const Outcome outcome = run(options + " --json --output-directory again");
+            for (const QJsonValue entry :
+                 QJsonDocument::fromJson(outcome.output.toUtf8()).array()) {
+                found += entry["status"].toString() + entry["error"].toString().section(' ', 0, 0);
+            }
+            return found.join(' ');
+        };
+        const auto touch = [this](const QString& name, int seconds) {
+            QFile file(m_folder.path(name));
+            QVERIFY(file.open(QIODevice::ReadWrite));
+            QVERIFY(file.setFileTime(QDateTime::fromSecsSinceEpoch(2'000'000'000 + seconds),
+                                     QFileDevice::FileModificationTime));
+        };
+        const QString convert = "convert --to spi3d look.cube none.cube mesh.cube ";
+        QCOMPARE(statuses(convert + "--dry-run"), "planned failednone.cube: planned");
+        QVERIFY(!QDir(m_folder.path("again")).exists());
+        QCOMPARE(statuses(convert + "--jobs 3"), "converted failednone.cube: converted");
+        QCOMPARE(statuses(convert),
+                 "failedagain/look.spi3d: failednone.cube: failedagain/mesh.spi3d:");
+        QCOMPARE(statuses(convert + "--skip-existing"), "skipped failednone.cube: skipped");
+        touch("look.cube", 1);
+        QCOMPARE(statuses(convert + "--update"), "converted failednone.cube: skipped");
+        touch("again/look.spi3d", 1);
+        QCOMPARE(statuses(convert + "--update"), "skipped failednone.cube: skipped");
+        const QString apply = "apply look.cube good.png noise.png deep.png ";
+        QCOMPARE(statuses(apply), "converted failednoise.png: converted");
+        touch("again/deep.png", 1);
+        QCOMPARE(statuses(apply + "--update"),
+                 "converted failednoise.png: skipped"); // the table's
+        QCOMPARE(statuses("apply none.cube good.png --update"), "failednone.cube:");
+    }
+
+    /// Files are whole or absent after an interruption, and a second run makes the rest.
+    void batchesGoOn() {
+        QVERIFY(QDir(m_folder.path("")).mkdir("many"));
+        QString line = "convert --to spi3d --skip-existing --output-directory ended";
+        for (int n = 0; n < 400; ++n) {
+            line += QString(" many/%1.cube").arg(n);
+            m_folder.file(QString("many/%1.cube").arg(n), inputs[0][1]);
+        }
+        const auto ended = [this] { return QDir(m_folder.path("ended")).entryList(QDir::Files); };
+        Program program(m_folder);
+        program.begin(line);
+        QTRY_VERIFY(ended().size() > 3);
+        kill(pid_t(program.processId()), SIGINT);
+        QVERIFY(program.waitForFinished() && program.exitStatus() == QProcess::CrashExit);
+        const int before = ended().size();
+        QVERIFY(before < 400);
+        QVERIFY(run(line).errors.contains(QString(": %1 of 400 files skipped").arg(before)));
+        QCOMPARE(ended().size(), 400);
+        for (const QString& name : ended()) {
+            QCOMPARE(m_folder.content("ended/" + name), m_folder.content("ended/0.spi3d"));
+        }
+    }
+
     void printsToFullDisks() {
         for (const char* line :
              {"formats", "formats --json", "--help", "info -h", "--version", "info look.cube",
@@ -521,7 +610,8 @@ private Q_SLOTS:
 
     void surroundings() {
         QVERIFY(run("info --verbose look.cube").errors.contains("file:-----"));
-        // A name in UTF-8 in a bare locale, an output that the shell has made, a name in Latin-1.
+        // A name in UTF-8 in a bare locale, an output that the shell has made, a name in
+        // Latin-1.
         const QString script =
             "cd %1; export LC_ALL=C; name=$(printf 'd\\303\\244.cube'); " TINTWELL_CLI
             " identity --size 2 $name; " TINTWELL_CLI

@@ -123,6 +123,42 @@ private Q_SLOTS:
         }
     }
 
+    /// Images that the toolkit would split among threads, as many at a time as threads.
+    void appliesToManyImages() {
+        QString all;
+        for (int n = 0; n < 12; ++n) {
+            const auto format = n % 2 == 0 ? QImage::Format_Grayscale16 : QImage::Format_RGB32;
+            const QString name = QString(" %1.png").arg(n);
+            QVERIFY(colours(format).scaled(700, 600 + n).save(m_folder.path(name.trimmed())));
+            QCOMPARE(run("apply --to bmp 0.cube --quiet --force" + name + " one" + name.trimmed())
+                         .status,
+                     0);
+            all += name;
+        }
+        for (const QString to : {"", " --to bmp"}) {
+            QCOMPARE(run("apply 0.cube --jobs 5 --output-directory all" + to + all).status, 0);
+        }
+        for (int n = 0; n < 12; ++n) {
+            QCOMPARE(m_folder.content(QString("all/%1.bmp").arg(n)),
+                     m_folder.content(QString("one%1.png").arg(n)));
+            const QImage image(m_folder.path(QString("all/%1.png").arg(n)), "png");
+            QCOMPARE(tintwell::isDeep(image.format()), n % 2 == 0);
+        }
+    }
+
+    /// By the two bits of a zlib stream that tell its level, roughly.
+    void compresses() {
+        QVERIFY(colours(QImage::Format_RGB32).save(m_folder.path("in.png")));
+        const char levels[] = "0011112333";
+        for (int level = 0; level < 10; ++level) {
+            const QString line = "apply --force 13.spi3d in.png out.png --compression %1";
+            QCOMPARE(run(line.arg(level)).status, 0);
+            const QByteArray png = m_folder.content("out.png");
+            QCOMPARE(quint8(png[png.indexOf("IDAT") + 5]) >> 6, levels[level] - '0');
+            QCOMPARE(png.size() > 61 * 47 * 3, level == 0);
+        }
+    }
+
     void namesThePackageForTiff() {
         const bool missing = !QImageWriter::supportedImageFormats().contains("tiff");
         m_folder.file("a.png", QByteArray("II*\0", 4));

@@ -19,24 +19,28 @@ _tintwell_cli() {
         mapfile -t COMPREPLY < <(compgen -W "$words" -- "$current")
         return
     fi
-    case $previous in
-    --from)
+    case ${COMP_WORDS[1]}' '$previous in
+    *' --from')
         mapfile -t COMPREPLY < <(compgen -W "$formats" -- "$current")
         return
         ;;
-    --to)
+    'convert --to' | 'merge --to' | 'identity --to')
         mapfile -t COMPREPLY < <(compgen -W "$written" -- "$current")
         return
         ;;
-    --in-order | --out-order)
+    'apply --to')
+        mapfile -t COMPREPLY < <(compgen -W 'png bmp tif tiff jpg jpeg' -- "$current")
+        return
+        ;;
+    *' --in-order' | *' --out-order')
         mapfile -t COMPREPLY < <(compgen -W "$orders" -- "$current")
         return
         ;;
-    --output-directory)
+    *' --output-directory')
         mapfile -t COMPREPLY < <(compgen -d -- "$current")
         return
         ;;
-    --tolerance | --size | --scale | --jobs) return ;;
+    *' --tolerance' | *' --size' | *' --scale' | *' --jobs' | *' --compression') return ;;
     esac
     if [[ $current != -* ]]; then
         case ${COMP_WORDS[1]} in
@@ -51,10 +55,10 @@ _tintwell_cli() {
     check) words='--help --verbose --from --in-order --json' ;;
     compare) words='--help --verbose --from --in-order --strict --tolerance --picture --json --force' ;;
     evaluate) words='--help --verbose --from --in-order --strict --json' ;;
-    convert) words='--help --verbose --from --in-order --strict --to --size --out-order --scale --verify --force --output-directory --jobs' ;;
+    convert) words='--help --verbose --from --in-order --strict --to --size --out-order --scale --verify --force --output-directory --jobs --skip-existing --update --dry-run --quiet --json' ;;
     merge) words='--help --verbose --from --in-order --strict --to --size --out-order --scale --verify --force' ;;
     identity) words='--help --verbose --to --size --out-order --scale --verify --force' ;;
-    apply) words='--help --verbose --from --in-order --strict --force' ;;
+    apply) words='--help --verbose --from --in-order --to --compression --strict --force --output-directory --jobs --skip-existing --update --dry-run --quiet --json' ;;
     picture) words='--help --verbose --from --in-order --strict --force' ;;
     help) words='--help --verbose' ;;
     esac
