@@ -53,7 +53,7 @@ QByteArray cli::imageTypeOf(const QString& path) {
 }
 
 QString cli::imageTypeProblem(const QByteArray& type, const QString& path) {
-    if (const QString missing = tintwell::missingPackage(type); !missing.isEmpty()) {
+    if (QString missing = tintwell::missingPackage(type); !missing.isEmpty()) {
         return missing;
     }
     const QList<QByteArray> types = QImageWriter::supportedImageFormats();

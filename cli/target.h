@@ -5,9 +5,8 @@
 
 #include <QString>
 
+#include <ctime>
 #include <optional>
-
-#include <time.h>
 
 namespace cli {
 

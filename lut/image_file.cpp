@@ -78,7 +78,7 @@ bool isNetpbm(const QByteArray& content) {
 }
 
 QString unknownType(const QByteArray& content) {
-    const QString missing = isTiff(content) ? missingPackage("tiff") : QString();
+    QString missing = isTiff(content) ? missingPackage("tiff") : QString();
     if (!missing.isEmpty()) {
         return missing;
     }
