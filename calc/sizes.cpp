@@ -4,6 +4,8 @@
 #include "calc/make_table.h"
 #include "lut/read_lutfile.h"
 
+#include <set>
+
 namespace tintwell {
 
 std::optional<float> errorAtSize(const Read_LUTFile& from, int size) {
@@ -16,10 +18,14 @@ std::optional<float> errorAtSize(const Read_LUTFile& from, int size) {
                : std::nullopt;
 }
 
-std::optional<int> sizeWithin(const Read_LUTFile& from, float most) {
-    for (const int size : usualSizes) {
+std::optional<int> sizeBelow(const Read_LUTFile& from, float limit) {
+    std::set<int> sizes(usualSizes.begin(), usualSizes.end());
+    if (from.hasTable3D()) {
+        sizes.insert(from.size3D);
+    }
+    for (const int size : sizes) {
         const std::optional<float> error = errorAtSize(from, size);
-        if (error && *error <= most) {
+        if (error && *error < limit) {
             return size;
         }
     }

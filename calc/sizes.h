@@ -14,7 +14,8 @@ inline constexpr std::array usualSizes = {17, 25, 33, 49, 65};
 /// effect of \a from. 0 if \a from has such a lattice: it stays as it is. None if memory runs out.
 std::optional<float> errorAtSize(const Read_LUTFile& from, int size);
 
-/// The smallest of the usual sizes whose error is at most \a most. None if there is none.
-std::optional<int> sizeWithin(const Read_LUTFile& from, float most);
+/// The smallest of the usual sizes and of the table's own whose error is below \a limit. None if
+/// there is none.
+std::optional<int> sizeBelow(const Read_LUTFile& from, float limit);
 
 } // namespace tintwell

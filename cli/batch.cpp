@@ -23,6 +23,7 @@
 #include <exception>
 #include <mutex>
 #include <new>
+#include <set>
 #include <thread>
 #include <tuple>
 
@@ -55,12 +56,16 @@ const char* word(JobStatus status) {
     return "failed";
 }
 
-/// Files that do not exist are older than all others.
+/// Whether a target is older than a source, if there is one to be made from. Where that cannot be
+/// told it is: the job finds out.
 bool isOlder(const QString& target, const QString& source) {
+    if (source.isEmpty()) {
+        return false;
+    }
     const std::optional<timespec> made = timeOfTarget(target);
     const std::optional<timespec> changed = timeOf(source);
-    return !made || (changed && std::tie(made->tv_sec, made->tv_nsec) <
-                                    std::tie(changed->tv_sec, changed->tv_nsec));
+    return !made || !changed ||
+           std::tie(made->tv_sec, made->tv_nsec) < std::tie(changed->tv_sec, changed->tv_nsec);
 }
 
 /// The jobs of a batch, shared by all threads that call work().
@@ -69,6 +74,11 @@ public:
     Progress(const BatchOptions& options, const Batch& batch)
         : m_options(options), m_batch(batch), m_results(batch.jobs.size()) {
         m_timer.start();
+        for (const Job& job : batch.jobs) {
+            if (const std::optional<FileId> id = idOf(job.in)) {
+                m_inputs.insert(*id);
+            }
+        }
     }
 
     const std::vector<JobResult>& results() const { return m_results; }
@@ -113,6 +123,10 @@ private:
         if (isSkipped(job)) {
             return JobStatus::Skipped;
         }
+        if (m_options.mayReplace() && wouldLose(job)) {
+            notes.fail(job.out, QStringLiteral("not written: it is an input"));
+            return JobStatus::Failed;
+        }
         if (m_options.isDryRun) {
             return plan(job, notes) ? JobStatus::Planned : JobStatus::Failed;
         }
@@ -125,20 +139,33 @@ private:
             return timeOfTarget(job.out).has_value();
         case Existing::Update:
             return !isOlder(job.out, job.in) && !isOlder(job.out, m_batch.table);
-        default:
+        case Existing::Fail:
+        case Existing::Replace:
+            break;
+        }
+        return false;
+    }
+
+    /// Whether the output is an input that nobody has asked to replace: its own may be, by --force.
+    bool wouldLose(const Job& job) const {
+        const std::optional<FileId> out = idOf(job.out);
+        if (!out) {
             return false;
         }
+        const bool isOwn = out == idOf(job.in);
+        return isOwn ? m_options.existing == Existing::Update
+                     : m_inputs.count(*out) > 0 || out == idOf(m_batch.table);
     }
 
     bool plan(const Job& job, Notes& notes) const {
         if (QFileInfo(job.in).isDir()) {
             return notes.fail(job.in, isFolder());
         }
-        if (job.in != QLatin1String("-") && access(QFile::encodeName(job.in), R_OK) != 0) {
+        if (!isStandardInput(job.in) && access(QFile::encodeName(job.in), R_OK) != 0) {
             return notes.fail(job.in, tintwell::systemError());
         }
-        return m_options.mayReplace() || !timeOfTarget(job.out) ||
-               notes.fail(job.out, existsAlready());
+        const QString obstacle = obstacleTo({job.out, m_options.mayReplace()});
+        return obstacle.isEmpty() || notes.fail(job.out, obstacle);
     }
 
     void show() const {
@@ -151,6 +178,7 @@ private:
     const BatchOptions& m_options;
     const Batch& m_batch;
     std::vector<JobResult> m_results;
+    std::set<FileId> m_inputs;
     QElapsedTimer m_timer;
     std::atomic<std::size_t> m_next = 0;
     std::mutex m_counting;
@@ -218,6 +246,17 @@ void summarize(const std::vector<JobResult>& results, JobStatus status) {
     }
 }
 
+/// Makes the folder of a batch, or only looks whether it may be there. Returns what is wrong.
+QString folderProblem(const QString& path, bool isDryRun) {
+    if (!isDryRun) {
+        return QDir().mkpath(path) ? QString() : QStringLiteral("the folder cannot be created");
+    }
+    const QFileInfo folder(path);
+    return folder.exists() && !(folder.isDir() && folder.isWritable())
+               ? QStringLiteral("is not a folder that can be written to")
+               : QString();
+}
+
 } // namespace
 
 std::optional<BatchOptions> batchOptions(const CommandLine& line, int jobs) {
@@ -239,7 +278,7 @@ std::optional<BatchOptions> batchOptions(const CommandLine& line, int jobs) {
     options.isDryRun = line.isSet("dry-run");
     options.isQuiet = line.isSet("quiet");
     options.printsJson = line.isSet("json");
-    if (options.printsJson && !options.folder && isStandardOutput(line.operands().last())) {
+    if (options.printsJson && !options.folder && leadsToStandardOutput(line.operands().last())) {
         line.wrong(QStringLiteral("--json and an output to standard output exclude each other"));
         return std::nullopt;
     }
@@ -294,8 +333,11 @@ bool onAnyThreads(int most, const std::function<void()>& work) {
 }
 
 int runBatch(const BatchOptions& options, Batch batch) {
-    if (options.folder && !options.isDryRun && !QDir().mkpath(*options.folder)) {
-        batch.notes.fail(*options.folder, QStringLiteral("the folder cannot be created"));
+    if (options.folder) {
+        const QString problem = folderProblem(*options.folder, options.isDryRun);
+        if (!problem.isEmpty()) {
+            batch.notes.fail(*options.folder, problem);
+        }
     }
     const std::vector<JobResult> results = runAll(options, batch);
     if (!options.isQuiet && !options.isDryRun) {

@@ -36,15 +36,17 @@ struct BatchOptions {
 };
 
 inline constexpr std::array batchOptionList = {
-    Option{"output-directory", "DIR",
-           "Write each input to DIR under its own name, with the extension of --to.",
-           Completion::Folders},
+    Option{
+        "output-directory", "DIR",
+        "Write each input to DIR under its own name, with the extension of --to if that is given.",
+        Completion::Folders},
     Option{"jobs", "N",
            "Work on up to N files of a batch at a time; by default, one per processor, of images "
            "at most 8."},
     Option{"skip-existing", nullptr, "Skip inputs whose output exists already."},
     Option{"update", nullptr,
-           "Skip inputs whose output is not older than they are, and replace older outputs."},
+           "Skip inputs whose output is not older than what it is made from, and replace older "
+           "outputs."},
     Option{"dry-run", nullptr, "Tell what would be done. Nothing is written."},
     Option{"quiet", nullptr, "Print errors only: no notes, no summary."},
     Option{"json", nullptr, "Print JSON, an object for each input."}};

@@ -76,11 +76,16 @@ std::optional<int> CommandLine::parse(const QStringList& arguments, int least, i
     const int count = operands().size();
     if (count < least || count > most) {
         return wrong(QStringLiteral("found %1, expected %2")
-                         .arg(tintwell::counted(count, "operand", "operands"),
-                              *m_command.operands != '\0' ? QLatin1String(m_command.operands)
-                                                          : QLatin1String("none")));
+                         .arg(tintwell::counted(count, "operand", "operands"), expected()));
     }
     return std::nullopt;
+}
+
+QString CommandLine::expected() const {
+    if (m_command.batch != nullptr && isSet("output-directory")) {
+        return QLatin1String(m_command.batch);
+    }
+    return QLatin1String(*m_command.operands != '\0' ? m_command.operands : "none");
 }
 
 bool CommandLine::isSet(const char* option) const {

@@ -102,6 +102,8 @@ public:
     int wrong(const QString& what) const;
 
 private:
+    /// The operands that the options call for.
+    QString expected() const;
     void addOptions(std::span<const Option> options);
     void showHelp() const;
 

@@ -4,6 +4,7 @@
 #include "cli/command.h"
 #include "cli/domain.h"
 #include "cli/images.h"
+#include "cli/numbers.h"
 #include "cli/printable.h"
 #include "cli/standard_output.h"
 #include "cli/words.h"
@@ -14,6 +15,7 @@
 #include <QJsonArray>
 #include <QJsonObject>
 
+#include <algorithm>
 #include <array>
 #include <cstdio>
 
@@ -142,7 +144,8 @@ int judge(const Comparison& found, std::optional<float> tolerance, const QString
         return cli::Done;
     }
     cli::reportFile(second, QStringLiteral("found a difference of up to %1, expected at most %2")
-                                .arg(formatted(found.largest()), formatted(*tolerance)));
+                                .arg(QString::fromLatin1(cli::shortest(found.largest())),
+                                     QString::fromLatin1(cli::shortest(*tolerance))));
     return cli::Failed;
 }
 
@@ -161,7 +164,7 @@ int cli::runCompare(const Command& self, const QStringList& arguments) {
     ImageJob job;
     const std::optional<QString> picture = line.value("picture");
     if (picture) {
-        if (isStandardOutput(*picture)) {
+        if (leadsToStandardOutput(*picture)) {
             return line.wrong(
                 QStringLiteral("--picture needs a file: standard output has the text"));
         }
@@ -186,15 +189,13 @@ int cli::runCompare(const Command& self, const QStringList& arguments) {
         reportFile(*picture, differences.lastError);
         return Failed;
     }
-    if (picture && savePicture(job, differences, second.path) != Done) {
-        return Failed;
-    }
     if (line.isSet("json")) {
         printJson(asJson(found, job.table, second));
     } else {
         print(found);
     }
     const int printed = finishOutput();
+    const int drawn = picture ? savePicture(job, differences, second.path) : Done;
     const int judged = judge(found, tolerance, second.path);
-    return judged == Done ? printed : judged;
+    return std::max({printed, drawn, judged});
 }

@@ -69,7 +69,10 @@ private:
     std::int64_t m_count = 0;
 };
 
-/// The colour of a line, which may have a comment after it.
+bool isBlank(const char* text) {
+    return text[std::strspn(text, " \t\r\n\v\f")] == '\0';
+}
+
 std::optional<Channels> colourIn(const char* line) {
     Channels colour = {};
     for (float& value : colour) {
@@ -79,13 +82,7 @@ std::optional<Channels> colourIn(const char* line) {
         }
         value = *number;
     }
-    line += std::strspn(line, " \t\r\n\v\f");
-    return *line == '\0' || *line == '#' ? std::optional(colour) : std::nullopt;
-}
-
-bool isBlankOrComment(const char* line) {
-    line += std::strspn(line, " \t\r\n\v\f");
-    return *line == '\0' || *line == '#';
+    return isBlank(line) ? std::optional(colour) : std::nullopt;
 }
 
 /// Takes colours from standard input, one a line, until one cannot be read.
@@ -100,13 +97,14 @@ public:
                          .arg(m_line.size() - 2));
                 return std::nullopt;
             }
-            if (isBlankOrComment(m_line.data())) {
+            const char* const text = withoutExtras();
+            if (isBlank(text)) {
                 continue;
             }
-            const std::optional<Channels> colour = colourIn(m_line.data());
+            const std::optional<Channels> colour = colourIn(text);
             if (!colour) {
                 fail(QStringLiteral("found \"%1\", expected three numbers")
-                         .arg(QString::fromUtf8(m_line.data()).simplified().left(60)));
+                         .arg(QString::fromUtf8(text).simplified().left(60)));
             }
             return colour;
         }
@@ -120,6 +118,14 @@ public:
     bool hasFailed() const { return m_hasFailed; }
 
 private:
+    /// The line without a byte order mark before it and a comment after it.
+    const char* withoutExtras() {
+        constexpr const char* mark = "\xEF\xBB\xBF";
+        m_line[std::strcspn(m_line.data(), "#")] = '\0';
+        const bool isMarked = m_number == 1 && std::strncmp(m_line.data(), mark, 3) == 0;
+        return m_line.data() + (isMarked ? 3 : 0);
+    }
+
     static QString input() { return QStringLiteral("standard input"); }
 
     void fail(const QString& what) {
@@ -183,6 +189,9 @@ int cli::runEvaluate(const Command& self, const QStringList& arguments) {
         return Usage;
     }
     const QString path = line.operands().first();
+    if (colours->empty() && isStandardInput(path)) {
+        return line.wrong(QStringLiteral("standard input is the table: expected colours after it"));
+    }
     Table table;
     Notes notes(line.isSet("strict"));
     if (!loadOneTable(*input, path, table, notes)) {

@@ -75,6 +75,7 @@ int cli::runMerge(const Command& self, const QStringList& arguments) {
         reportFile(path, merged.lastError);
         return Failed;
     }
+    noteLostDomain(read.front(), format->kind, path, notes);
     for (const Table& table : read) {
         noteLostTitle(table, path, notes);
     }

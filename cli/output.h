@@ -34,7 +34,8 @@ inline constexpr std::array outputOptionList = {
            Completion::WrittenFormats},
     Option{"size", "N",
            "Points per axis (3D, 2 to 256) or entries (1D, 2 to 1048576). By default, those of the "
-           "input, or 33 (3D) and 1024 (1D) if the input is of the other kind."},
+           "input (the largest of several), or 33 (3D) and 1024 (1D) if the input is of the other "
+           "kind."},
     Option{"out-order", "ORDER",
            "Orders of the output, in the words of --in-order: rgb or bgr, "
            "red-fastest or blue-fastest, or one of each, separated by a comma.",

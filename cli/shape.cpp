@@ -30,7 +30,7 @@ void noteLosses(TableKind kind, const QString& path, const Read_LUTFile& lut, in
 /// "; 49 points per axis would keep it under 1/1023"
 QString betterSize(const Read_LUTFile& lut) {
     constexpr float small = 1.0F / 1023;
-    const std::optional<int> size = tintwell::sizeWithin(lut, small);
+    const std::optional<int> size = tintwell::sizeBelow(lut, small);
     return (size ? QStringLiteral("; ") + sizeText(TableKind::ThreeD, *size)
                  : QStringLiteral("; no usual size up to ") +
                        sizeText(TableKind::ThreeD, tintwell::usualSizes.back())) +

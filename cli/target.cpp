@@ -11,19 +11,14 @@ namespace cli {
 
 namespace {
 
-/// Includes a file that the shell has opened as standard output: it is the shell's to replace.
-bool leadsToStandardOutput(const QString& path) {
-    struct stat file {};
-    struct stat own {};
-    return isStandardOutput(path) || (stat(QFile::encodeName(path).constData(), &file) == 0 &&
-                                      fstat(STDOUT_FILENO, &own) == 0 && !S_ISCHR(file.st_mode) &&
-                                      file.st_dev == own.st_dev && file.st_ino == own.st_ino);
+tintwell::IfExists ifExists(const Target& target) {
+    return target.overwrite ? tintwell::IfExists::Replace : tintwell::IfExists::Keep;
 }
 
 QString reasonOf(const tintwell::SaveError& error) {
     switch (error.kind) {
     case tintwell::SaveError::Exists:
-        return existsAlready();
+        return QStringLiteral("exists already (--force replaces it)");
     case tintwell::SaveError::Unsuitable:
         return error.reason;
     case tintwell::SaveError::NotWritten:
@@ -38,15 +33,21 @@ std::optional<tintwell::SaveError> save(const Target& target, const tintwell::Wr
     }
     // Once, because a run saves to one folder.
     [[maybe_unused]] static const int removed = tintwell::removeLeftOversBeside(target.path);
-    return tintwell::saveFile(
-        target.path, target.overwrite ? tintwell::IfExists::Replace : tintwell::IfExists::Keep,
-        write);
+    return tintwell::saveFile(target.path, ifExists(target), write);
 }
 
 } // namespace
 
 bool isStandardOutput(const QString& path) {
     return path == QLatin1String("-") || path == QLatin1String("/dev/stdout");
+}
+
+bool leadsToStandardOutput(const QString& path) {
+    struct stat file {};
+    struct stat own {};
+    return isStandardOutput(path) || (stat(QFile::encodeName(path).constData(), &file) == 0 &&
+                                      fstat(STDOUT_FILENO, &own) == 0 && !S_ISCHR(file.st_mode) &&
+                                      file.st_dev == own.st_dev && file.st_ino == own.st_ino);
 }
 
 std::optional<timespec> timeOfTarget(const QString& path) {
@@ -60,8 +61,18 @@ std::optional<timespec> timeOf(const QString& path) {
                : std::nullopt;
 }
 
-QString existsAlready() {
-    return QStringLiteral("exists already (--force replaces it)");
+std::optional<FileId> idOf(const QString& path) {
+    struct stat file {};
+    return stat(QFile::encodeName(path).constData(), &file) == 0
+               ? std::optional(FileId(file.st_dev, file.st_ino))
+               : std::nullopt;
+}
+
+QString obstacleTo(const Target& target) {
+    const auto error = leadsToStandardOutput(target.path)
+                           ? std::nullopt
+                           : tintwell::obstacleTo(target.path, ifExists(target));
+    return error ? reasonOf(*error) : QString();
 }
 
 bool saveFile(const Target& target, const tintwell::WriteContent& write, Notes& notes) {

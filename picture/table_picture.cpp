@@ -209,16 +209,17 @@ QImage differenceSlice(const Read_LUTFile& lut, int blue, int next, double ampli
     return image;
 }
 
-/// The largest differences of the entries in each of \a steps.
+/// The largest differences of the entries next to each of \a steps.
 GreyAxis differenceAxis(const Read_LUTFile& lut, int steps, double amplification) {
     GreyAxis axis = tintwell::greyAxis(lut, TableKind::OneD, steps);
     for (int step = 0; step < steps; ++step) {
-        const auto entryAt = [&](std::int64_t place) {
-            return static_cast<int>(place * lut.size1D / steps);
+        const auto entryAt = [&](double place) {
+            const double entry = place * (lut.size1D - 1) / (steps - 1);
+            return std::clamp(static_cast<int>(std::lround(entry)), 0, lut.size1D - 1);
         };
         tintwell::Channels largest = {};
-        const int last = std::max(entryAt(step + 1), entryAt(step) + 1);
-        for (int n = entryAt(step); n < last; ++n) {
+        const int last = entryAt(step + 0.5);
+        for (int n = entryAt(step - 0.5); n <= last; ++n) {
             largest = largestOf(largest, lut.data1D[n]);
         }
         axis.outputs[static_cast<std::size_t>(step)] = amplified(largest, amplification);

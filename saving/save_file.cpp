@@ -127,21 +127,28 @@ QString obstacle(const QFileInfo& info, mode_t mode) {
 
 } // namespace
 
-Result saveFile(const QString& path, IfExists ifExists, const WriteContent& write) {
-    const QFileInfo info(path);
+Result obstacleTo(const QString& path, IfExists ifExists) {
     const mode_t mode = statusOf(path).st_mode;
-    const QString problem = obstacle(info, mode);
+    const QString problem = obstacle(QFileInfo(path), mode);
     if (!problem.isEmpty()) {
         return SaveError{SaveError::Unsuitable, problem};
-    }
-    if (S_ISCHR(mode) || S_ISBLK(mode)) {
-        return writeByMemory(write, [&](int content) { return writeDevice(path, content); });
     }
     if (S_ISREG(mode) && ifExists == IfExists::Keep) {
         errno = EEXIST;
         return systemFailure();
     }
-    return replaceFile(placeOf(info), ifExists, write);
+    return std::nullopt;
+}
+
+Result saveFile(const QString& path, IfExists ifExists, const WriteContent& write) {
+    if (Result problem = obstacleTo(path, ifExists)) {
+        return problem;
+    }
+    const mode_t mode = statusOf(path).st_mode;
+    if (S_ISCHR(mode) || S_ISBLK(mode)) {
+        return writeByMemory(write, [&](int content) { return writeDevice(path, content); });
+    }
+    return replaceFile(placeOf(QFileInfo(path)), ifExists, write);
 }
 
 int removeLeftOversBeside(const QString& path) {

@@ -24,6 +24,10 @@ struct SaveError {
     QString reason;
 };
 
+/// Why saveFile() would not even begin; none if the path is free or has a file that may be
+/// replaced.
+std::optional<SaveError> obstacleTo(const QString& path, IfExists ifExists);
+
 /// Saves a file so that at any time it holds either the old content or the whole new one; returns
 /// why if that fails. A link is kept, and the file it leads to is replaced. Owner, group and
 /// permissions are kept as far as the user may set them.

@@ -254,8 +254,8 @@ constexpr Run runs[] = {
     {"merge wide.cube both.cube --to nvx1d -", 0,
      "wide.cube: note: the domain|wide.cube: note: 2 numbers|wide.cube: note: the 3D|"
      "both.cube: note: the file has both tables|"
-     "both.cube: note: only the 3D table is used; the file has both kinds|-: note: the title|"
-     "-: note: only the grey axis of the merged table is kept, in 1024 entries",
+     "both.cube: note: only the 3D table is used; the file has both kinds|-: note: the domain|"
+     "-: note: the title|-: note: only the grey axis of the merged table is kept, in 1024 entries",
      "Length 1024\n"},
     {"merge up.nvx1d down.nvx1d --to nvx1d -", 0, "",
      "Length 5\n0 0 0 \n0.25 0.25 0.25 \n0.5 0.5 0.5 \n"},
@@ -264,6 +264,8 @@ constexpr Run runs[] = {
     {"merge up.nvx1d down.nvx1d lattice.itx --size 9", 0,
      "lattice.itx: note: the 1D tables become a lattice of 9 points per axis"},
     {"info lattice.itx", 0, "", "\n  identity  yes\n"},
+    {"convert --to cube --dry-run look.cube .", 1, ".: is a folder, expected a file"},
+    {"evaluate --from cube -", 2, "standard input is the table"},
 
     {"compare look.cube order.spi1d --tolerance -1", 2, "found --tolerance -1, expected a number"},
     {"compare look.cube look.cube --picture o.txt", 2, "o.txt: found the extension \"txt\", expec"},
@@ -521,7 +523,7 @@ private Q_SLOTS:
             return program.run("evaluate look.cube");
         };
         check({"", 1, "standard input:5: found \"1 1 x\", expected three numbers", "0 1 1\n1 0.7"},
-              evaluated("# none\n\n -0.1\t1 +1\r\n1 1 .5 # one\n1 1 x\n1 1 1\n"));
+              evaluated("\xEF\xBB\xBF# none\n\n -0.1\t1 +1\r\n1 1 .5#one\n1 1 x\n1 1 1\n"));
         check({"", 1, "standard input:1: found a line of more"},
               evaluated(QByteArray(70'000, '1')));
         const Outcome many = evaluated(QByteArray("1e-3 0.1 1e-50\n").repeated(30'000) + "0 0 0");
@@ -561,6 +563,12 @@ private Q_SLOTS:
         QCOMPARE(statuses(apply + "--update"),
                  "converted failednoise.png: skipped"); // the table's
         QCOMPARE(statuses("apply none.cube good.png --update"), "failednone.cube:");
+        m_folder.file("again/none.spi3d", "old"); // which is no reason to take none.cube as done
+        QCOMPARE(statuses(convert + "--update"), "skipped failednone.cube: skipped");
+        touch("look.cube", 2);
+        QCOMPARE(statuses("apply look.cube again/deep.png --update"), "failedagain/deep.png:");
+        QCOMPARE(statuses("convert --to spi3d --force look.cube again/look.spi3d"),
+                 "failedagain/look.spi3d: failedagain/look.spi3d:");
     }
 
     /// Files are whole or absent after an interruption, and a second run makes the rest.

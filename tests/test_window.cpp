@@ -435,8 +435,8 @@ private Q_SLOTS:
                    !std::equal(a.constBits(), a.constBits() + a.sizeInBytes(), b.constBits(),
                                [](int x, int y) { return std::abs(x - y) <= 2; });
         };
-        const QString in[] = {m_folder.file("a.cube", "DOMAIN_MAX 1 1 3\n" + cube(17)),
-                              m_folder.file("b.cube", "DOMAIN_MIN -1 0 -0.3\n" + cube(17))};
+        const QString in[] = {m_folder.file("a.cube", "DOMAIN_MAX 1 1 3\n" + cube(17, 2)),
+                              m_folder.file("b.cube", "DOMAIN_MIN -1 0 -0.3\n" + cube(17, 2))};
         const QString out = m_folder.path("out.cube");
         for (int way = 0; way < 10; ++way) {
             choose("inputButton", {in[way / 5]});
