@@ -64,7 +64,7 @@ void printMessage(QtMsgType type, const QMessageLogContext& context, const QStri
 /// its name, and a new one would get another. Empty if there is none.
 QString firstLost(int argc, char* argv[]) {
     for (int n = 1; n < argc; ++n) {
-        const QString text = QString::fromLocal8Bit(argv[n]);
+        QString text = QString::fromLocal8Bit(argv[n]);
         if (text.toLocal8Bit() != argv[n]) {
             return text;
         }
