@@ -6,8 +6,10 @@
 #include <QSemaphore>
 #include <QThreadPool>
 
+#include <atomic>
 #include <cstdlib>
 #include <exception>
+#include <memory>
 #include <system_error>
 #include <thread>
 
@@ -24,8 +26,17 @@ bool canStartThread() {
     return true;
 }
 
+/// What a new thread shares with the one that waits for it.
+struct Beginning {
+    QSemaphore running;
+    std::atomic<bool> isDecided = false; ///< set by the first of the two, which thus has its way
+    bool isGivenUp = false;
+};
+
 /// Starts another thread of the pool, which runs as long as the program and begins with \a work.
-bool startThread(int count, const std::function<void()>& work) {
+/// False if it cannot be started; it does no work then, even if it begins later.
+bool startThread(int count, const std::function<void()>& work,
+                 const std::shared_ptr<Beginning>& beginning) {
     constexpr int patience = 30'000; // in milliseconds
     if (!canStartThread()) {
         return false;
@@ -33,24 +44,39 @@ bool startThread(int count, const std::function<void()>& work) {
     QThreadPool& pool = *QThreadPool::globalInstance();
     pool.setMaxThreadCount(count);
     pool.setExpiryTimeout(-1);
-    QSemaphore running;
-    pool.start([&running, work] {
-        running.release();
-        work();
+    pool.start([beginning, work] {
+        const bool isWanted = !beginning->isDecided.exchange(true);
+        beginning->running.release();
+        if (isWanted) {
+            work();
+        }
     });
-    if (!running.tryAcquire(1, patience)) {
-        // Another program has just used up the limit. The pool would otherwise wait for this thread
-        // at exit.
+    beginning->isGivenUp =
+        !beginning->running.tryAcquire(1, patience) && !beginning->isDecided.exchange(true);
+    return !beginning->isGivenUp;
+}
+
+/// Ends the program if a thread that was given up has not begun by now: another program has just
+/// used up the limit. The pool would otherwise wait for this thread at exit.
+void endIfLost(Beginning& beginning) {
+    if (beginning.isGivenUp && !beginning.running.tryAcquire()) {
         report(noImageThread());
         std::_Exit(Failed);
     }
-    return true;
+}
+
+bool startFirstThread() {
+    const auto beginning = std::make_shared<Beginning>();
+    const bool started = startThread(
+        1, [] {}, beginning);
+    endIfLost(*beginning);
+    return started;
 }
 
 } // namespace
 
 bool onImageThread(const std::function<void()>& work) {
-    static const bool started = startThread(1, [] {});
+    static const bool started = startFirstThread();
     if (!started) {
         return false;
     }
@@ -82,10 +108,13 @@ bool onImageThreads(int most, const std::function<void()>& work) {
     }
     QThreadPool::globalInstance()->start(workToEnd);
     int count = 1;
-    while (count < most && startThread(count + 1, workToEnd)) {
+    auto beginning = std::make_shared<Beginning>();
+    while (count < most && startThread(count + 1, workToEnd, beginning)) {
+        beginning = std::make_shared<Beginning>();
         ++count;
     }
     done.acquire(count);
+    endIfLost(*beginning);
     return true;
 }
 

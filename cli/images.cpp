@@ -141,7 +141,7 @@ QImage cli::loadImage(const QString& path, QByteArray& type, Notes& notes) {
 
 bool cli::saveImage(const ImageTarget& to, const QImage& image, Notes& notes) {
     const QString& path = to.target.path;
-    if (to.compression && to.type != "png") {
+    if (to.compression && !tintwell::hasCompression(to.type)) {
         notes.add(path, QStringLiteral("--compression has no effect on %1, only on png")
                             .arg(QString::fromLatin1(to.type)));
     }

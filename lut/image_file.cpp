@@ -2,6 +2,7 @@
 
 #include "lut/bounded_read.h"
 #include "lut/catalogue.h"
+#include "lut/pixel_check.h"
 #include "lut/tiff_samples.h"
 
 #include <QBuffer>
@@ -11,6 +12,7 @@
 #include <QImageWriter>
 
 #include <cstring>
+#include <limits>
 #include <optional>
 #include <utility>
 
@@ -28,6 +30,16 @@ QByteArray typeOf(QBuffer& content) {
         }
     }
     return {};
+}
+
+/// The size that an image's header states; not valid if the header cannot be read. That of a BMP
+/// file with its top row first has a negative height.
+QSize sizeOf(const QImageReader& reader) {
+    const QSize size = reader.size();
+    const bool isTopDown = size.width() >= 0 && size.height() < 0;
+    return isTopDown && size.height() >= -std::numeric_limits<int>::max()
+               ? QSize(size.width(), -size.height())
+               : size;
 }
 
 /// A file that remembers a failed write, and takes the rest without writing it. Image writers do
@@ -116,12 +128,16 @@ ImageFile readImage(const QString& path, std::int64_t mostPixels, Orientation or
     QImageReader reader(&buffer, type);
     reader.setAutoDetectImageFormat(false);
     reader.setAutoTransform(orientation == Orientation::Upright);
-    const QSize size = reader.size();
+    const QSize size = sizeOf(reader);
     if (!size.isValid()) {
-        return noImage(reader.errorString());
+        const bool isTold = reader.error() != QImageReader::UnknownError;
+        return noImage(isTold ? reader.errorString() : QStringLiteral("its header cannot be read"));
     }
     if (std::int64_t{size.width()} * size.height() > mostPixels) {
         return {size, QImage(), QString()};
+    }
+    if (const QString problem = problemOfPixels(*content, type, size); !problem.isEmpty()) {
+        return noImage(problem);
     }
     QImage pixels = reader.read();
     return pixels.isNull()
@@ -131,6 +147,10 @@ ImageFile readImage(const QString& path, std::int64_t mostPixels, Orientation or
 
 bool isDeep(QImage::Format format) {
     return QImage::toPixelFormat(format).redSize() > 8;
+}
+
+bool hasCompression(const QByteArray& type) {
+    return type == "png";
 }
 
 QString writeImage(const QString& path, const QByteArray& type, const QImage& image,
@@ -143,7 +163,7 @@ QString writeImage(const QString& path, const QByteArray& type, const QImage& im
     QImageWriter writer(&file, type);
     if (type == "jpg" || type == "jpeg") {
         writer.setQuality(95); // Qt's default shows bands in gradients
-    } else if (type == "png") {
+    } else if (hasCompression(type)) {
         writer.setQuality(pngQuality(compression.value_or(usualPngLevel(isDeep(image.format())))));
     }
     const bool written = writer.write(image);

@@ -34,6 +34,9 @@ bool isDeep(QImage::Format format);
 /// empty for types that need none.
 QString missingPackage(const QByteArray& type);
 
+/// Whether files of a type, by Qt's name, can be compressed at a level.
+bool hasCompression(const QByteArray& type);
+
 /// Writes an image; \a type is Qt's name for its type. PNG is compressed at the level
 /// \a compression, 0 (not at all) to 9 (most), or at a quick one. Returns what went wrong; empty on
 /// success.

@@ -1,47 +1,85 @@
 #include "lut/tiff_samples.h"
 
-#include <QtEndian>
+#include "lut/bytes.h"
 
+#include <algorithm>
 #include <cstdint>
-#include <cstring>
 #include <optional>
 
 namespace tintwell {
 
 namespace {
 
-constexpr std::uint16_t BitsPerSample = 258;
-constexpr std::uint16_t SampleFormat = 339;
+constexpr std::uint64_t BitsPerSample = 258;
+constexpr std::uint64_t SampleFormat = 339;
 
 /// The numbers in a TIFF file, in its byte order. None beyond its end.
 class TiffNumbers {
 public:
     explicit TiffNumbers(const QByteArray& content)
-        : m_content(content), m_isLittle(content.startsWith('I')) {}
+        : m_content(content),
+          m_order(content.startsWith('I') ? ByteOrder::Little : ByteOrder::Big) {}
 
-    std::optional<std::uint32_t> at16(std::int64_t place) const { return at<std::uint16_t>(place); }
-    std::optional<std::uint32_t> at32(std::int64_t place) const { return at<std::uint32_t>(place); }
-
-private:
-    template <typename Number>
-    std::optional<std::uint32_t> at(std::int64_t place) const {
-        if (place + std::int64_t{sizeof(Number)} > m_content.size()) {
-            return std::nullopt;
-        }
-        const char* const from = m_content.constData() + place;
-        return m_isLittle ? qFromLittleEndian<Number>(from) : qFromBigEndian<Number>(from);
+    std::optional<std::uint64_t> at(std::int64_t place, int size) const {
+        return numberAt(m_content, place, size, m_order);
     }
 
+private:
     const QByteArray& m_content;
-    bool m_isLittle;
+    ByteOrder m_order;
 };
 
-/// The first of the 16-bit numbers of an entry, which has two bytes of a tag, two of a type, four
-/// of a count, and four that hold up to two numbers or the place of more.
-std::optional<std::uint32_t> firstNumber(const TiffNumbers& numbers, std::int64_t entry) {
-    const std::optional<std::uint32_t> count = numbers.at32(entry + 4);
-    const std::optional<std::uint32_t> place = numbers.at32(entry + 8);
-    return count && place && *count > 2 ? numbers.at16(*place) : numbers.at16(entry + 8);
+/// The bytes of a number of an entry's type; 0 for types of anything but whole numbers.
+int sizeOfType(std::uint64_t type) {
+    switch (type) {
+    case 1: // BYTE
+    case 6: // SBYTE
+        return 1;
+    case 3: // SHORT
+    case 8: // SSHORT
+        return 2;
+    case 4: // LONG
+    case 9: // SLONG
+        return 4;
+    case 16: // LONG8
+    case 17: // SLONG8
+        return 8;
+    default:
+        return 0;
+    }
+}
+
+/// The first of the whole numbers of an entry, which has two bytes of a tag, two of a type, four of
+/// a count, and four that hold the numbers or, if they do not fit, their place. 65535 is the most.
+std::optional<int> firstNumber(const TiffNumbers& numbers, std::int64_t entry) {
+    const int size = sizeOfType(numbers.at(entry + 2, 2).value_or(0));
+    const std::uint64_t count = numbers.at(entry + 4, 4).value_or(0);
+    const std::optional<std::uint64_t> place = numbers.at(entry + 8, 4);
+    if (size == 0 || count == 0 || !place) {
+        return std::nullopt;
+    }
+    const bool fits = count * static_cast<std::uint64_t>(size) <= 4;
+    const std::optional<std::uint64_t> number =
+        numbers.at(fits ? entry + 8 : static_cast<std::int64_t>(*place), size);
+    constexpr std::uint64_t most = 65'535;
+    return number ? std::optional(static_cast<int>(std::min(*number, most))) : std::nullopt;
+}
+
+QByteArray nameOf(const TiffSamples& samples) {
+    switch (samples.kind) {
+    case TiffSamples::Unsigned:
+    case TiffSamples::Untold:
+        return "integer samples";
+    case TiffSamples::Signed:
+        return "signed samples";
+    case TiffSamples::Float:
+        return "floating-point samples";
+    case TiffSamples::ComplexInteger:
+    case TiffSamples::ComplexFloat:
+        return "complex samples";
+    default:
+        return "samples of an unknown kind (" + QByteArray::number(samples.kind) + ")";
+    }
 }
 
 } // namespace
@@ -56,16 +94,16 @@ TiffSamples tiffSamples(const QByteArray& content) {
     }
     constexpr std::int64_t entrySize = 12;
     const TiffNumbers numbers(content);
-    const std::int64_t directory = numbers.at32(4).value_or(0);
-    const std::uint32_t count = numbers.at16(directory).value_or(0);
+    const std::int64_t directory = static_cast<std::int64_t>(numbers.at(4, 4).value_or(0));
+    const auto count = static_cast<std::int64_t>(numbers.at(directory, 2).value_or(0));
     TiffSamples samples;
-    for (std::uint32_t n = 0; n < count; ++n) {
+    for (std::int64_t n = 0; n < count; ++n) {
         const std::int64_t entry = directory + 2 + entrySize * n;
-        const std::optional<std::uint32_t> tag = numbers.at16(entry);
+        const std::optional<std::uint64_t> tag = numbers.at(entry, 2);
         if (tag == BitsPerSample) {
-            samples.bits = static_cast<int>(firstNumber(numbers, entry).value_or(0));
+            samples.bits = firstNumber(numbers, entry).value_or(0);
         } else if (tag == SampleFormat) {
-            samples.kind = static_cast<int>(firstNumber(numbers, entry).value_or(1));
+            samples.kind = firstNumber(numbers, entry).value_or(TiffSamples::Unsigned);
         }
     }
     return samples;
@@ -77,13 +115,9 @@ QString problemOf(const TiffSamples& samples) {
     if (isWhole && (samples.bits <= 8 || samples.bits == 16)) {
         return {};
     }
-    const char* const kind = isWhole                               ? "integer"
-                             : samples.kind == TiffSamples::Float  ? "floating-point"
-                             : samples.kind == TiffSamples::Signed ? "signed"
-                                                                   : "complex";
-    return QStringLiteral("holds %1-bit %2 samples, expected unsigned integers of 8 or 16 bits")
+    return QStringLiteral("holds %1-bit %2, expected unsigned integers of 8 or 16 bits")
         .arg(samples.bits)
-        .arg(QLatin1String(kind));
+        .arg(QString::fromLatin1(nameOf(samples)));
 }
 
 } // namespace tintwell

@@ -8,9 +8,17 @@ namespace tintwell {
 /// How a TIFF file stores its samples. Its decoders in the toolkit do not look at the kind, and
 /// take all 16-bit samples as whole numbers.
 struct TiffSamples {
-    enum Kind { Unsigned = 1, Signed = 2, Float = 3, Untold = 4 };
+    enum Kind {
+        Unsigned = 1,
+        Signed = 2,
+        Float = 3,
+        Untold = 4,
+        ComplexInteger = 5,
+        ComplexFloat = 6
+    };
 
-    int bits = 0; ///< per sample, in its first channel; 0 if the file is not TIFF or does not tell
+    int bits = 0; ///< per sample, in its first channel (decoders want all alike); 0 if the file is
+                  ///< not TIFF or does not tell
     int kind = Unsigned;
 };
 

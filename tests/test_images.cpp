@@ -116,6 +116,40 @@ private Q_SLOTS:
             }
         }
     }
+
+    /// What decoders take, with pixels that are wrong or missing, or refuse without a reason.
+    void brokenImages() {
+        const auto encoded = [&](const char* name, QImage::Format format) {
+            picture(64, 64, format).save(m_folder.path(name));
+            return m_folder.content(name);
+        };
+        const QByteArray png = encoded("in.png", QImage::Format_RGBX64);
+        QByteArray bmp = encoded("in.bmp", QImage::Format_RGB888);
+        QByteArray jpg = encoded("in.jpg", QImage::Format_RGB888);
+        jpg.insert(2, QByteArray::fromHex("ffe10006ffd8ffd9")); // an empty image in the metadata
+        const QByteArray trns = QByteArray::fromHex("0000000674524e530000000000006ea60791");
+        const QByteArray tiff = QByteArray::fromHex( // of 32 bits and kind 3, as long numbers
+            "4d4d002a000000080002010200040000000100000020015300040000000100000003");
+        const QString cut = "the file ends before its last pixel";
+        const std::pair<QByteArray, QString> rows[] = {
+            {QByteArray(png).insert(33, trns), "holds 16-bit colours with a transparent one (tRNS),"
+                                               " which cannot be read"},
+            {png.left(20), "its header cannot be read"},
+            {bmp, ""},
+            {bmp.replace(22, 4, QByteArray::fromHex("c0ffffff")), ""}, // the top row first
+            {bmp.chopped(1), cut},
+            {jpg + "\xFF more", ""},
+            {jpg.chopped(2), cut},
+            {jpg.chopped(100), cut},
+            {tiff,
+             "holds 32-bit floating-point samples, expected unsigned integers of 8 or 16 bits"},
+        };
+        for (const auto& [content, error] : rows) {
+            const QString path = m_folder.file("broken", content);
+            QCOMPARE(tintwell::readImage(path, 1 << 24, tintwell::Orientation::Stored).error,
+                     error);
+        }
+    }
 };
 
 QTEST_GUILESS_MAIN(TestImages)
