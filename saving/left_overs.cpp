@@ -16,6 +16,8 @@
 
 #include <dirent.h>
 #include <fcntl.h>
+#include <pthread.h>
+#include <sched.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -56,7 +58,46 @@ void leave(int place) {
     }
 }
 
+// No name may be made that the handler does not see: neither one that is not yet in its place, nor
+// one that another thread makes after the handler has looked.
+std::atomic<int> namesBeingMade = 0;
+std::atomic<bool> isEnding = false;
+
+/// While a file gets its name and the name its place.
+class NameMaking {
+public:
+    NameMaking() {
+        sigset_t all;
+        sigfillset(&all);
+        pthread_sigmask(SIG_SETMASK, &all, &m_before);
+        ++namesBeingMade;
+        if (isEnding) {
+            --namesBeingMade;
+            waitForTheEnd();
+        }
+    }
+    ~NameMaking() {
+        --namesBeingMade;
+        pthread_sigmask(SIG_SETMASK, &m_before, nullptr);
+    }
+    NameMaking(const NameMaking&) = delete;
+    NameMaking& operator=(const NameMaking&) = delete;
+
+private:
+    [[noreturn]] static void waitForTheEnd() {
+        for (;;) {
+            pause();
+        }
+    }
+
+    sigset_t m_before = {};
+};
+
 extern "C" void removeFilesAndEnd(int signal) {
+    isEnding = true;
+    while (namesBeingMade > 0) {
+        sched_yield();
+    }
     for (NamePlace& place : namesInUse) {
         if (const char* const name = place.exchange(nullptr)) {
             unlink(name); // freeing the name is not safe in a handler
@@ -108,6 +149,7 @@ bool TemporaryName::choose(const QByteArray& folder,
                            const std::function<bool(const char* name)>& make) {
     const QByteArray begin =
         folder + '/' + prefix.data() + QByteArray::number(qlonglong{getpid()}) + '-';
+    const NameMaking making;
     bool made = false;
     for (int n = 0; !made && (n == 0 || errno == EEXIST); ++n) {
         m_name = begin + QByteArray::number(n);
