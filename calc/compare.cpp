@@ -120,14 +120,6 @@ float errorOfLattice(const Read_LUTFile& from, const Read_LUTFile& made, Finish&
     return largest;
 }
 
-/// 0 if there is no table of the kind.
-int sizeOf(const Read_LUTFile& lut, TableKind kind) {
-    if (kind == TableKind::ThreeD) {
-        return lut.hasTable3D() ? lut.size3D : 0;
-    }
-    return lut.hasTable1D() ? lut.size1D : 0;
-}
-
 float differenceOf(float a, float b) {
     if (a == b || (std::isnan(a) && std::isnan(b))) {
         return 0;

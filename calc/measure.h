@@ -27,6 +27,19 @@ struct Statistics {
 /// For the table of a kind, which must exist and be in R, G, B order.
 Statistics statisticsOf(const Read_LUTFile& lut, TableKind kind);
 
+/// The kind of the table that colours are put through: the lattice if there is one.
+inline TableKind usedKind(const Read_LUTFile& lut) {
+    return lut.hasTable3D() ? TableKind::ThreeD : TableKind::OneD;
+}
+
+/// Points per axis or entries; 0 if there is no table of the kind.
+inline int sizeOf(const Read_LUTFile& lut, TableKind kind) {
+    if (kind == TableKind::ThreeD) {
+        return lut.hasTable3D() ? lut.size3D : 0;
+    }
+    return lut.hasTable1D() ? lut.size1D : 0;
+}
+
 /// The largest number of the 1D table, infinity included; 0 if all are below.
 float largestSample1D(const Read_LUTFile& lut);
 

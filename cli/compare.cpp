@@ -29,12 +29,9 @@ using tintwell::formatted;
 using tintwell::StatedDomain;
 using tintwell::TableKind;
 
-constexpr std::array<const char*, 3> channelNames = {"red", "green", "blue"};
-
 /// The inputs that a file has its points for. Other domains are about samples.
 StatedDomain inputDomain(const Table& table) {
-    StatedDomain domain =
-        statedDomain(table.lut, table.lut.hasTable3D() ? TableKind::ThreeD : TableKind::OneD);
+    StatedDomain domain = statedDomain(table.lut, tintwell::usedKind(table.lut));
     if (table.format->traits.domain != tintwell::DomainMeaning::Input) {
         domain.max = StatedDomain().max;
     }
@@ -79,12 +76,12 @@ void print(const Comparison& found) {
         printRow("infinite", tintwell::counted(found.nonFinite, "difference"));
     }
     printRow("", QStringLiteral("largest      mean         RMS"));
-    for (std::size_t c = 0; c < channelNames.size(); ++c) {
+    for (std::size_t c = 0; c < cli::channelNames.size(); ++c) {
         const Comparison::Channel& channel = found.channels[c];
-        printRow(channelNames[c], QStringLiteral("%1  %2  %3")
-                                      .arg(formatted(channel.largest), -11)
-                                      .arg(formatted(static_cast<float>(channel.mean)), -11)
-                                      .arg(formatted(static_cast<float>(channel.rms))));
+        printRow(cli::channelNames[c], QStringLiteral("%1  %2  %3")
+                                           .arg(formatted(channel.largest), -11)
+                                           .arg(formatted(static_cast<float>(channel.mean)), -11)
+                                           .arg(formatted(static_cast<float>(channel.rms))));
     }
     if (found.largest() > 0) {
         printRow("where", placeText(found));

@@ -30,8 +30,6 @@ using tintwell::formatted;
 using tintwell::Statistics;
 using tintwell::TableKind;
 
-constexpr std::array<const char*, 3> channelNames = {"red", "green", "blue"};
-
 /// How far a table would be off between its points at another size.
 struct SizeError {
     int size;
@@ -67,11 +65,8 @@ QStringList notesOn(const Facts& facts, const Read_LUTFile& lut) {
 }
 
 TableFacts factsOf(const Read_LUTFile& lut, TableKind kind) {
-    return {kind,
-            kind == TableKind::ThreeD ? lut.size3D : lut.size1D,
-            statedDomain(lut, kind),
-            statisticsOf(lut, kind),
-            {}};
+    return {
+        kind, tintwell::sizeOf(lut, kind), statedDomain(lut, kind), statisticsOf(lut, kind), {}};
 }
 
 /// Without those that memory does not suffice for.
@@ -147,8 +142,8 @@ void printTable(const TableFacts& table, const Format& format) {
     if (const char* const label = cli::domainLabel(table.domain, format)) {
         printRow(label, formatted(table.domain));
     }
-    for (std::size_t c = 0; c < channelNames.size(); ++c) {
-        printRow(channelNames[c], rangeText(table.samples, c));
+    for (std::size_t c = 0; c < cli::channelNames.size(); ++c) {
+        printRow(cli::channelNames[c], rangeText(table.samples, c));
     }
     printRow("identity", identityText(table.samples));
     const char* label = "sizes";

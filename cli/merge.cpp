@@ -2,6 +2,7 @@
 
 #include "calc/compare.h"
 #include "calc/make_table.h"
+#include "calc/measure.h"
 #include "cli/domain.h"
 #include "cli/input.h"
 #include "cli/output.h"
@@ -24,7 +25,7 @@ using tintwell::Tables;
 int largestOf(TableKind kind, Tables tables) {
     int largest = 0;
     for (const Read_LUTFile* const table : tables) {
-        largest = std::max(largest, kind == TableKind::ThreeD ? table->size3D : table->size1D);
+        largest = std::max(largest, tintwell::sizeOf(*table, kind));
     }
     return largest > 0 ? largest : cli::usualSize(kind);
 }

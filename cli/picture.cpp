@@ -1,5 +1,6 @@
 // picture LUT OUT.png: draws a table.
 
+#include "calc/measure.h"
 #include "cli/command.h"
 #include "cli/domain.h"
 #include "cli/images.h"
@@ -12,9 +13,8 @@ namespace {
 
 /// "cube, 3D, 33 points per axis, domain 0 to 1"
 QString describe(const cli::Table& table) {
-    using tintwell::TableKind;
-    const TableKind kind = table.lut.hasTable3D() ? TableKind::ThreeD : TableKind::OneD;
-    const int size = kind == TableKind::ThreeD ? table.lut.size3D : table.lut.size1D;
+    const tintwell::TableKind kind = tintwell::usedKind(table.lut);
+    const int size = tintwell::sizeOf(table.lut, kind);
     const tintwell::StatedDomain domain = statedDomain(table.lut, kind);
 
     QStringList facts = {QLatin1String(table.format->name), QLatin1String(kindName(kind)),

@@ -2,6 +2,7 @@
 
 #include "calc/compare.h"
 #include "calc/make_table.h"
+#include "calc/measure.h"
 #include "calc/sizes.h"
 #include "cli/report.h"
 #include "cli/words.h"
@@ -58,7 +59,7 @@ void noteError(const QString& path, float error, Notes& notes, const Remedy& rem
 
 Read_LUTFile* reshaped(const Format& format, std::optional<int> size, const QString& path,
                        Read_LUTFile& lut, Read_LUTFile& made, Notes& notes) {
-    const int present = format.kind == TableKind::ThreeD ? lut.size3D : lut.size1D;
+    const int present = tintwell::sizeOf(lut, format.kind);
     const int wanted = sizeIn(format, size, present > 0 ? present : usualSize(format.kind));
     noteLosses(format.kind, path, lut, wanted, notes);
     if (present == wanted) {

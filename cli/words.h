@@ -4,9 +4,13 @@
 
 #include <QString>
 
+#include <array>
+
 namespace cli {
 
 // Words that several commands share.
+
+inline constexpr std::array<const char*, 3> channelNames = {"red", "green", "blue"};
 
 /// "1024 entries"
 QString entriesText(int size);

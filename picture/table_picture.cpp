@@ -89,8 +89,7 @@ public:
         const QRect before = after.translated(0, -RampHeight);
         const QRect area(left, panel.top() + CaptionHeight, after.width(),
                          before.top() - TickHeight - panel.top() - CaptionHeight);
-        const TableKind kind = lut.hasTable3D() ? TableKind::ThreeD : TableKind::OneD;
-        const GreyAxis axis = tintwell::greyAxis(lut, kind, area.width());
+        const GreyAxis axis = tintwell::greyAxis(lut, tintwell::usedKind(lut), area.width());
         const Plot plot(area, axis);
         plot.draw(m_painter, tintwell::DarkStyle);
         labelTicks(area, plot);
@@ -168,8 +167,8 @@ private:
 /// 1, 2 or 5 times a power of ten, by which the largest finite difference becomes 0.4 to 1; 1 if
 /// there is none.
 double amplificationOf(const Read_LUTFile& differences) {
-    const TableKind kind = differences.hasTable3D() ? TableKind::ThreeD : TableKind::OneD;
-    const tintwell::Channels largest = statisticsOf(differences, kind).max;
+    const tintwell::Channels largest =
+        statisticsOf(differences, tintwell::usedKind(differences)).max;
     const auto most = static_cast<double>(std::max({largest[0], largest[1], largest[2]}));
     if (!(most > 0)) { // minus infinity if no difference is finite
         return 1;
