@@ -11,9 +11,8 @@
 
 #include <sys/stat.h>
 
-#include <algorithm>
 #include <cstdio>
-#include <iterator>
+#include <cstdlib>
 
 namespace {
 
@@ -42,11 +41,36 @@ bool asksForText(int argc, char* argv[]) {
            (arguments.isSet(QStringLiteral("help")) || arguments.isSet(QStringLiteral("version")));
 }
 
-/// Whether the environment names a display, or a platform, which may need none.
-bool hasDisplay() {
-    const char* const names[] = {"DISPLAY", "WAYLAND_DISPLAY", "WAYLAND_SOCKET", "QT_QPA_PLATFORM"};
-    return std::any_of(std::begin(names), std::end(names),
-                       [](const char* name) { return !qEnvironmentVariableIsEmpty(name); });
+/// The platform to ask of Qt, which by itself tries X alone. Null where the user has chosen one,
+/// and where there is X.
+const char* chosenPlatform() {
+    const auto named = [](const char* name) { return !qEnvironmentVariableIsEmpty(name); };
+    if (named("QT_QPA_PLATFORM") || named("DISPLAY")) {
+        return nullptr;
+    }
+    return named("WAYLAND_DISPLAY") || named("WAYLAND_SOCKET") ? "wayland" : noDisplay;
+}
+
+/// Says why no window opens, and what to do without one.
+void explainMissingDisplay(const char* reason) {
+    std::fprintf(stderr,
+                 "tintwell: %s; tintwell-cli needs none: tintwell-cli convert look.cube "
+                 "result.cube --size 17\n",
+                 reason);
+}
+
+/// Handles Qt's messages while the display is opened: Qt would abort if it can open none.
+void endWithoutDisplay(QtMsgType type, const QMessageLogContext& context, const QString& text) {
+    if (type != QtFatalMsg) {
+        std::fprintf(stderr, "%s\n", qUtf8Printable(qFormatLogMessage(type, context, text)));
+        return;
+    }
+    const bool wayland = qgetenv("QT_QPA_PLATFORM").startsWith("wayland");
+    // The text lists the plug-ins that there are.
+    explainMissingDisplay(wayland && !text.contains(QLatin1String("wayland"))
+                              ? "the display cannot be opened without the package qtwayland5"
+                              : "the display cannot be opened");
+    std::_Exit(1);
 }
 
 QIcon windowIcon() {
@@ -113,18 +137,19 @@ int main(int argc, char* argv[]) {
     QCoreApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
     QGuiApplication::setHighDpiScaleFactorRoundingPolicy(
         Qt::HighDpiScaleFactorRoundingPolicy::PassThrough);
-    const bool displayed = hasDisplay();
-    if (!displayed) {
-        // The application is still needed to tell Qt's own options from wrong ones.
-        qputenv("QT_QPA_PLATFORM", noDisplay);
+    const char* const platform = chosenPlatform();
+    if (platform != nullptr) {
+        qputenv("QT_QPA_PLATFORM", platform);
     }
+    const QtMessageHandler usual = qInstallMessageHandler(endWithoutDisplay);
     const QApplication app(argc, argv);
+    qInstallMessageHandler(usual);
     QGuiApplication::setWindowIcon(windowIcon());
     QGuiApplication::setDesktopFileName(QStringLiteral("tintwell"));
     arguments.process(app);
-    if (!displayed && QGuiApplication::platformName() == QLatin1String(noDisplay)) {
-        std::fputs("tintwell: there is no display: neither DISPLAY nor WAYLAND_DISPLAY is set\n",
-                   stderr);
+    // Without a display, the application was still needed to tell Qt's own options from wrong ones.
+    if (platform == noDisplay && QGuiApplication::platformName() == QLatin1String(noDisplay)) {
+        explainMissingDisplay("there is no display: neither DISPLAY nor WAYLAND_DISPLAY is set");
         return 1;
     }
 

@@ -23,7 +23,7 @@ namespace {
 // A word is one channel of a pixel. A pixel is four words: R, G, B, and alpha or padding.
 
 template <typename Word>
-constexpr auto fullScale = static_cast<float>(std::numeric_limits<Word>::max());
+constexpr auto largestCode = static_cast<float>(std::numeric_limits<Word>::max());
 
 /// The value of each code of a channel, in order.
 template <typename Word, typename Map>
@@ -32,7 +32,7 @@ auto mapCodes(Map&& map) {
     std::vector<decltype(map(0.0F))> mapped;
     mapped.reserve(count);
     for (int code = 0; code < count; ++code) {
-        mapped.push_back(map(static_cast<float>(code) / fullScale<Word>));
+        mapped.push_back(map(static_cast<float>(code) / largestCode<Word>));
     }
     return mapped;
 }
@@ -40,7 +40,7 @@ auto mapCodes(Map&& map) {
 template <typename Word>
 Word toCode(float value) {
     const float inside = value > 0 ? std::min(value, 1.0F) : 0.0F; // NaN is black
-    return static_cast<Word>(inside * fullScale<Word> + 0.5F);
+    return static_cast<Word>(inside * largestCode<Word> + 0.5F);
 }
 
 /// Calls \a visit(pixel) for each pixel until it returns false. True if every pixel was visited.

@@ -195,7 +195,7 @@ std::vector<JobResult> runAll(const BatchOptions& options, const Batch& batch) {
     return progress.results();
 }
 
-QJsonObject asJson(const Job& job, const JobResult& result) {
+QJsonObject resultAsJson(const Job& job, const JobResult& result) {
     QJsonObject object = {{QStringLiteral("path"), job.in},
                           {QStringLiteral("output"), job.out},
                           {QStringLiteral("status"), QLatin1String(word(result.status))},
@@ -210,7 +210,7 @@ QJsonObject asJson(const Job& job, const JobResult& result) {
 int printResults(const Batch& batch, const std::vector<JobResult>& results) {
     QJsonArray array;
     for (std::size_t n = 0; n < results.size(); ++n) {
-        array.append(asJson(batch.jobs[n], results[n]));
+        array.append(resultAsJson(batch.jobs[n], results[n]));
     }
     printJson(array);
     return finishOutput();

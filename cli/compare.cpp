@@ -65,39 +65,29 @@ QString placeText(const Comparison& found) {
     return QStringLiteral("input %1 (%2)").arg(numbers(found.input), place);
 }
 
-void printRow(const char* name, const QString& value) {
+void printFigure(const char* name, const QString& value) {
     std::printf("%-9s  %s\n", name, qUtf8Printable(value));
 }
 
 void print(const Comparison& found) {
-    printRow("compared", wayText(found));
-    printRow("identical", found.isIdentical ? QStringLiteral("yes") : QStringLiteral("no"));
+    printFigure("compared", wayText(found));
+    printFigure("identical", found.isIdentical ? QStringLiteral("yes") : QStringLiteral("no"));
     if (found.nonFinite > 0) {
-        printRow("infinite", tintwell::counted(found.nonFinite, "difference"));
+        printFigure("infinite", tintwell::counted(found.nonFinite, "difference"));
     }
-    printRow("", QStringLiteral("largest      mean         RMS"));
+    printFigure("", QStringLiteral("largest      mean         RMS"));
     for (std::size_t c = 0; c < cli::channelNames.size(); ++c) {
         const Comparison::Channel& channel = found.channels[c];
-        printRow(cli::channelNames[c], QStringLiteral("%1  %2  %3")
-                                           .arg(formatted(channel.largest), -11)
-                                           .arg(formatted(static_cast<float>(channel.mean)), -11)
-                                           .arg(formatted(static_cast<float>(channel.rms))));
+        printFigure(cli::channelNames[c], QStringLiteral("%1  %2  %3")
+                                              .arg(formatted(channel.largest), -11)
+                                              .arg(formatted(static_cast<float>(channel.mean)), -11)
+                                              .arg(formatted(static_cast<float>(channel.rms))));
     }
     if (found.largest() > 0) {
-        printRow("where", placeText(found));
-        printRow("first", numbers(found.first));
-        printRow("second", numbers(found.second));
+        printFigure("where", placeText(found));
+        printFigure("first", numbers(found.first));
+        printFigure("second", numbers(found.second));
     }
-}
-
-/// Numbers that are not finite become null.
-template <typename Values>
-QJsonArray asJson(const Values& values) {
-    QJsonArray array;
-    for (const auto value : values) {
-        array.append(static_cast<double>(value));
-    }
-    return array;
 }
 
 QJsonObject asJson(const Comparison& found, const Table& first, const Table& second) {
@@ -109,19 +99,20 @@ QJsonObject asJson(const Comparison& found, const Table& first, const Table& sec
          QLatin1String(found.by == ComparedBy::Points ? "points" : "evaluated")},
         {QStringLiteral("kind"), QLatin1String(kindName(found.kind))},
         {QStringLiteral("size"), found.size},
-        {QStringLiteral("inputMin"), asJson(found.from)},
-        {QStringLiteral("inputMax"), asJson(found.to)},
+        {QStringLiteral("inputMin"), cli::jsonNumbers(found.from)},
+        {QStringLiteral("inputMax"), cli::jsonNumbers(found.to)},
         {QStringLiteral("identical"), found.isIdentical},
-        {QStringLiteral("largest"), asJson(Channels{red.largest, green.largest, blue.largest})},
-        {QStringLiteral("mean"), asJson(std::array{red.mean, green.mean, blue.mean})},
-        {QStringLiteral("rms"), asJson(std::array{red.rms, green.rms, blue.rms})},
+        {QStringLiteral("largest"),
+         cli::jsonNumbers(Channels{red.largest, green.largest, blue.largest})},
+        {QStringLiteral("mean"), cli::jsonNumbers(std::array{red.mean, green.mean, blue.mean})},
+        {QStringLiteral("rms"), cli::jsonNumbers(std::array{red.rms, green.rms, blue.rms})},
         {QStringLiteral("nonFinite"), static_cast<qint64>(found.nonFinite)}};
     if (found.largest() > 0) {
         object.insert(QStringLiteral("where"),
-                      QJsonObject{{QStringLiteral("input"), asJson(found.input)},
-                                  {QStringLiteral("index"), asJson(found.index)},
-                                  {QStringLiteral("first"), asJson(found.first)},
-                                  {QStringLiteral("second"), asJson(found.second)}});
+                      QJsonObject{{QStringLiteral("input"), cli::jsonNumbers(found.input)},
+                                  {QStringLiteral("index"), cli::jsonNumbers(found.index)},
+                                  {QStringLiteral("first"), cli::jsonNumbers(found.first)},
+                                  {QStringLiteral("second"), cli::jsonNumbers(found.second)}});
     }
     return object;
 }

@@ -29,7 +29,7 @@ QByteArray inWords(const Channels& colour, const char* between) {
 }
 
 /// JSON has no infinity and no NaN.
-QByteArray asJson(const Channels& colour) {
+QByteArray jsonText(const Channels& colour) {
     QByteArray text;
     for (const float value : colour) {
         text += text.isEmpty() ? "[" : ", ";
@@ -48,7 +48,7 @@ public:
         tintwell::lookUp(m_lut, in.data(), out.data());
         if (m_isJson) {
             std::fputs(m_count++ == 0 ? "[\n" : ",\n", stdout);
-            put("    {\"in\": " + asJson(in) + ", \"out\": " + asJson(out) + '}');
+            put("    {\"in\": " + jsonText(in) + ", \"out\": " + jsonText(out) + '}');
         } else {
             put(inWords(out, " ") + '\n');
         }

@@ -23,7 +23,7 @@ void printTable() {
     }
 }
 
-QJsonArray asJson() {
+QJsonArray catalogueAsJson() {
     QJsonArray formats;
     for (const Format& format : catalogue) {
         formats.append(QJsonObject{
@@ -47,7 +47,7 @@ int cli::runFormats(const Command& self, const QStringList& arguments) {
         return *status;
     }
     if (line.isSet("json")) {
-        printJson(asJson());
+        printJson(catalogueAsJson());
     } else {
         printTable();
     }

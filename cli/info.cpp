@@ -167,24 +167,19 @@ void print(const Facts& facts) {
     printRows("note", facts.notes);
 }
 
-QJsonArray asJson(const Channels& values) {
-    return {static_cast<double>(values[0]), static_cast<double>(values[1]),
-            static_cast<double>(values[2])};
-}
-
 QJsonObject asJson(const TableFacts& table, const Format& format) {
     const Statistics& samples = table.samples;
     QJsonObject object = {
         {QStringLiteral("kind"), QLatin1String(kindName(table.kind))},
         {QStringLiteral("size"), table.size},
-        {QStringLiteral("min"), asJson(samples.min)},
-        {QStringLiteral("max"), asJson(samples.max)},
+        {QStringLiteral("min"), cli::jsonNumbers(samples.min)},
+        {QStringLiteral("max"), cli::jsonNumbers(samples.max)},
         {QStringLiteral("nonFinite"), static_cast<qint64>(samples.nonFiniteCount)},
         {QStringLiteral("identity"), samples.isIdentity()},
         {QStringLiteral("maxDeviation"), static_cast<double>(samples.maxDeviation)}};
     if (const QLatin1String label(cli::domainLabel(table.domain, format)); !label.isEmpty()) {
-        object.insert(label + QStringLiteral("Min"), asJson(table.domain.min));
-        object.insert(label + QStringLiteral("Max"), asJson(table.domain.max));
+        object.insert(label + QStringLiteral("Min"), cli::jsonNumbers(table.domain.min));
+        object.insert(label + QStringLiteral("Max"), cli::jsonNumbers(table.domain.max));
     }
     if (!table.errors.empty()) {
         QJsonArray sizes;

@@ -10,6 +10,16 @@ namespace cli {
 void printJson(const QJsonArray& array);
 void printJson(const QJsonObject& object);
 
+/// Numbers that are not finite become null.
+template <typename Values>
+QJsonArray jsonNumbers(const Values& values) {
+    QJsonArray array;
+    for (const auto value : values) {
+        array.append(static_cast<double>(value));
+    }
+    return array;
+}
+
 /// The entry for a file that could not be read, in an array of files.
 QJsonObject failureAsJson(const QString& path, const QString& error);
 

@@ -58,7 +58,7 @@ bool parseWidth(std::string_view line, Read_LUTFile& lut) {
     return true;
 }
 
-void parseLength(std::string_view line, Read_LUTFile& lut) {
+void parseShaperLength(std::string_view line, Read_LUTFile& lut) {
     int length = 0;
     if (scan(valuesOf(line, "lutLength"), length) == 1) {
         lut.setSize1D(length);
@@ -161,7 +161,7 @@ bool readHeaderLine(Keyword keyword, std::string_view line, const LineSource& li
         return parseWidth(line, lut) ||
                failAtLine(lut, lines, QStringLiteral("three equal widths"));
     case Keyword::Length:
-        parseLength(line, lut);
+        parseShaperLength(line, lut);
         return true;
     case Keyword::End:
         return false;

@@ -1,3 +1,4 @@
+# shellcheck shell=bash
 # Sourced by the scripts that try something in a Debian as it comes. They need root, and a Debian mirror
 # (MIRROR, unless it is the usual one).
 

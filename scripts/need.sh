@@ -1,4 +1,13 @@
+# shellcheck shell=bash
 # Sourced by ./run, ./test and the scripts that build something.
+
+# Where builds go, a folder for each preset: in the checkout, unless TINTWELL_BUILD_DIR names another place.
+sources=$(CDPATH='' cd -- "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
+builds=$(realpath -m -- "${TINTWELL_BUILD_DIR:-$sources/build}")
+
+# Needed by every build.
+# shellcheck disable=SC2034  # used by those who source this
+build_packages=(ca-certificates cmake g++ ninja-build qtbase5-dev)
 
 # need PACKAGE...: installs those of the Debian packages that are missing; prints nothing if there
 # are none.
@@ -16,35 +25,96 @@ need() {
     if [ ${#missing[@]} -eq 0 ]; then
         return
     fi
-    local as_root=()
-    if [ "$(id -u)" -ne 0 ]; then
-        if ! command -v sudo >/dev/null; then
-            echo "These packages are missing, and there is no sudo to install them: ${missing[*]}" >&2
-            exit 1
-        fi
-        as_root=(sudo)
+    if [ "$(id -u)" -ne 0 ] && ! command -v sudo >/dev/null; then
+        echo "These packages are missing, and there is no sudo to install them: ${missing[*]}" >&2
+        exit 1
     fi
     echo "Installing ${missing[*]}"
-    if ! { "${as_root[@]}" apt-get update -qq &&
-        "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive \
-            apt-get install -y -qq --no-install-recommends "${missing[@]}"; } >/dev/null; then
+    if ! apt_get update; then
+        # One broken or expired repository is enough for that.
+        echo "Not all package lists could be renewed; going on with those that there are."
+    fi
+    if ! apt_get install -y --no-install-recommends "${missing[@]}"; then
+        echo "$apt_errors" >&2
         echo "apt-get could not install: ${missing[*]}" >&2
         exit 1
     fi
 }
 
-# Needed by every build.
-build_packages=(ca-certificates cmake g++ ninja-build qtbase5-dev)
+# apt-get as root, which waits while another package manager is at work. Leaves its messages in
+# $apt_errors.
+apt_get() {
+    local as_root=() waited
+    if [ "$(id -u)" -ne 0 ]; then
+        as_root=(sudo)
+    fi
+    for waited in {0..120}; do
+        # The time limit is for dpkg's own lock; those of lists and archives know none.
+        if apt_errors=$("${as_root[@]}" env LC_ALL=C DEBIAN_FRONTEND=noninteractive \
+            apt-get -qq -o DPkg::Lock::Timeout=600 "$@" 2>&1 >/dev/null); then
+            return 0
+        fi
+        if [[ $apt_errors != *"Could not get lock"* ]]; then
+            return 1
+        fi
+        if [ "$waited" -eq 0 ]; then
+            echo "Another package manager is at work; waiting for it ..."
+        fi
+        sleep 5
+    done
+    return 1
+}
 
-# build PRESET [TARGET...]: configures and builds; prints the log if that fails.
+# build PRESET [TARGET...]: configures and builds in $builds/PRESET, with $compiler if that is set; prints
+# the log if that fails.
 build() {
-    local preset=$1 log
+    local preset=$1 folder=$builds/$1 log=$builds/$1/build.log
     shift
-    log=build/$preset/build.log
-    mkdir -p "build/$preset"
-    if ! { cmake --preset "$preset" && cmake --build --preset "$preset" ${1:+--target "$@"}; } \
-        >"$log" 2>&1; then
-        cat "$log" >&2
+    if ! { mkdir -p "$folder" && touch "$log" && [ -f "$log" ]; } 2>/dev/null; then
+        echo "$log cannot be written by $(id -un). Set TINTWELL_BUILD_DIR to a folder for builds," \
+            "or give $builds to this user." >&2
         exit 1
     fi
+    # The open log is also the lock.
+    if configure_and_build "$@" 9>>"$log"; then
+        return
+    fi
+    cat "$log" >&2
+    exit 1
+}
+
+configure_and_build() {
+    if command -v flock >/dev/null && ! flock --nonblock 9; then
+        echo "Another build is at work in $folder; waiting for it ..." >&2
+        flock 9
+    fi
+    : >"$log"
+    forget_other_place "$folder"
+    (cd "$sources" && cmake --preset "$preset" -B "$folder" \
+        ${compiler:+-D "CMAKE_CXX_COMPILER=$compiler"}) >&9 2>&1 &&
+        cmake --build "$folder" ${1:+--target "$@"} >&9 2>&1
+}
+
+# CMake refuses a folder that was configured for another one, as after a move or a copy of the checkout.
+forget_other_place() {
+    local cache=$1/CMakeCache.txt
+    if [ ! -f "$cache" ] || { [ "$(cached CMAKE_HOME_DIRECTORY)" -ef "$sources" ] &&
+        [ "$(cached CMAKE_CACHEFILE_DIR)" -ef "$1" ]; }; then
+        return
+    fi
+    echo "$1 was built elsewhere; starting over ..." >&2
+    find "$1" -mindepth 1 ! -path "$log" -delete
+}
+
+# The value of a variable in $cache.
+cached() {
+    sed -n "s/^$1:[A-Z]*=//p" "$cache"
+}
+
+# step COMMAND...: says what is done, and how long it took.
+step() {
+    local start=$SECONDS
+    echo "$* ..."
+    "$@" || exit
+    echo "$*: $((SECONDS - start)) s"
 }

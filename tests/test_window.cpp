@@ -298,8 +298,17 @@ private Q_SLOTS:
         }
         for (const QString answer :
              {"-h 0 [file]", "--help 0 [file]", "--help-all 0 --platform <",
-              "--version 0 Tintwell ", "--nonsense 1 'nonsense'", "-style=fusion 1 no display"}) {
-            start({answer.section(' ', 0, 0)});
+              "--version 0 Tintwell ", "--nonsense 1 'nonsense'", "-style=fusion 1 no display",
+              "DISPLAY 1 tintwell-cli needs none", "WAYLAND_DISPLAY 1 cannot be opened",
+              "QT_QPA_PLATFORM 1 cannot be opened"}) {
+            const QString word = answer.section(' ', 0, 0);
+            if (word.startsWith('-')) {
+                start({word});
+            } else {
+                environment.insert(word, ":dead");
+                start({});
+                environment.remove(word);
+            }
             QVERIFY(program.waitForFinished());
             QCOMPARE(program.exitCode(), answer.section(' ', 1, 1).toInt());
             const QString text = program.readAllStandardOutput() + program.readAllStandardError();
