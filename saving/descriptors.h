@@ -16,6 +16,9 @@ bool openMissingStandardDescriptors();
 /// The text for `errno`.
 QString systemError();
 
+/// Takes the status of a call whose failure changes nothing; some C libraries want it to be used.
+inline void ignore(int /*status*/) {}
+
 /// A file descriptor, closed by the destructor. Negative if opening failed.
 class Descriptor {
 public:

@@ -91,11 +91,11 @@ void NewFile::takeRights() const {
     const int file = m_file.number();
     if (fchown(file, m_old->st_uid, m_old->st_gid) != 0) {
         constexpr auto unchanged = static_cast<uid_t>(-1);
-        static_cast<void>(fchown(file, unchanged, m_old->st_gid));
+        ignore(fchown(file, unchanged, m_old->st_gid));
     }
     struct stat own {};
     if (fstat(file, &own) == 0) {
-        static_cast<void>(fchmod(file, suitableMode(*m_old, own)));
+        ignore(fchmod(file, suitableMode(*m_old, own)));
     }
 }
 

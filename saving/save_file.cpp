@@ -56,7 +56,7 @@ bool reserve(int file, off_t size, off_t sizeBefore) {
         return true;
     }
     const int reason = errno;
-    static_cast<void>(ftruncate(file, sizeBefore)); // frees what was reserved before the failure
+    ignore(ftruncate(file, sizeBefore)); // frees what was reserved before the failure
     errno = reason;
     return reason != ENOSPC && reason != EDQUOT && reason != EFBIG;
 }
@@ -107,7 +107,7 @@ QFileInfo placeOf(const QFileInfo& info) {
 
 struct stat statusOf(const QString& path) {
     struct stat status {};
-    static_cast<void>(stat(QFile::encodeName(path).constData(), &status));
+    ignore(stat(QFile::encodeName(path).constData(), &status));
     return status;
 }
 

@@ -1,10 +1,10 @@
 # shellcheck shell=bash
-# Sourced by the scripts that try something in a Debian as it comes. They need root, and a Debian mirror
+# Sourced, after need.sh, by the scripts that try something in a Debian as it comes. They need root, and a Debian mirror
 # (MIRROR, unless it is the usual one).
 
 # Everything is mounted out of sight of the machine, so that nothing stays mounted whatever happens.
 if [ -z "${IN_OWN_MOUNTS:-}" ]; then
-    IN_OWN_MOUNTS=1 exec unshare --mount "$0" "$@"
+    IN_OWN_MOUNTS=1 exec unshare --mount "$sources/scripts/$(basename "$0")" "$@"
 fi
 
 # fresh_debian SUITE: makes one in a folder, $root, that is removed at the end. It has an ordinary
@@ -19,6 +19,7 @@ fresh_debian() {
     mount -t proc proc "$root/proc"
     mount --rbind /dev "$root/dev"
     as_root useradd -m -s /bin/bash me
+    chmod 755 "$root/home/me"
     echo 'me ALL=(ALL) NOPASSWD: ALL' >"$root/etc/sudoers.d/me"
 }
 

@@ -115,6 +115,6 @@ cached() {
 step() {
     local start=$SECONDS
     echo "$* ..."
-    "$@" || exit
+    "$@" # which ends the script if it fails
     echo "$*: $((SECONDS - start)) s"
 }
