@@ -7,7 +7,10 @@ function(tintwell_target target)
     CXX_EXTENSIONS OFF
     POSITION_INDEPENDENT_CODE ON)
   target_compile_definitions(${target} PRIVATE QT_NO_KEYWORDS QT_NO_CAST_FROM_ASCII)
-  target_compile_options(${target} PRIVATE -Wall -Wextra -Wpedantic -Wconversion -Wshadow)
+  target_compile_options(${target} PRIVATE
+    -Wall -Wextra -Wpedantic -Wconversion -Wshadow
+    # A time in a program would make each build differ.
+    -Wdate-time)
   if(CMAKE_CXX_COMPILER_ID MATCHES "Clang")
     # Qt's logging macros leave their variadic part empty.
     target_compile_options(${target} PRIVATE -Wno-gnu-zero-variadic-macro-arguments)
