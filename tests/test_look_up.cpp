@@ -15,7 +15,7 @@ using tintwell::compositionError;
 using tintwell::resamplingError;
 using tintwell::TableKind;
 
-using Codes = std::array<unsigned long, 3>;
+using Codes = std::array<std::uint64_t, 3>;
 
 /// By the reciprocal of the domain's width, times the last index.
 float positionOf(float value, float min, float max, int last) {
@@ -342,11 +342,11 @@ private Q_SLOTS:
         for (const int size : {2, 3, 4, 16, 17, 33, 65, 90}) {
             Read_LUTFile lut(nullptr);
             samples::fillRandom(lut, size, 8, -0.5F, 1.5F); // negative sums wrap
-            const unsigned long step = 255UL / static_cast<unsigned long>(size - 1);
+            const auto step = 255U / static_cast<std::uint64_t>(size - 1);
             for (int n = 0; n < 5'000; ++n) {
                 Codes in = {random() % 300, random() % 256, random() % 256};
                 if (n % 3 == 0) { // force ties of the remainders
-                    unsigned long& other = in[n % 2 == 0 ? 1 : 2];
+                    std::uint64_t& other = in[n % 2 == 0 ? 1 : 2];
                     other = in[0] % step + other / step * step;
                 }
                 QCOMPARE(lookedUp(lut, in), inLatticeOfCodes(lut, in));
