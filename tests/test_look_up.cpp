@@ -75,13 +75,13 @@ QVector<float> inLattice(const Read_LUTFile& lut, const QVector<float>& in) {
 }
 
 Codes inLatticeOfCodes(const Read_LUTFile& lut, const Codes& in) {
-    const auto last = static_cast<std::size_t>(lut.size3D - 1);
-    const std::size_t step = 255 / last;
-    const auto at = [&](std::size_t code) { return std::min(code / step, last); };
-    const Codes sum =
-        bySorting(lut, {at(in[0]), at(in[1]), at(in[2])},
-                  {in[0] % step, in[1] % step, in[2] % step}, step, std::size_t{2},
-                  [](float value) { return static_cast<std::size_t>(std::int64_t(value * 255)); });
+    const auto last = static_cast<std::uint64_t>(lut.size3D - 1);
+    const std::uint64_t step = 255 / last;
+    const auto at = [&](std::uint64_t code) { return std::size_t(std::min(code / step, last)); };
+    const Codes rest = {in[0] % step, in[1] % step, in[2] % step};
+    const Codes sum = bySorting(
+        lut, {at(in[0]), at(in[1]), at(in[2])}, rest, step, std::uint64_t{2},
+        [](float value) { return static_cast<std::uint64_t>(std::int64_t(value * 255)); });
     return {sum[0] / step, sum[1] / step, sum[2] / step};
 }
 
