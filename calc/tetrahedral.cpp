@@ -71,34 +71,34 @@ void LutCalc::Lut3D_Tetrahedral(const float* in, float* out, const Read_LUTFile&
     tintwell::lookUp3D(lut, in, out);
 }
 
-void LutCalc::Lut3D_Tetrahedral_Int(const unsigned long* in, unsigned long* out,
+void LutCalc::Lut3D_Tetrahedral_Int(const std::uint64_t* in, std::uint64_t* out,
                                     const Read_LUTFile& lut) {
-    constexpr unsigned long fullScale = 255;
+    constexpr std::uint64_t fullScale = 255;
     const int last = lut.size3D - 1;
-    if (!lut.hasTable3D() || last < 1 || static_cast<unsigned long>(last) > fullScale) {
+    if (!lut.hasTable3D() || last < 1 || static_cast<std::uint64_t>(last) > fullScale) {
         return;
     }
-    const unsigned long step = fullScale / static_cast<unsigned long>(last);
-    const auto between = [step, last](unsigned long code) -> AxisPosition<unsigned long> {
-        const auto index = [last](unsigned long at) {
-            return static_cast<int>(std::min(at, static_cast<unsigned long>(last)));
+    const std::uint64_t step = fullScale / static_cast<std::uint64_t>(last);
+    const auto between = [step, last](std::uint64_t code) -> AxisPosition<std::uint64_t> {
+        const auto index = [last](std::uint64_t at) {
+            return static_cast<int>(std::min(at, static_cast<std::uint64_t>(last)));
         };
-        const unsigned long rest = code % step;
+        const std::uint64_t rest = code % step;
         // One code above a point does not reach for the next point, though its weight is not zero.
         return {index(code / step), index(code / step + (rest >= 2 ? 1 : 0)), rest};
     };
-    const AxisPosition<unsigned long> p2 = between(in[2]);
-    const AxisPosition<unsigned long> p1 = between(in[1]);
-    const AxisPosition<unsigned long> p0 = between(in[0]);
+    const AxisPosition<std::uint64_t> p2 = between(in[2]);
+    const AxisPosition<std::uint64_t> p1 = between(in[1]);
+    const AxisPosition<std::uint64_t> p0 = between(in[0]);
     const Rows rows = rowsAround(lut, p0, p1);
-    const Tetrahedron<unsigned long> t =
+    const Tetrahedron<std::uint64_t> t =
         enclosingTetrahedron(rowOrder(p0.fraction, p1.fraction), p2.fraction, step);
     const Corner corners[] = {0b000, t.second, t.third, 0b111};
     for (int c = 0; c < 3; ++c) {
-        unsigned long sum = 0;
+        std::uint64_t sum = 0;
         for (int n = 0; n < 4; ++n) {
             const float sample = sampleAt(rows, corners[n], p2)[c];
-            sum += static_cast<unsigned long>(tintwell::scaledInteger(sample, fullScale)) *
+            sum += static_cast<std::uint64_t>(tintwell::scaledInteger(sample, fullScale)) *
                    t.weight[n];
         }
         out[c] = sum / step;

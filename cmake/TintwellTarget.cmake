@@ -1,3 +1,8 @@
+include(CheckSymbolExists)
+
+# Asks the compiler, because its flags may make another machine of the one that CMake sees.
+check_symbol_exists(__i386__ "" TINTWELL_X86_32)
+
 # Settings of every target of the project.
 function(tintwell_target target)
   # Users of the library need no more than C++17; our own sources use designated initialisers.
@@ -20,6 +25,13 @@ function(tintwell_target target)
   endif()
   # A fused multiply-add would change the last digit of resampled tables from machine to machine.
   target_compile_options(${target} PRIVATE -ffp-contract=off)
+  if(TINTWELL_X86_32)
+    # The x87 unit would keep more digits than single precision has. Public, because an installed
+    # header computes, too.
+    target_compile_options(${target} PUBLIC -msse2 -mfpmath=sse)
+  endif()
+  # Files beyond 2 GiB, and times beyond 2038, on 32-bit machines.
+  target_compile_definitions(${target} PRIVATE _FILE_OFFSET_BITS=64 _TIME_BITS=64)
   if(TINTWELL_SANITIZE)
     target_compile_options(${target} PRIVATE
       -fsanitize=${TINTWELL_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)

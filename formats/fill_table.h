@@ -17,7 +17,7 @@
 namespace tintwell {
 
 /// The points per axis of a lattice of this many samples, rounded.
-inline int latticeSizeOf(long samples) {
+inline int latticeSizeOf(std::int64_t samples) {
     return samples > 0 ? static_cast<int>(std::pow(samples, 1.0 / 3.0) + 0.5) : 0;
 }
 

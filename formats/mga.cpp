@@ -45,7 +45,7 @@ bool isThreeD(std::string_view channelLine) {
 }
 
 bool parseCount(std::string_view line, const LineSource& lines, Read_LUTFile& lut) {
-    long count = 0;
+    std::int64_t count = 0;
     if (scan(withoutBlanks(removeAll(line, "in")), count) == 0) {
         return false;
     }
@@ -73,7 +73,7 @@ bool isInOrder(std::string_view line) {
 }
 
 bool parseCodes(std::string_view line, Read_LUTFile& lut) {
-    long codes = 0;
+    std::int64_t codes = 0;
     if (scan(removeAll(line, "out"), codes) == 0) {
         return false;
     }

@@ -7,8 +7,12 @@
 #include <QStringList>
 
 #include <array>
+#include <cfloat>
 #include <cstdint>
 #include <optional>
+
+static_assert(FLT_EVAL_METHOD == 0, "Tables need float to be computed as float, on 32-bit x86 with "
+                                    "-msse2 -mfpmath=sse.");
 
 namespace tintwell {
 enum class FormatCode : int;

@@ -5,6 +5,7 @@
 
 #include <QTextStream>
 
+#include <cinttypes>
 #include <cmath>
 #include <cstdio>
 #include <cstring>
@@ -17,16 +18,17 @@ using tintwell::scan;
 
 namespace {
 
-/// Compares with what the C library reads in its own locale, values included.
-template <typename T>
+/// Compares with what the C library reads in its own locale as a \a Wide, values included.
+template <typename T, typename Wide = T>
 void compare(const QByteArray& text, const char* pattern) {
     static const locale_t c = newlocale(LC_ALL_MASK, "C", nullptr);
     const T before[3] = {7, 7, 7};
-    T expected[3] = {7, 7, 7};
+    Wide wide[3] = {7, 7, 7};
     T found[3] = {7, 7, 7};
     const locale_t locale = uselocale(c);
-    const int most = std::sscanf(text, pattern, expected, expected + 1, expected + 2);
+    const int most = std::sscanf(text, pattern, wide, wide + 1, wide + 2);
     uselocale(locale);
+    const T expected[3] = {T(wide[0]), T(wide[1]), T(wide[2])};
     const std::string_view line(text.data(), std::size_t(text.size()));
     const int count = scan(line, found[0], found[1], found[2]);
     const QByteArray what = text.toPercentEncoding(" ") + " as " + pattern;
@@ -40,8 +42,9 @@ void compare(const QByteArray& text, const char* pattern) {
 }
 
 void compareAll(const QByteArray& text) {
-    compare<int>(text, "%d %d %d");
-    compare<long>(text, "%ld %ld %ld");
+    constexpr auto integers = "%" SCNd64 " %" SCNd64 " %" SCNd64;
+    compare<int, std::int64_t>(text, integers);
+    compare<std::int64_t>(text, integers);
     compare<float>(text, "%f %f %f");
     compare<double>(text, "%lf %lf %lf");
 }

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <charconv>
+#include <cinttypes>
 #include <cstdio>
 #include <string>
 #include <system_error>
@@ -87,11 +88,8 @@ private:
     locale_t m_before;
 };
 
-constexpr const char* pattern(const int* /*type*/) {
-    return "%d%n";
-}
-constexpr const char* pattern(const long* /*type*/) {
-    return "%ld%n";
+constexpr const char* pattern(const std::int64_t* /*type*/) {
+    return "%" SCNd64 "%n";
 }
 constexpr const char* pattern(const float* /*type*/) {
     return "%f%n";
@@ -155,12 +153,19 @@ const char* parseAnyNumber(const char* at, const char* end, double& value) {
     return parseUncommonReal(at, end, value);
 }
 
-const char* parseAnyNumber(const char* at, const char* end, int& value) {
+const char* parseAnyNumber(const char* at, const char* end, std::int64_t& value) {
     return parseFormatted(at, end, value);
 }
 
-const char* parseAnyNumber(const char* at, const char* end, long& value) {
-    return parseFormatted(at, end, value);
+const char* parseAnyNumber(const char* at, const char* end, int& value) {
+    // Where long has 32 bits, the C library keeps what "%d" cannot hold at the limits; elsewhere it
+    // keeps the lower bits, as here.
+    std::int64_t wide = 0;
+    const char* const after = parseFormatted(at, end, wide);
+    if (after != nullptr) {
+        value = static_cast<int>(wide);
+    }
+    return after;
 }
 
 } // namespace tintwell::detail

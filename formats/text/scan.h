@@ -88,7 +88,7 @@ bool parseSixDecimalsEach(std::string_view line, Reals&... values) {
 const char* parseAnyNumber(const char* at, const char* end, float& value);
 const char* parseAnyNumber(const char* at, const char* end, double& value);
 const char* parseAnyNumber(const char* at, const char* end, int& value);
-const char* parseAnyNumber(const char* at, const char* end, long& value);
+const char* parseAnyNumber(const char* at, const char* end, std::int64_t& value);
 
 template <typename Real, std::enable_if_t<std::is_floating_point_v<Real>, int> = 0>
 const char* parse(const char* at, const char* first, const char* end, Real& value) {
@@ -129,9 +129,10 @@ inline const char* parse(const char* at, const char* /*first*/, const char* end,
 } // namespace detail
 
 /// Reads numbers from the front of \a line, each after optional white space, exactly as formatted
-/// input in the C locale reads "%d", "%ld", "%f" and "%lf" for int, long, float and double: signs,
-/// exponents, hexadecimal floats, inf and nan, out-of-range values, a NUL as the end. Returns how
-/// many were converted; variables from the first failure on keep their values.
+/// input in the C locale reads 64-bit integers, float and double: signs, exponents, hexadecimal
+/// floats, inf and nan, out-of-range values, a NUL as the end. An int gets the lower 32 bits of
+/// such an integer. Returns how many were converted; variables from the first failure on keep their
+/// values.
 ///
 /// Always inlined, because in the loops over samples the numbers must stay in registers.
 template <typename... Values>
