@@ -2,8 +2,6 @@
 
 #include <QObject>
 
-#include <cstdint>
-
 class Read_LUTFile;
 
 /// Table arithmetic in single precision. Stateless: it works on its arguments alone. An operation
@@ -24,7 +22,7 @@ public:
     /// samples truncated to codes and integer arithmetic from there on. Lattice points are 255 /
     /// (size3D - 1) codes apart, truncated, so codes do not map onto 0..1 exactly; codes past the
     /// last point get its value. Leaves \a out unchanged for tables of one point or more than 256.
-    void Lut3D_Tetrahedral_Int(const std::uint64_t* in, std::uint64_t* out,
+    void Lut3D_Tetrahedral_Int(const unsigned long* in, unsigned long* out,
                                const Read_LUTFile& lut);
 
     // Whole tables. Each operation fills a table that its owner has allocated for the stated size,

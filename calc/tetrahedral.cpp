@@ -71,8 +71,9 @@ void LutCalc::Lut3D_Tetrahedral(const float* in, float* out, const Read_LUTFile&
     tintwell::lookUp3D(lut, in, out);
 }
 
-void LutCalc::Lut3D_Tetrahedral_Int(const std::uint64_t* in, std::uint64_t* out,
+void LutCalc::Lut3D_Tetrahedral_Int(const unsigned long* in, unsigned long* out,
                                     const Read_LUTFile& lut) {
+    // 64 bits wide also where unsigned long is not, as negative samples make the sum wrap.
     constexpr std::uint64_t fullScale = 255;
     const int last = lut.size3D - 1;
     if (!lut.hasTable3D() || last < 1 || static_cast<std::uint64_t>(last) > fullScale) {
@@ -101,7 +102,7 @@ void LutCalc::Lut3D_Tetrahedral_Int(const std::uint64_t* in, std::uint64_t* out,
             sum += static_cast<std::uint64_t>(tintwell::scaledInteger(sample, fullScale)) *
                    t.weight[n];
         }
-        out[c] = sum / step;
+        out[c] = static_cast<unsigned long>(sum / step);
     }
 }
 

@@ -5,8 +5,8 @@
 
 #include <QTextStream>
 
-void Write_LUTFile::White3D(float**** data, QTextStream& out, int i, int j, int k,
-                            std::int64_t scale, QString sep) {
+void Write_LUTFile::White3D(float**** data, QTextStream& out, int i, int j, int k, long scale,
+                            QString sep) {
     out.setRealNumberNotation(QTextStream::FixedNotation);
     out.setFieldWidth(0);
     const float* const cell = tableOrder ? data[i][j][k] : data[k][j][i];
@@ -14,14 +14,12 @@ void Write_LUTFile::White3D(float**** data, QTextStream& out, int i, int j, int 
     tintwell::emitCell3D(sink, cell, dataOrder, scale, sep);
 }
 
-void Write_LUTFile::White1D(float** data, QTextStream& out, int i, std::int64_t scale,
-                            QString sep) {
+void Write_LUTFile::White1D(float** data, QTextStream& out, int i, long scale, QString sep) {
     tintwell::StreamSink sink{out};
     tintwell::emitCell1D(sink, data[i], dataOrder, scale, sep);
 }
 
-void Write_LUTFile::WhiteGamma(float** data, QTextStream& out, int i, std::int64_t scale,
-                               QString sep) {
+void Write_LUTFile::WhiteGamma(float** data, QTextStream& out, int i, long scale, QString sep) {
     tintwell::StreamSink sink{out};
     tintwell::emitValue(sink, data[i][0], scale, sep);
 }

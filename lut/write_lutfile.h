@@ -49,15 +49,14 @@ public:
     /// notation, each right-aligned in 8 columns, \a sep between them. From scale 2 on: three
     /// integers (value x scale, truncated toward zero), \a sep after each. Leaves the stream in
     /// fixed notation with field width 0.
-    void White3D(float**** data, QTextStream& out, int i, int j, int k, std::int64_t scale,
-                 QString sep);
+    void White3D(float**** data, QTextStream& out, int i, int j, int k, long scale, QString sep);
     /// Prints 1D cell i without a line end, \a sep after each of the three values: real numbers in
     /// the stream's own notation below scale 2, else truncated integers. Of the order flags only
     /// `dataOrder` is used.
-    void White1D(float** data, QTextStream& out, int i, std::int64_t scale, QString sep);
+    void White1D(float** data, QTextStream& out, int i, long scale, QString sep);
     /// Prints channel 0 of 1D cell i as White1D would, followed by \a sep. The order flags are not
     /// used.
-    void WhiteGamma(float** data, QTextStream& out, int i, std::int64_t scale, QString sep);
+    void WhiteGamma(float** data, QTextStream& out, int i, long scale, QString sep);
 
     // Shared by the writers.
 

@@ -15,7 +15,7 @@ using tintwell::compositionError;
 using tintwell::resamplingError;
 using tintwell::TableKind;
 
-using Codes = std::array<std::uint64_t, 3>;
+using Codes = std::array<unsigned long, 3>;
 
 /// By the reciprocal of the domain's width, times the last index.
 float positionOf(float value, float min, float max, int last) {
@@ -78,11 +78,14 @@ Codes inLatticeOfCodes(const Read_LUTFile& lut, const Codes& in) {
     const auto last = static_cast<std::uint64_t>(lut.size3D - 1);
     const std::uint64_t step = 255 / last;
     const auto at = [&](std::uint64_t code) { return std::size_t(std::min(code / step, last)); };
-    const Codes rest = {in[0] % step, in[1] % step, in[2] % step};
-    const Codes sum = bySorting(
+    const std::array<std::uint64_t, 3> rest = {in[0] % step, in[1] % step, in[2] % step};
+    const std::array<std::uint64_t, 3> sum = bySorting(
         lut, {at(in[0]), at(in[1]), at(in[2])}, rest, step, std::uint64_t{2},
         [](float value) { return static_cast<std::uint64_t>(std::int64_t(value * 255)); });
-    return {sum[0] / step, sum[1] / step, sum[2] / step};
+    const auto code = [step](std::uint64_t wide) {
+        return static_cast<unsigned long>(wide / step);
+    };
+    return {code(sum[0]), code(sum[1]), code(sum[2])};
 }
 
 Codes lookedUp(const Read_LUTFile& lut, const Codes& in) {
@@ -342,11 +345,11 @@ private Q_SLOTS:
         for (const int size : {2, 3, 4, 16, 17, 33, 65, 90}) {
             Read_LUTFile lut(nullptr);
             samples::fillRandom(lut, size, 8, -0.5F, 1.5F); // negative sums wrap
-            const auto step = 255U / static_cast<std::uint64_t>(size - 1);
+            const auto step = 255UL / static_cast<unsigned long>(size - 1);
             for (int n = 0; n < 5'000; ++n) {
                 Codes in = {random() % 300, random() % 256, random() % 256};
                 if (n % 3 == 0) { // force ties of the remainders
-                    std::uint64_t& other = in[n % 2 == 0 ? 1 : 2];
+                    unsigned long& other = in[n % 2 == 0 ? 1 : 2];
                     other = in[0] % step + other / step * step;
                 }
                 QCOMPARE(lookedUp(lut, in), inLatticeOfCodes(lut, in));
