@@ -1,5 +1,6 @@
 # Read by cpack (3.19 or newer) when it has made packages. The permissions of folders, and of the parts
 # of which a package consists, are what the maker's umask left of them.
+list(FILTER CPACK_PACKAGE_FILES INCLUDE REGEX "\\.deb$")
 foreach(package IN LISTS CPACK_PACKAGE_FILES)
   set(tree "${package}.tree")
   foreach(step IN ITEMS

@@ -1,5 +1,9 @@
-# Read by cpack before it makes packages. Without a locale, it could not pack a folder whose path has
-# umlauts.
+# Read by cpack before it makes packages.
+if(NOT CPACK_GENERATOR STREQUAL "DEB")
+  return()
+endif()
+
+# Without a locale, a folder whose path has umlauts could not be packed.
 set(ENV{LC_ALL} C.UTF-8)
 
 # Files in a package get the time of the changelog's entry, so that packages made at different times are
