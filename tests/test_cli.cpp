@@ -621,11 +621,11 @@ private Q_SLOTS:
         // A name in UTF-8 in a bare locale, an output that the shell has made, a name in
         // Latin-1.
         const QString script =
-            "cd %1; export LC_ALL=C; name=$(printf 'd\\303\\244.cube'); " TINTWELL_CLI
-            " identity --size 2 $name; " TINTWELL_CLI
-            " convert $name out.cube >out.cube && cmp $name out.cube && { " TINTWELL_CLI
-            " convert --to itx --output-directory $(printf 'd\\344') $name; test $? = 2; }";
-        QCOMPARE(QProcess::execute("sh", {"-c", script.arg(m_folder.path(""))}), 0);
+            "cd \"$1\"; export LC_ALL=C; name=$(printf 'd\\303\\244.cube'); "
+            "\"$0\" identity --size 2 $name; "
+            "\"$0\" convert $name out.cube >out.cube && cmp $name out.cube && "
+            "{ \"$0\" convert --to itx --output-directory $(printf 'd\\344') $name; test $? = 2; }";
+        QCOMPARE(QProcess::execute("sh", {"-c", script, TINTWELL_CLI, m_folder.path("")}), 0);
     }
 };
 

@@ -31,7 +31,9 @@ struct Program : samples::Program {
         : samples::Program(folder) {
         const QString sanitizer = environment.value("ASAN_OPTIONS") + ":verify_asan_link_order=0";
         environment.insert("ASAN_OPTIONS", sanitizer);
-        environment.insert("LD_PRELOAD", TINTWELL_FAULTS);
+        // By a path without blanks, which would separate paths.
+        QFile::link(TINTWELL_FAULTS, folder.path("faults.so"));
+        environment.insert("LD_PRELOAD", folder.path("faults.so"));
         environment.insert("FAULT", QString::asprintf("%s %s %d %d %d", fault.call, fault.path,
                                                       fault.after, fault.error, fault.signal));
     }
@@ -181,9 +183,9 @@ private Q_SLOTS:
             QProcess process;
             process.setProcessEnvironment(
                 Program(m_folder, {"create", EACCES, "/mnt/"}).environment);
-            const QString script = "; printf old >o.cube; " TINTWELL_CLI " %1 >out; status=$?; "
+            const QString script = "; printf old >o.cube; \"$0\" %1 >out; status=$?; "
                                    "cat o.cube; echo; ls -A; exit $status";
-            process.start("unshare", shell + QStringList(mount + script.arg(line)));
+            process.start("unshare", shell + QStringList{mount + script.arg(line), TINTWELL_CLI});
             QVERIFY(process.waitForFinished());
             const QString errors = process.readAllStandardError();
             QVERIFY2(errors.startsWith(QString("tintwell-cli: ") + told), qPrintable(errors));
