@@ -1,7 +1,7 @@
-include(CheckSymbolExists)
+include(CheckCXXSymbolExists)
 
 # Asks the compiler, because its flags may make another machine of the one that CMake sees.
-check_symbol_exists(__i386__ "" TINTWELL_X86_32)
+check_cxx_symbol_exists(__i386__ "" TINTWELL_X86_32)
 
 # Settings of every target of the project.
 function(tintwell_target target)
