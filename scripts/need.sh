@@ -89,20 +89,22 @@ configure_and_build() {
         flock 9
     fi
     : >"$log"
-    forget_other_place "$folder"
+    forget_what_differs "$folder"
     (cd "$sources" && cmake --preset "$preset" -B "$folder" \
         ${compiler:+-D "CMAKE_CXX_COMPILER=$compiler"}) >&9 2>&1 &&
         cmake --build "$folder" ${1:+--target "$@"} >&9 2>&1
 }
 
-# CMake refuses a folder that was configured for another one, as after a move or a copy of the checkout.
-forget_other_place() {
+# CMake refuses a folder that was configured for another one, as after a move or a copy of the checkout,
+# and loses the preset's settings in one for another compiler.
+forget_what_differs() {
     local cache=$1/CMakeCache.txt
     if [ ! -f "$cache" ] || { [ "$(cached CMAKE_HOME_DIRECTORY)" -ef "$sources" ] &&
-        [ "$(cached CMAKE_CACHEFILE_DIR)" -ef "$1" ]; }; then
+        [ "$(cached CMAKE_CACHEFILE_DIR)" -ef "$1" ] &&
+        [[ "$(cached CMAKE_CXX_COMPILER)" = *"${compiler:-}" ]]; }; then
         return
     fi
-    echo "$1 was built elsewhere; starting over ..." >&2
+    echo "$1 was built elsewhere, or with another compiler; starting over ..." >&2
     find "$1" -mindepth 1 ! -path "$log" -delete
 }
 
