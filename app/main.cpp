@@ -41,14 +41,18 @@ bool asksForText(int argc, char* argv[]) {
            (arguments.isSet(QStringLiteral("help")) || arguments.isSet(QStringLiteral("version")));
 }
 
-/// The platform to ask of Qt, which by itself tries X alone. Null where the user has chosen one,
-/// and where there is X.
+/// The platforms to ask of Qt, which tries X alone unless the session is said to be Wayland's. Null
+/// where the user has chosen, and where Qt does well.
 const char* chosenPlatform() {
     const auto named = [](const char* name) { return !qEnvironmentVariableIsEmpty(name); };
-    if (named("QT_QPA_PLATFORM") || named("DISPLAY")) {
+    if (named("QT_QPA_PLATFORM")) {
         return nullptr;
     }
-    return named("WAYLAND_DISPLAY") || named("WAYLAND_SOCKET") ? "wayland" : noDisplay;
+    const bool wayland = named("WAYLAND_DISPLAY") || named("WAYLAND_SOCKET");
+    if (named("DISPLAY")) {
+        return wayland && qgetenv("XDG_SESSION_TYPE") != "wayland" ? "xcb;wayland" : nullptr;
+    }
+    return wayland ? "wayland" : noDisplay;
 }
 
 /// Says why no window opens, and what to do without one.
@@ -65,7 +69,7 @@ void endWithoutDisplay(QtMsgType type, const QMessageLogContext& context, const 
         std::fprintf(stderr, "%s\n", qUtf8Printable(qFormatLogMessage(type, context, text)));
         return;
     }
-    const bool wayland = qgetenv("QT_QPA_PLATFORM").startsWith("wayland");
+    const bool wayland = qgetenv("QT_QPA_PLATFORM").contains("wayland");
     // The text lists the plug-ins that there are.
     explainMissingDisplay(wayland && !text.contains(QLatin1String("wayland"))
                               ? "the display cannot be opened without the package qtwayland5"

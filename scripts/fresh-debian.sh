@@ -1,6 +1,7 @@
 # shellcheck shell=bash
 # Sourced, after need.sh, by the scripts that try something in a Debian as it comes. They need root, and
 # a Debian mirror (MIRROR, unless it is the usual one).
+# shellcheck disable=SC2154  # from need.sh
 
 # Everything is mounted out of sight of the machine, so that nothing stays mounted whatever happens.
 if [ -z "${IN_OWN_MOUNTS:-}" ]; then

@@ -1,9 +1,11 @@
 # shellcheck shell=bash
 # Sourced by ./run, ./test and the scripts that build something.
 
-# Where builds go, a folder for each preset: in the checkout, unless TINTWELL_BUILD_DIR names another place.
+# Where builds go, a folder for each preset: build/ in the checkout, unless TINTWELL_BUILD_DIR names
+# another place.
 sources=$(CDPATH='' cd -- "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
-builds=$(realpath -m -- "${TINTWELL_BUILD_DIR:-$sources/build}")
+builds=$(cd "$sources" && realpath -m -- "${TINTWELL_BUILD_DIR:-build}")
+compiler= # that of the preset
 
 # Needed by every build.
 # shellcheck disable=SC2034  # used by those who source this
@@ -32,6 +34,7 @@ need() {
     echo "Installing ${missing[*]}"
     if ! apt_get update; then
         # One broken or expired repository is enough for that.
+        echo "$apt_errors" >&2
         echo "Not all package lists could be renewed; going on with those that there are."
     fi
     if ! apt_get install -y --no-install-recommends "${missing[@]}"; then
@@ -44,25 +47,25 @@ need() {
 # apt-get as root, which waits while another package manager is at work. Leaves its messages in
 # $apt_errors.
 apt_get() {
-    local as_root=() waited
+    local as_root=() end=$((SECONDS + 600)) told=
     if [ "$(id -u)" -ne 0 ]; then
         as_root=(sudo)
     fi
-    for waited in {0..120}; do
-        # The time limit is for dpkg's own lock; those of lists and archives know none.
+    while true; do
+        # apt-get itself waits for dpkg's lock only, not for those of lists and archives.
         if apt_errors=$("${as_root[@]}" env LC_ALL=C DEBIAN_FRONTEND=noninteractive \
-            apt-get -qq -o DPkg::Lock::Timeout=600 "$@" 2>&1 >/dev/null); then
+            apt-get -qq -o DPkg::Lock::Timeout=5 "$@" 2>&1 >/dev/null); then
             return 0
         fi
-        if [[ $apt_errors != *"Could not get lock"* ]]; then
+        if [[ $apt_errors != *"Could not get lock"* ]] || [ $SECONDS -ge $end ]; then
             return 1
         fi
-        if [ "$waited" -eq 0 ]; then
+        if [ -z "$told" ]; then
             echo "Another package manager is at work; waiting for it ..."
+            told=yes
         fi
         sleep 5
     done
-    return 1
 }
 
 # build PRESET [TARGET...]: configures and builds in $builds/PRESET, with $compiler if that is set; prints
@@ -84,28 +87,39 @@ build() {
 }
 
 configure_and_build() {
-    if command -v flock >/dev/null && ! flock --nonblock 9; then
+    local locked=0
+    if command -v flock >/dev/null; then
+        flock --nonblock --conflict-exit-code 75 9 || locked=$?
+    fi
+    if [ $locked -eq 75 ]; then
         echo "Another build is at work in $folder; waiting for it ..." >&2
         flock 9
     fi
     : >"$log"
-    forget_what_differs "$folder"
+    forget_what_differs "$folder" || return 1
     (cd "$sources" && cmake --preset "$preset" -B "$folder" \
         ${compiler:+-D "CMAKE_CXX_COMPILER=$compiler"}) >&9 2>&1 &&
         cmake --build "$folder" ${1:+--target "$@"} >&9 2>&1
 }
 
 # CMake refuses a folder that was configured for another one, as after a move or a copy of the checkout,
-# and loses the preset's settings in one for another compiler.
+# and loses the preset's settings in one for another compiler. False if another project is built there.
 forget_what_differs() {
     local cache=$1/CMakeCache.txt
-    if [ ! -f "$cache" ] || { [ "$(cached CMAKE_HOME_DIRECTORY)" -ef "$sources" ] &&
+    if [ ! -f "$cache" ]; then
+        return
+    fi
+    if ! grep -q "^project($(cached CMAKE_PROJECT_NAME)\>" "$sources/CMakeLists.txt"; then
+        echo "$1 belongs to another project." >"$log"
+        return 1
+    fi
+    if [ "$(cached CMAKE_HOME_DIRECTORY)" -ef "$sources" ] &&
         [ "$(cached CMAKE_CACHEFILE_DIR)" -ef "$1" ] &&
-        [[ "$(cached CMAKE_CXX_COMPILER)" = *"${compiler:-}" ]]; }; then
+        [[ "$(cached CMAKE_CXX_COMPILER)" = *"$compiler" ]]; then
         return
     fi
     echo "$1 was built elsewhere, or with another compiler; starting over ..." >&2
-    find "$1" -mindepth 1 ! -path "$log" -delete
+    rm -rf "$cache" "$1/CMakeFiles"
 }
 
 # The value of a variable in $cache.

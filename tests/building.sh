@@ -67,9 +67,11 @@ expect() {
 }
 
 expect 0 'ran compare' 'a new checkout' compare
+touch build/release/kept
 mv "$PWD" "$work/moved"
 cd "$work/moved"
 expect 0 'ran compare' 'a moved checkout' compare
+[ -e build/release/kept ] || { echo 'starting over removes what it did not make' >&2 && exit 1; }
 ./run compare >/dev/null 2>&1 &
 expect 0 'ran compare' 'two at a time' compare
 wait $! || { echo 'the first of two at a time failed' >&2 && exit 1; }
