@@ -29,9 +29,10 @@ as_root() {
         "$@" </dev/null
 }
 
-# as_user FOLDER COMMAND...: as the ordinary user, in a folder of hers.
+# as_user FOLDER COMMAND...: as the ordinary user, in a folder of hers. Tests interrupt programs, which
+# those that are started in the background would ignore.
 as_user() {
-    chroot --userspec=me --groups=me "$root" env -i -C "$1" PATH=/usr/bin:/bin HOME=/home/me \
+    chroot --userspec=me --groups=me "$root" env -i --default-signal=INT -C "$1" PATH=/usr/bin:/bin HOME=/home/me \
         "${@:2}" </dev/null
 }
 
