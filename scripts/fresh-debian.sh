@@ -32,8 +32,8 @@ as_root() {
 # as_user FOLDER COMMAND...: as the ordinary user, in a folder of hers. Tests interrupt programs, which
 # those that are started in the background would ignore.
 as_user() {
-    chroot --userspec=me --groups=me "$root" env -i --default-signal=INT -C "$1" PATH=/usr/bin:/bin HOME=/home/me \
-        "${@:2}" </dev/null
+    chroot --userspec=me --groups=me "$root" env -i --default-signal=INT -C "$1" \
+        PATH=/usr/bin:/bin HOME=/home/me "${@:2}" </dev/null
 }
 
 add_packages() {
